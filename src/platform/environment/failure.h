@@ -1,0 +1,48 @@
+// Failures: the one exception type of the system, with the number and the words of the environment.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace dossierkit::environment {
+
+// A failure as the user reads it in a message box. `what()` is the description, in Chinese, UTF-8.
+class Failure : public std::runtime_error {
+ public:
+  // `number` follows the environment's and ADO's numbering; `statement` is the SQL text that failed,
+  // or empty.
+  Failure(int number, const std::string& description, std::string statement = {});
+
+  int number() const { return number_; }
+  std::string description() const { return what(); }
+  const std::string& statement() const { return statement_; }
+
+ private:
+  int number_;
+  std::string statement_;
+};
+
+// Numbers that the system and its ports raise.
+inline constexpr int kInvalidCall = 5;
+inline constexpr int kOverflow = 6;
+inline constexpr int kSubscriptOutOfRange = 9;
+inline constexpr int kTypeMismatch = 13;
+inline constexpr int kFileNotFound = 53;
+inline constexpr int kPathAccess = 75;
+inline constexpr int kObjectNotSet = 91;
+inline constexpr int kInvalidUseOfNull = 94;
+inline constexpr int kObjectUnloaded = 364;
+inline constexpr int kAlreadyShown = 400;
+inline constexpr int kObjectRequired = 424;
+inline constexpr int kDuplicateKey = 457;
+inline constexpr int kInvalidPicture = 481;
+inline constexpr int kUnknownClass = 731;
+inline constexpr int kNoCurrentRow = 3021;
+inline constexpr int kUnknownItem = 3265;
+inline constexpr int kObjectClosed = 3704;
+inline constexpr int kConnectionClosed = 3709;
+
+// The failure of one of the numbers above, in the environment's own words.
+Failure MakeFailure(int number, std::string statement = {});
+
+}  // namespace dossierkit::environment
