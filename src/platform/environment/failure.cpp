@@ -25,6 +25,7 @@ const char* DescriptionOf(int number) {
     case kUnknownItem: return "在对应所需名称或序数的集合中，未找到项目。";
     case kObjectClosed: return "对象关闭时，不允许操作。";
     case kConnectionClosed: return "连接无法用于执行此操作。在此上下文中它可能已被关闭或无效。";
+    case kElementNotFound: return "未找到元素";
     default: return "应用程序定义或对象定义错误";
   }
 }

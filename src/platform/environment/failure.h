@@ -41,6 +41,7 @@ inline constexpr int kNoCurrentRow = 3021;
 inline constexpr int kUnknownItem = 3265;
 inline constexpr int kObjectClosed = 3704;
 inline constexpr int kConnectionClosed = 3709;
+inline constexpr int kElementNotFound = 35601;
 
 // The failure of one of the numbers above, in the environment's own words.
 Failure MakeFailure(int number, std::string statement = {});

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/environment/event.h"
 #include "platform/toolkit/controls/view.h"
@@ -108,7 +110,7 @@ class Control : public std::enable_shared_from_this<Control> {
   // control's own caption.
   std::string AccessibleName() const;
   void SetAccessibleName(std::string name);
-  void SetLabelledBy(const Control& label);
+  void SetLabelledBy(Control& label);
   // The caption that stands on the control itself; empty for kinds without one.
   virtual std::string OwnCaption() const { return {}; }
 
@@ -149,6 +151,9 @@ class Control : public std::enable_shared_from_this<Control> {
   void ShowAspect(Aspect aspect);
 
  protected:
+  // The caption changed: shows it, here and where this control names another.
+  void CaptionChanged();
+
   // Called by the owner's Controls and by the window.
   friend class Controls;
   friend class Form;
@@ -183,6 +188,7 @@ class Control : public std::enable_shared_from_this<Control> {
   std::string tool_tip_;
   std::string accessible_name_;
   std::weak_ptr<const Control> labelled_by_;
+  std::vector<std::weak_ptr<Control>> labels_;  // the controls that this one names
   std::unique_ptr<View> view_;
 };
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/toolkit/controls/control.h"
 
@@ -46,10 +48,12 @@ class MaskEdBox : public Control {
   void UserReplaceAll(const std::string& text);
 
  private:
+  using CharacterList = std::vector<std::string>;  // characters
   bool Fits(const std::string& text) const;
-  void BeginEditing();  // from the blank mask where the text does not fit
-  void Blank(std::size_t start, std::size_t length);
-  bool Put(const std::string& character);  // at the caret; false: refused
+  void UserEdit(const std::function<bool(CharacterList&, const CharacterList&)>& edit);
+  void BlankSelection(CharacterList& characters, const CharacterList& mask);
+  void StepOverLiterals(const CharacterList& mask);
+  bool Put(const std::string& digit, CharacterList& characters, const CharacterList& mask);
   void Commit(std::string text);
 
   std::string mask_;

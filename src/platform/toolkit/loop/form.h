@@ -81,7 +81,8 @@ class Form : public Control {
   void SetSizable(bool sizable) { sizable_ = sizable; }
   void SetKeyPreview(bool preview) { key_preview_ = preview; }
 
-  friend class Controls;
+  friend class Control;
+  friend class toolkit::Controls;
   friend class UserControl;
   void CreateViews() override;
   void DestroyViews() override;
@@ -97,6 +98,7 @@ class Form : public Control {
   void PageAdded(const std::shared_ptr<UserControl>& page);
   void ForgetFocusOf(const Control& removed);
   void RunQueues();
+  bool ClickButtonOf(int key);
   void DeliverSentKeys(const SentKeys& sent);
   std::vector<std::shared_ptr<Control>> TabOrder() const;
 
@@ -107,9 +109,8 @@ class Form : public Control {
   bool sizable_ = false;
   bool key_preview_ = false;
   bool loaded_ = false;
-  bool loading_ = false;
   bool shown_ = false;
-  bool activated_ = false;
+  bool checking_ = false;  // a Validate is being raised
   int depth_ = 0;  // of events being delivered
   std::shared_ptr<toolkit::Controls> controls_;
   std::shared_ptr<Control> focus_;
