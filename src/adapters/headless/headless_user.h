@@ -7,6 +7,7 @@
 
 #include "platform/toolkit/controls/control.h"
 #include "platform/toolkit/loop/desktop.h"
+#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::headless {
 
