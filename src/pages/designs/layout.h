@@ -30,9 +30,9 @@ inline constexpr Rect kAddPhotoPlace = {7485, 3555, 1815, 390};
 inline constexpr Rect kStubGrid = {15, 15, 240, 240};
 
 inline constexpr int kBoxHeight = 315;
-inline constexpr int kLabelHeight = 255;
-inline constexpr int kLabelDrop = 45;  // from a box's top to that of its label: one base line for both
-inline constexpr int kLabelGap = 60;   // from a label to its box
+inline constexpr int kLabelHeight = 285;
+inline constexpr int kLabelDrop = (kBoxHeight - kLabelHeight) / 2;  // from a box's top to its label's
+inline constexpr int kLabelGap = 60;                                // from a label to its box
 inline constexpr int kColumnGap = 150;
 inline constexpr int kLinePitch = 465;
 
