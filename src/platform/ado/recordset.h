@@ -41,7 +41,7 @@ class Recordset : public std::enable_shared_from_this<Recordset> {
   bool BOF() const;
   bool EOF_() const;
   std::int32_t AbsolutePosition() const;
-  void AbsolutePosition(std::int32_t position);
+  void SetAbsolutePosition(std::int32_t position);
   void MoveFirst();
   void MoveNext();
   void MovePrevious();

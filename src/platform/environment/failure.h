@@ -52,6 +52,7 @@ inline constexpr int kUnknownName = -2147217904;
 inline constexpr int kSyntaxError = -2147217900;
 inline constexpr int kDataMismatch = -2147217913;
 inline constexpr int kEngineFailure = -2147467259;
+inline constexpr int kElementNotFound = 35601;
 
 // The failure of one of the numbers above, in the environment's own words.
 Failure MakeFailure(int number, std::string statement = {});

@@ -1,0 +1,62 @@
+#include "platform/toolkit/controls/basic_controls.h"
+
+#include "platform/environment/failure.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::toolkit {
+
+void CaptionedControl::SetCaption(std::string caption) {
+  if (caption_ == caption) return;
+  caption_ = std::move(caption);
+  CaptionChanged();
+}
+
+void Label::SetFontBold(bool bold) {
+  Font font = GetFont();
+  font.bold = bold;
+  SetFont(font);
+}
+
+void Image::SetPicture(Picture picture) {
+  picture_ = std::move(picture);
+  ShowAspect(Aspect::kContent);
+}
+
+void CommandButton::UserClick() {
+  Form* window = Window();
+  if (!window) return;
+  const auto keep = weak_from_this().lock();
+  window->Deliver([&] {
+    if (!Reachable() || !window->MoveFocus(*this)) return;
+    Raise(Click);
+  });
+}
+
+void CheckBox::SetValue(int value) {
+  if (value_ == value) return;
+  value_ = value;
+  ShowAspect(Aspect::kText);
+  Raise(Click);
+}
+
+void CheckBox::UserToggle() {
+  Form* window = Window();
+  if (!window) return;
+  const auto keep = weak_from_this().lock();
+  window->Deliver([&] {
+    if (Reachable() && window->MoveFocus(*this)) {
+      SetValue(value_ == 0 ? 1 : 0);
+    } else {
+      ShowAspect(Aspect::kText);
+    }
+  });
+}
+
+void CommonDialog::ShowOpen() {
+  Form* window = Window();
+  if (!window) throw environment::MakeFailure(environment::kObjectUnloaded);
+  file_name = window->GetDesktop().GetPlatform().ChooseFile(*this);
+}
+
+}  // namespace dossierkit::toolkit

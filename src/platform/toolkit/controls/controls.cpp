@@ -1,0 +1,48 @@
+#include "platform/toolkit/controls/controls.h"
+
+#include "platform/environment/failure.h"
+#include "platform/environment/text.h"
+#include "platform/toolkit/controls/user_control.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::toolkit {
+
+std::shared_ptr<Control> Controls::Find(std::string_view name) const {
+  for (const auto& item : items_) {
+    if (environment::EqualIgnoringCase(item->Name(), name)) return item;
+  }
+  return nullptr;
+}
+
+std::shared_ptr<Control> Controls::Add(const std::string& class_name, const std::string& name) {
+  Form* window = owner_.Window();
+  if (!window) throw environment::MakeFailure(environment::kObjectUnloaded);
+  auto control = window->GetDesktop().Create(class_name, name);
+  Append(control);
+  return control;
+}
+
+void Controls::Append(const std::shared_ptr<Control>& control) {
+  const auto page = std::dynamic_pointer_cast<UserControl>(control);
+  // A page that fails to initialise must not stay behind.
+  if (page) page->UserControl_Initialize();
+  control->owner_ = &owner_;
+  items_.push_back(control);
+  Form* window = owner_.Window();
+  if (!window) return;
+  if (window->Shown()) control->CreateViews();
+  if (page) window->PageAdded(page);
+}
+
+void Controls::Remove(std::size_t index) {
+  const auto control = items_.at(index);
+  items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
+  control->OnRemoved();
+}
+
+void Controls::Clear() {
+  while (!items_.empty()) Remove(items_.size() - 1);
+}
+
+}  // namespace dossierkit::toolkit

@@ -1,0 +1,63 @@
+#include "platform/toolkit/controls/data_grid.h"
+
+#include <algorithm>
+
+#include "platform/environment/failure.h"
+#include "platform/environment/value.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::toolkit {
+namespace {
+
+constexpr float kDefaultColumnWidth = 2000;  // twips
+
+}  // namespace
+
+void DataGrid::SetDataSource(std::shared_ptr<ado::Recordset> recordset) {
+  recordset_ = std::move(recordset);
+  widths_.assign(recordset_ ? recordset_->FieldCount() : 0, kDefaultColumnWidth);
+  move_complete_.End();
+  if (recordset_) {
+    move_complete_ = recordset_->MoveComplete.Subscribe(
+        [this](std::int32_t, std::int32_t&, ado::Recordset&) { ShowAspect(Aspect::kSelection); });
+  }
+  ShowAspect(Aspect::kContent);
+}
+
+std::size_t DataGrid::ColumnCount() const { return widths_.size(); }
+
+std::int32_t DataGrid::RowCount() const {
+  return recordset_ && recordset_->State() == ado::kStateOpen ? recordset_->RecordCount() : 0;
+}
+
+std::string DataGrid::Heading(std::size_t column) const { return recordset_->FieldName(column); }
+
+std::string DataGrid::Cell(std::int32_t row, std::size_t column) const {
+  return environment::TextOr(recordset_->ValueAt(row, column), "");
+}
+
+float DataGrid::ColumnWidth(std::size_t column) const { return widths_.at(column); }
+
+void DataGrid::SetColumnWidth(std::size_t column, float width) {
+  if (column >= widths_.size()) throw environment::MakeFailure(environment::kSubscriptOutOfRange);
+  widths_[column] = width;
+  ShowAspect(Aspect::kStyle);
+}
+
+std::int32_t DataGrid::Row() const { return RowCount() > 0 ? std::max(recordset_->AbsolutePosition(), 0) : 0; }
+
+void DataGrid::UserSelectRow(std::int32_t row) {
+  Form* window = Window();
+  if (!window) return;
+  const auto keep = weak_from_this().lock();
+  window->Deliver([&] {
+    if (Reachable() && row >= 1 && row <= RowCount() && window->MoveFocus(*this) && !Removed()) {
+      // The page may drop its recordset while it is told of the move.
+      const auto recordset = recordset_;
+      recordset->SetAbsolutePosition(row);
+    }
+    ShowAspect(Aspect::kSelection);
+  });
+}
+
+}  // namespace dossierkit::toolkit

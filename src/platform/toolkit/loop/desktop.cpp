@@ -1,0 +1,72 @@
+#include "platform/toolkit/loop/desktop.h"
+
+#include <algorithm>
+
+#include "platform/environment/failure.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::toolkit {
+
+void Desktop::RegisterClass(const std::string& class_name, Factory factory) {
+  classes_[class_name] = std::move(factory);
+}
+
+std::shared_ptr<Control> Desktop::Create(const std::string& class_name, const std::string& name) const {
+  const auto found = classes_.find(class_name);
+  if (found == classes_.end()) {
+    const auto failure = environment::MakeFailure(environment::kUnknownClass);
+    throw environment::Failure(failure.number(), failure.description() + "：" + class_name);
+  }
+  return found->second(name);
+}
+
+MessageAnswer Desktop::MsgBox(const std::string& text, int flags, const std::string& title) {
+  struct Count {
+    int& count;
+    explicit Count(int& messages) : count(messages) { ++count; }
+    ~Count() { --count; }
+  } counted(messages_);
+  return platform_.ShowMessage(text, flags, title);
+}
+
+bool Desktop::IsTopmost(const Form& form) const {
+  return !frames_.empty() && frames_.back()->form == &form && !frames_.back()->ended;
+}
+
+Form* Desktop::TopmostForm() const { return frames_.empty() ? nullptr : frames_.back()->form; }
+
+bool Desktop::LoopEnded(const Form& form) const {
+  const auto frame = std::find_if(frames_.begin(), frames_.end(), [&](const Frame* f) { return f->form == &form; });
+  return frame == frames_.end() || (*frame)->ended;
+}
+
+void Desktop::RunModal(Form& form, const std::function<void()>& at_start) {
+  Frame frame{&form, false, nullptr};
+  {
+    struct Push {
+      std::vector<Frame*>& frames;
+      Push(std::vector<Frame*>& all, Frame* frame_shown) : frames(all) { frames.push_back(frame_shown); }
+      ~Push() { frames.pop_back(); }
+    } pushed(frames_, &frame);
+    form.Deliver(at_start);
+    if (!frame.ended) platform_.RunLoop(form);
+  }
+  if (frame.failure) std::rethrow_exception(frame.failure);
+}
+
+void Desktop::EndLoop(const Form& form) {
+  for (Frame* frame : frames_) {
+    if (frame->form == &form) frame->ended = true;
+  }
+  platform_.WakeLoop();
+}
+
+void Desktop::Fail(std::exception_ptr failure) {
+  if (frames_.empty()) return;
+  Frame& frame = *frames_.back();
+  if (!frame.failure) frame.failure = std::move(failure);
+  frame.ended = true;
+  platform_.WakeLoop();
+}
+
+}  // namespace dossierkit::toolkit

@@ -1,0 +1,58 @@
+// Desktop: the modal windows that are on show, message boxes, and the classes of controls by name.
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/toolkit/loop/platform.h"
+
+namespace dossierkit::toolkit {
+
+class UserControl;
+
+// One for a program or library. Everything happens on the one thread that uses it.
+class Desktop {
+ public:
+  explicit Desktop(Platform& platform) : platform_(platform) {}
+
+  Platform& GetPlatform() { return platform_; }
+
+  // --- classes ---------------------------------------------------------------------------------
+  using Factory = std::function<std::shared_ptr<Control>(const std::string& name)>;
+  void RegisterClass(const std::string& class_name, Factory factory);
+  std::shared_ptr<Control> Create(const std::string& class_name, const std::string& name) const;
+
+  // --- message boxes ---------------------------------------------------------------------------
+  // Without a title of its own a box bears "DossierKit".
+  MessageAnswer MsgBox(const std::string& text, int flags = kOkOnly, const std::string& title = "DossierKit");
+  bool MessageShown() const { return messages_ > 0; }
+  void Beep() { platform_.Beep(); }
+
+  // --- modal windows ---------------------------------------------------------------------------
+  bool IsTopmost(const Form& form) const;
+  bool LoopEnded(const Form& form) const;
+  Form* TopmostForm() const;
+
+ private:
+  friend class Form;
+  struct Frame {
+    Form* form;
+    bool ended = false;
+    std::exception_ptr failure;
+  };
+  // Runs the loop of a window; rethrows what Fail noted.
+  void RunModal(Form& form, const std::function<void()>& at_start);
+  void EndLoop(const Form& form);
+  void Fail(std::exception_ptr failure);
+
+  Platform& platform_;
+  std::map<std::string, Factory, std::less<>> classes_;
+  std::vector<Frame*> frames_;
+  int messages_ = 0;
+};
+
+}  // namespace dossierkit::toolkit

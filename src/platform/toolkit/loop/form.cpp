@@ -1,0 +1,147 @@
+#include "platform/toolkit/loop/form.h"
+
+#include "platform/environment/failure.h"
+#include "platform/toolkit/controls/user_control.h"
+#include "platform/toolkit/loop/desktop.h"
+
+namespace dossierkit::toolkit {
+namespace {
+
+// What a window's border and title add to its client area, in twips.
+constexpr int kBorderWidth = 120;
+constexpr int kBorderHeight = 405;
+
+}  // namespace
+
+Form::Form(Desktop& desktop, std::string name) : Control(Kind::kForm, std::move(name)), desktop_(desktop) {}
+
+Form::~Form() {
+  if (controls_) controls_->Clear();
+}
+
+void Form::SetCaption(std::string caption) {
+  caption_ = std::move(caption);
+  ShowAspect(Aspect::kText);
+}
+
+void Form::SetDesignSize(int width, int height) {
+  design_width_ = width;
+  design_height_ = height;
+  Move({0, 0, width + kBorderWidth, height + kBorderHeight});
+}
+
+toolkit::Controls& Form::Controls() {
+  if (!loaded_) throw environment::MakeFailure(environment::kObjectUnloaded);
+  return *controls_;
+}
+
+void Form::Load() {
+  loaded_ = true;
+  controls_ = std::make_shared<toolkit::Controls>(*this);
+  try {
+    BuildDesign();
+    Form_Load();
+  } catch (...) {
+    Unload();
+    throw;
+  }
+}
+
+void Form::ShowModal() {
+  if (shown_) throw environment::MakeFailure(environment::kAlreadyShown);
+  if (!loaded_) Load();
+  if (!loaded_) throw environment::MakeFailure(environment::kObjectUnloaded);
+  const auto keep = shared_from_this();
+  shown_ = true;
+  try {
+    desktop_.RunModal(*this, [this] {
+      CreateViews();
+      Form_Resize();
+      if (Shown()) Form_Activate();
+    });
+  } catch (...) {
+    shown_ = false;
+    Unload();
+    throw;
+  }
+  shown_ = false;
+  DestroyViews();
+}
+
+void Form::Hide() { desktop_.EndLoop(*this); }
+
+void Form::Unload() {
+  if (!loaded_) return;
+  loaded_ = false;
+  shows_.clear();
+  sent_keys_.clear();
+  controls_->Clear();
+  focus_.reset();
+  DestroyViews();
+  desktop_.EndLoop(*this);
+}
+
+void Form::CreateViews() {
+  Control::CreateViews();
+  if (!loaded_) return;
+  for (const auto& control : *controls_) control->CreateViews();
+}
+
+void Form::DestroyViews() {
+  if (controls_) {
+    for (const auto& control : *controls_) control->DestroyViews();
+  }
+  Control::DestroyViews();
+}
+
+void Form::PageAdded(const std::shared_ptr<UserControl>& page) { shows_.push_back(page); }
+
+void Form::Deliver(const std::function<void()>& event) {
+  if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) return;
+  const auto keep = weak_from_this().lock();
+  ++depth_;
+  try {
+    event();
+    if (depth_ == 1) RunQueues();
+  } catch (...) {
+    desktop_.Fail(std::current_exception());
+  }
+  --depth_;
+}
+
+void Form::RunQueues() {
+  while (loaded_ && desktop_.IsTopmost(*this)) {
+    if (!shows_.empty()) {
+      const auto page = shows_.front().lock();
+      shows_.pop_front();
+      if (page && !page->Removed()) page->UserControl_Show();
+    } else if (!sent_keys_.empty()) {
+      const SentKeys sent = sent_keys_.front();
+      sent_keys_.pop_front();
+      DeliverSentKeys(sent);
+    } else {
+      return;
+    }
+  }
+}
+
+void Form::SendKeys(const std::string& keys) {
+  UserControl* page = focus_ ? focus_->Page() : nullptr;
+  sent_keys_.push_back({keys, page ? page->weak_from_this() : std::weak_ptr<Control>(), page != nullptr});
+}
+
+void Form::UserClose() {
+  if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) {
+    desktop_.Beep();
+    return;
+  }
+  Deliver([this] { Unload(); });
+}
+
+void Form::UserResize(int width, int height) {
+  if (width == Place().width && height == Place().height) return;
+  Move({Place().left, Place().top, width, height});
+  Deliver([this] { Form_Resize(); });
+}
+
+}  // namespace dossierkit::toolkit

@@ -1,0 +1,121 @@
+// Form: a modal window. Loading, showing, unloading; focus, keys and dispatch inside it.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/toolkit/controls/basic_controls.h"
+#include "platform/toolkit/controls/controls.h"
+
+namespace dossierkit::toolkit {
+
+class Desktop;
+class UserControl;
+
+// A derived window builds its controls in BuildDesign. Its own variables survive unloading; the
+// controls do not. A window must live in a shared pointer while shown.
+class Form : public Control {
+ public:
+  Form(Desktop& desktop, std::string name);
+  ~Form() override;
+
+  Desktop& GetDesktop() { return desktop_; }
+
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string caption);
+  std::string OwnCaption() const override { return caption_; }
+  // The client area of the design, in twips.
+  int DesignWidth() const { return design_width_; }
+  int DesignHeight() const { return design_height_; }
+  bool Sizable() const { return sizable_; }
+  bool KeyPreview() const { return key_preview_; }
+
+  // Loads the window if needed, shows it and runs a nested loop until it is hidden or unloaded.
+  // Throws 400 if it is on show already, 364 if it was unloaded in its own load, and whatever left
+  // an event handler meanwhile; the window is unloaded then.
+  void ShowModal();
+  void Hide();
+  // Destroys the controls and ends the loop.
+  void Unload();
+  bool Loaded() const { return loaded_; }
+  bool Shown() const { return shown_; }
+
+  // The controls; throws 364 while the window is unloaded.
+  toolkit::Controls& Controls();
+
+  // --- focus -----------------------------------------------------------------------------------
+  const std::shared_ptr<Control>& ActiveControl() const { return focus_; }
+  // Moves the focus: Validate, LostFocus, GotFocus. False if the check refused or the control went.
+  bool MoveFocus(Control& to);
+  // The check of a focus change without the change, for a toolbar button. False if it refused.
+  bool CheckFocus();
+  // The next reachable tab stop after (or before) the focus; nullptr where there is none.
+  std::shared_ptr<Control> NextTabStop(bool forward);
+
+  // --- reports of the view ---------------------------------------------------------------------
+  // All input runs through Deliver: one event of the user, with whatever it queues. Ignored while
+  // the window is not the topmost modal one. Never throws: a failure ends the window's loop.
+  void Deliver(const std::function<void()>& event);
+  // A key went down or a character came; false if it must go no further.
+  bool UserKeyDown(int key, int shift);
+  bool UserKeyPress(char32_t character);
+  void UserTab(bool forward);
+  void UserClose();  // the close box
+  void UserResize(int width, int height);  // outer size, in twips
+
+  // Queues "{tab}" or "{Home}+{End}" for after the present event; dropped if the page that has the
+  // focus now is gone by then.
+  void SendKeys(const std::string& keys);
+
+ protected:
+  virtual void BuildDesign() = 0;
+  virtual void Form_Load() {}
+  virtual void Form_Activate() {}
+  virtual void Form_Resize() {}
+  virtual void Form_KeyPress(char32_t& /*key*/) {}
+  void SetDesignSize(int width, int height);
+  void SetSizable(bool sizable) { sizable_ = sizable; }
+  void SetKeyPreview(bool preview) { key_preview_ = preview; }
+
+  friend class Control;
+  friend class toolkit::Controls;
+  friend class UserControl;
+  void CreateViews() override;
+  void DestroyViews() override;
+
+ private:
+  struct SentKeys {
+    std::string keys;
+    std::weak_ptr<Control> page;
+    bool had_page;
+  };
+
+  void Load();
+  void PageAdded(const std::shared_ptr<UserControl>& page);
+  void ForgetFocusOf(const Control& removed);
+  void RunQueues();
+  bool ClickButtonOf(int key);
+  void DeliverSentKeys(const SentKeys& sent);
+  std::vector<std::shared_ptr<Control>> TabOrder() const;
+
+  Desktop& desktop_;
+  std::string caption_;
+  int design_width_ = 0;
+  int design_height_ = 0;
+  bool sizable_ = false;
+  bool key_preview_ = false;
+  bool loaded_ = false;
+  bool shown_ = false;
+  bool checking_ = false;  // a Validate is being raised
+  int depth_ = 0;  // of events being delivered
+  std::shared_ptr<toolkit::Controls> controls_;
+  std::shared_ptr<Control> focus_;
+  std::deque<std::weak_ptr<UserControl>> shows_;
+  std::deque<SentKeys> sent_keys_;
+};
+
+}  // namespace dossierkit::toolkit

@@ -1,0 +1,50 @@
+// Platform: what an adapter gives the toolkit besides views.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/toolkit/controls/basic_controls.h"
+#include "platform/toolkit/controls/control.h"
+
+namespace dossierkit::toolkit {
+
+class Form;
+
+// Flags of a message box.
+enum MessageFlags {
+  kOkOnly = 0,
+  kYesNo = 4,
+  kQuestionIcon = 32,
+  kExclamationIcon = 48,
+  kInformationIcon = 64,
+};
+enum MessageAnswer { kAnswerOk = 1, kAnswerYes = 6, kAnswerNo = 7 };
+
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // A view for a control, or for a window (Kind::kForm); nullptr for kinds that show nothing. The
+  // view of the container exists already.
+  virtual std::unique_ptr<View> CreateView(Control& control) = 0;
+
+  // Shows the window and runs events until form.LoopEnded(); returns at once if it is so already.
+  virtual void RunLoop(Form& form) = 0;
+  // Makes the innermost RunLoop return soon.
+  virtual void WakeLoop() = 0;
+
+  // Shows a message box over the topmost window and returns the answer. Yes/No boxes have no other
+  // way out, and Yes is their default.
+  virtual MessageAnswer ShowMessage(const std::string& text, int flags, const std::string& title) = 0;
+
+  // The file dialog: the chosen path, which need not exist, or empty.
+  virtual std::string ChooseFile(const CommonDialog& request) = 0;
+
+  // Reads and decodes a JPEG. Throws 53 where there is no such file, 481 where it is no picture.
+  virtual Picture LoadPicture(const std::string& path) = 0;
+
+  virtual void Beep() = 0;
+};
+
+}  // namespace dossierkit::toolkit
