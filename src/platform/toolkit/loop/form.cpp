@@ -68,6 +68,8 @@ void Form::ShowModal() {
   DestroyViews();
 }
 
+bool Form::LoopEnded() const { return desktop_.LoopEnded(*this); }
+
 void Form::Hide() { desktop_.EndLoop(*this); }
 
 void Form::Unload() {

@@ -29,7 +29,7 @@ class Platform {
   // view of the container exists already.
   virtual std::unique_ptr<View> CreateView(Control& control) = 0;
 
-  // Shows the window and runs events until form.LoopEnded(); returns at once if it is so already.
+  // Shows the window and runs events until form.LoopEnded(); not called if it is so already.
   virtual void RunLoop(Form& form) = 0;
   // Makes the innermost RunLoop return soon.
   virtual void WakeLoop() = 0;

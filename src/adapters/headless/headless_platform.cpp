@@ -1,0 +1,53 @@
+#include "adapters/headless/headless_platform.h"
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "platform/environment/failure.h"
+#include "platform/environment/text.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::headless {
+
+std::unique_ptr<toolkit::View> HeadlessPlatform::CreateView(toolkit::Control&) { return nullptr; }
+
+void HeadlessPlatform::RunLoop(toolkit::Form& form) {
+  if (!scenes_.empty()) {
+    const auto scene = std::move(scenes_.front());
+    scenes_.pop_front();
+    scene(form);
+  }
+  if (!form.LoopEnded()) form.UserClose();
+}
+
+toolkit::MessageAnswer HeadlessPlatform::ShowMessage(const std::string& text, int flags, const std::string& title) {
+  messages.push_back({text, flags, title});
+  if (on_message) on_message(messages.back());
+  if ((flags & toolkit::kYesNo) == 0) return toolkit::kAnswerOk;
+  if (answers_.empty()) throw std::logic_error("no answer was prepared for: " + text);
+  const auto answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog&) {
+  if (choices_.empty()) return {};
+  std::string path = std::move(choices_.front());
+  choices_.pop_front();
+  return path;
+}
+
+// Without a decoder, a file that starts and ends as a JPEG does is taken for one.
+toolkit::Picture HeadlessPlatform::LoadPicture(const std::string& path) {
+  std::ifstream file(environment::Replace(path, "\\", "/"), std::ios::binary);
+  if (!file) throw environment::MakeFailure(environment::kFileNotFound);
+  const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const std::size_t size = bytes.size();
+  const bool is_jpeg = size >= 4 && bytes[0] == 0xFF && bytes[1] == 0xD8 && bytes[size - 2] == 0xFF &&
+                       bytes[size - 1] == 0xD9;
+  if (!is_jpeg) throw environment::MakeFailure(environment::kInvalidPicture);
+  return {std::make_shared<const std::vector<unsigned char>>(bytes)};
+}
+
+}  // namespace dossierkit::headless

@@ -1,0 +1,159 @@
+#include "adapters/headless/headless_user.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "platform/environment/text.h"
+#include "platform/toolkit/controls/data_grid.h"
+#include "platform/toolkit/controls/mask_ed_box.h"
+#include "platform/toolkit/controls/text_box.h"
+#include "platform/toolkit/controls/toolbar.h"
+#include "platform/toolkit/controls/user_control.h"
+#include "platform/toolkit/controls/vertical_menu.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::headless {
+namespace {
+
+using toolkit::Control;
+using toolkit::MaskEdBox;
+using toolkit::TextBox;
+
+template <typename T>
+std::shared_ptr<T> FindKind(toolkit::Form& form) {
+  for (const auto& control : form.Controls()) {
+    if (auto found = std::dynamic_pointer_cast<T>(control)) return found;
+    if (const auto* page = dynamic_cast<const toolkit::UserControl*>(control.get())) {
+      for (const auto& inner : page->Controls()) {
+        if (auto found = std::dynamic_pointer_cast<T>(inner)) return found;
+      }
+    }
+  }
+  throw std::logic_error("no control of that kind in " + form.Name());
+}
+
+char32_t Decode(const std::string& character) {
+  const auto byte = [&](std::size_t i) { return static_cast<char32_t>(static_cast<unsigned char>(character.at(i))); };
+  switch (character.size()) {
+    case 1: return byte(0);
+    case 2: return (byte(0) & 0x1F) << 6 | (byte(1) & 0x3F);
+    case 3: return (byte(0) & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F);
+    default: return (byte(0) & 0x07) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F);
+  }
+}
+
+}  // namespace
+
+toolkit::Form& HeadlessUser::Window() {
+  toolkit::Form* form = desktop_.TopmostForm();
+  if (!form) throw std::logic_error("no window is open");
+  return *form;
+}
+
+std::shared_ptr<Control> HeadlessUser::Find(const std::string& name) {
+  for (const auto& control : Window().Controls()) {
+    if (control->Name() == name) return control;
+    if (const auto* page = dynamic_cast<const toolkit::UserControl*>(control.get())) {
+      if (auto found = page->Controls().Find(name)) return found;
+    }
+  }
+  throw std::logic_error("no control " + name);
+}
+
+void HeadlessUser::Click(const std::string& name, int button) {
+  const auto control = Find(name);
+  if (!control->UserMouseDown(button, 0, 15, 15)) return;
+  if (auto* command = dynamic_cast<toolkit::CommandButton*>(control.get())) command->UserClick();
+  if (auto* box = dynamic_cast<toolkit::CheckBox*>(control.get())) box->UserToggle();
+}
+
+void HeadlessUser::DoubleClick(const std::string& name) {
+  const auto control = Find(name);
+  if (!control->UserMouseDown(toolkit::kLeftButton, 0, 15, 15)) return;
+  if (auto* box = dynamic_cast<TextBox*>(control.get())) box->UserDblClick();
+}
+
+void HeadlessUser::ClickToolbar(const std::string& key) {
+  const auto bar = FindKind<toolkit::Toolbar>(Window());
+  const auto& buttons = bar->Buttons();
+  const auto button = std::find_if(buttons.begin(), buttons.end(), [&](const auto& b) { return b.Key() == key; });
+  if (button == buttons.end()) throw std::logic_error("no button " + key);
+  bar->UserClick(static_cast<std::size_t>(button - buttons.begin()));
+}
+
+void HeadlessUser::ClickMenu(int item) { FindKind<toolkit::VerticalMenu>(Window())->UserClick(item); }
+
+void HeadlessUser::ClickRow(int row) { FindKind<toolkit::DataGrid>(Window())->UserSelectRow(row); }
+
+void HeadlessUser::Type(const std::string& text) {
+  for (const auto& character : environment::Characters(text)) {
+    const char32_t code = Decode(character);
+    const int key = code < 0x80 ? static_cast<int>(environment::UpperCase(character)[0]) : 0xE5;
+    if (Window().UserKeyDown(key, 0)) TypeCharacter(code);
+  }
+}
+
+void HeadlessUser::TypeCharacter(char32_t character) {
+  if (!Window().UserKeyPress(character)) return;
+  const auto focus = Window().ActiveControl();
+  if (auto* box = dynamic_cast<TextBox*>(focus.get())) {
+    box->UserReplace(box->SelStart(), box->SelLength(), environment::Encode(character));
+  } else if (auto* masked = dynamic_cast<MaskEdBox*>(focus.get())) {
+    masked->UserType(environment::Encode(character));
+  }
+}
+
+void HeadlessUser::Press(int key, int shift) {
+  toolkit::Form& window = Window();
+  if (shift == toolkit::kAlt) {
+    const auto bar = FindKind<toolkit::Toolbar>(window);
+    if (const int index = bar->FindMnemonic(static_cast<char>(key)); index >= 0) bar->UserClick(static_cast<std::size_t>(index));
+    return;
+  }
+  if (!window.UserKeyDown(key, shift)) return;
+  if (key == toolkit::kKeyReturn && !window.UserKeyPress(shift == toolkit::kCtrl ? 10 : 13)) return;
+  ActOn(key, shift);
+}
+
+// What a native widget does with a key that nobody swallowed.
+void HeadlessUser::ActOn(int key, int shift) {
+  const auto focus = Window().ActiveControl();
+  if (auto* box = dynamic_cast<TextBox*>(focus.get())) {
+    const std::size_t start = box->SelStart();
+    const std::size_t length = box->SelLength();
+    const std::size_t size = environment::Length(box->Text());
+    if (key == toolkit::kKeyReturn && box->MultiLine()) box->UserReplace(start, length, "\r\n");
+    if (key == toolkit::kKeyBack && length > 0) box->UserReplace(start, length, "");
+    if (key == toolkit::kKeyBack && length == 0 && start > 0) box->UserReplace(start - 1, 1, "");
+    if (key == toolkit::kKeyDelete && (length > 0 || start < size)) box->UserReplace(start, std::max<std::size_t>(length, 1), "");
+    if (key == toolkit::kKeyHome) box->UserSelect(0, 0);
+    if (key == toolkit::kKeyEnd) box->UserSelect(size, 0);
+    if (key == 'A' && shift == toolkit::kCtrl) box->UserSelect(0, size);
+  } else if (auto* masked = dynamic_cast<MaskEdBox*>(focus.get())) {
+    if (key == toolkit::kKeyBack) masked->UserBackspace();
+    if (key == toolkit::kKeyDelete) masked->UserDelete();
+    if (key == toolkit::kKeyHome) masked->UserSelect(0, 0);
+    if (key == toolkit::kKeyEnd) masked->UserSelect(environment::Length(masked->Text()), 0);
+    if (key == 'A' && shift == toolkit::kCtrl) masked->UserSelect(0, environment::Length(masked->Text()));
+  } else if (auto* grid = dynamic_cast<toolkit::DataGrid*>(focus.get())) {
+    if (key == toolkit::kKeyUp) grid->UserSelectRow(grid->Row() - 1);
+    if (key == toolkit::kKeyDown) grid->UserSelectRow(grid->Row() + 1);
+  } else if (auto* menu = dynamic_cast<toolkit::VerticalMenu*>(focus.get())) {
+    if (key == toolkit::kKeyUp) menu->UserMark(menu->Marked() - 1);
+    if (key == toolkit::kKeyDown) menu->UserMark(menu->Marked() + 1);
+    if (key == toolkit::kKeyReturn) menu->UserClick(menu->Marked());
+  } else if (auto* button = dynamic_cast<toolkit::CommandButton*>(focus.get())) {
+    if (key == toolkit::kKeyReturn || key == ' ') button->UserClick();
+  }
+}
+
+void HeadlessUser::Paste(const std::string& text) {
+  const auto focus = Window().ActiveControl();
+  if (auto* box = dynamic_cast<TextBox*>(focus.get())) {
+    box->UserReplace(box->SelStart(), box->SelLength(), text);
+  } else if (auto* masked = dynamic_cast<MaskEdBox*>(focus.get())) {
+    masked->UserPaste(text);
+  }
+}
+
+}  // namespace dossierkit::headless

@@ -1,0 +1,49 @@
+// HeadlessUser: what a person at the keyboard and the mouse does, on windows without a screen. It
+// edits text boxes and moves in lists as a native widget would.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::headless {
+
+class HeadlessUser {
+ public:
+  explicit HeadlessUser(toolkit::Desktop& desktop) : desktop_(desktop) {}
+
+  // The topmost window; throws std::logic_error where there is none.
+  toolkit::Form& Window();
+  // The control of that name in the topmost window or on its page; throws std::logic_error.
+  std::shared_ptr<toolkit::Control> Find(const std::string& name);
+  template <typename T>
+  std::shared_ptr<T> Find(const std::string& name) {
+    return std::dynamic_pointer_cast<T>(Find(name));
+  }
+
+  void Click(const std::string& name, int button = toolkit::kLeftButton);
+  void DoubleClick(const std::string& name);
+  // Both fail (std::logic_error) where there is no such control; a disabled button does nothing.
+  void ClickToolbar(const std::string& key);
+  void ClickMenu(int item);
+  void ClickRow(int row);
+
+  void Type(const std::string& text);
+  // A key by its code (or the capital letter of it), with a mask of Shift, Ctrl, Alt.
+  void Press(int key, int shift = 0);
+  void Tab() { Window().UserTab(true); }
+  void BackTab() { Window().UserTab(false); }
+  void Paste(const std::string& text);
+  void Close() { Window().UserClose(); }
+
+ private:
+  void TypeCharacter(char32_t character);
+  void ActOn(int key, int shift);
+
+  toolkit::Desktop& desktop_;
+};
+
+}  // namespace dossierkit::headless
