@@ -23,7 +23,7 @@ enum EventReason { kReasonMove = 10, kReasonMoveFirst = 12, kReasonMoveNext = 13
 
 // One class for all engines. Rows are numbered from 1 in AbsolutePosition (-1 without rows, -2 at
 // BOF, -3 at EOF). Everything but Open, State and the events fails (3704) while closed.
-class Recordset {
+class Recordset : public std::enable_shared_from_this<Recordset> {
  public:
   Recordset() = default;
   // An open recordset over rows already read.

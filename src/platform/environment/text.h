@@ -21,6 +21,10 @@ std::string Right(std::string_view text, std::size_t count);
 // The code points of the text, each as its own UTF-8 string.
 std::vector<std::string> Characters(std::string_view text);
 
+// The code point at byte `position`, which must lie within the text; moves `position` behind it. A
+// byte that is no part of a valid sequence is U+FFFD by itself.
+char32_t NextCharacter(std::string_view text, std::size_t& position);
+
 // One code point as UTF-8.
 std::string Encode(char32_t character);
 

@@ -4,6 +4,7 @@
 #include <compare>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <variant>
 
 namespace dossierkit::environment {
