@@ -192,8 +192,8 @@ TEST_F(ControlItemsTest, AnImageForwardsItsButtonsAlone) {
 }
 
 TEST_F(ControlItemsTest, OnlyTheLeftAndTheRightButtonCount) {
-  const std::vector<std::shared_ptr<Control>> controls = {Wrapped<TextBox>(), Wrapped<CheckBox>(), Wrapped<Label>(),
-                                                          Wrapped<Image>()};
+  const std::vector<std::shared_ptr<Control>> controls = {Wrapped<TextBox>(), Wrapped<CheckBox>(),
+                                                          Wrapped<Label>(), Wrapped<Image>()};
   for (const auto& control : controls) {
     EXPECT_EQ(PressOn(*control, 1), Heard{"LButtonDown box"});
     EXPECT_EQ(PressOn(*control, 2), Heard{"RButtonDown box"});

@@ -194,7 +194,8 @@ TEST_F(EnterRule, TheLastFieldSavesAndOpensANewRecord) {
     EXPECT_EQ(Ran("select iif(max(A0399) is null,0,max(A0399))+1"), 1U);
   });
   EXPECT_TRUE(visit.Messages().empty());
-  EXPECT_EQ(One(*visit.database, "select count(*) from A03 where A0302='新单位' and A00='" + kPerson + "'"), "1");
+  EXPECT_EQ(One(*visit.database, "select count(*) from A03 where A0302='新单位' and A00='" + kPerson + "'"),
+            "1");
 }
 
 TEST_F(EnterRule, TheLastFieldSavesThoughTheSaveButtonIsDisabled) {

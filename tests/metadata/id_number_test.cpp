@@ -46,7 +46,8 @@ TEST_P(IdNumber, RequiredFifteenCharactersMeanTheNineteenHundredsOnly) {
 }
 
 TEST_P(IdNumber, AnotherLengthIsRefusedAndNotCompared) {
-  for (const char* number : {"", "3", "32048168031203", "3204816803120311", "32048119680312031", "3204811968031203160"}) {
+  for (const char* number :
+       {"", "3", "32048168031203", "3204816803120311", "32048119680312031", "3204811968031203160"}) {
     EXPECT_EQ(ErrorOf(GetParam(), number, "1968年03月12日"), kLength) << number;
     EXPECT_EQ(ErrorOf(GetParam(), number, ""), kLength) << number;
   }
@@ -101,7 +102,8 @@ TEST_P(IdNumber, TheMismatchFollowsTheOtherLines) {
   checks.CheckText(kIdNumber, "320481196803120316");
   checks.CheckText(RequiredFieldOf("A0101", "varchar", "姓名"), "");
   checks.CheckBirthDate();
-  EXPECT_EQ(checks.ErrorText(), "姓名 为必填项\r\n身份证号中的出生日期与您实际填写的出生日期不对应，请确认。");
+  EXPECT_EQ(checks.ErrorText(),
+            "姓名 为必填项\r\n身份证号中的出生日期与您实际填写的出生日期不对应，请确认。");
 }
 
 TEST_P(IdNumber, ADateOfBirthThatIsNoDateGivesTwoLines) {

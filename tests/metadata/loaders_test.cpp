@@ -90,6 +90,16 @@ TEST_F(Loaders, AHiddenColumnKeepsItsWidthOfZero) {
   EXPECT_EQ(LoadFieldItems("Z01")->Item("Z01_Z0102")->FldWidth, 0);
 }
 
+TEST_F(Loaders, AWidthBeyond16BitsFails) {
+  visit.database->RunScript("update s_infoitem set FldWidth = 40000 where itemname = 'Z0103'");
+  try {
+    LoadFieldItems("Z01");
+    ADD_FAILURE() << "accepted";
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.number(), 6);
+  }
+}
+
 TEST_F(Loaders, MetadataAloneLeavesTheValuesUnset) {
   const auto items = LoadFieldItems("Z01");
   for (const auto& item : *items) {
@@ -111,9 +121,7 @@ TEST_F(Loaders, EachLoadMakesItsOwnCollection) {
   EXPECT_EQ(LoadFieldItems("Z01")->Item("Z01_Z0101")->ItemDesc, "文字");
 }
 
-TEST_F(Loaders, ASetWithoutRowsGivesAnEmptyCollection) {
-  EXPECT_EQ(LoadFieldItems("Z09")->Count(), 0);
-}
+TEST_F(Loaders, ASetWithoutRowsGivesAnEmptyCollection) { EXPECT_EQ(LoadFieldItems("Z09")->Count(), 0); }
 
 TEST_F(Loaders, ASetWithoutRowsRunsNoValueQuery) {
   const auto items = LoadFieldValues("Z09", "P1", 1);

@@ -25,7 +25,8 @@ std::string TextError(Walk walk, const cFieldItem& item, const std::string& text
   return checks.ErrorText();
 }
 
-std::string MaskedError(Walk walk, const cFieldItem& item, const std::string& mask, const std::string& text = {}) {
+std::string MaskedError(Walk walk, const cFieldItem& item, const std::string& mask,
+                        const std::string& text = {}) {
   RecordChecks checks(walk);
   checks.CheckMasked(item, *MaskedBox(mask, text));
   return checks.ErrorText();
@@ -156,8 +157,10 @@ TEST(MaskedChecks, OtherTypesAreNotChecked) {
 TEST(MaskedChecks, PromptCharactersAloneCountAsEmpty) {
   for (const char* type : {"varchar", "datetime", "int", "ntext", "money"}) {
     for (const Walk walk : kAllWalks) {
-      EXPECT_EQ(MaskedError(walk, RequiredFieldOf("A0501", type, "起始"), kMonthMask), "起始 为必填项") << type;
-      EXPECT_EQ(MaskedError(walk, RequiredFieldOf("A0501", type, "起始"), kMonthMask, "1990年03月"), "") << type;
+      EXPECT_EQ(MaskedError(walk, RequiredFieldOf("A0501", type, "起始"), kMonthMask), "起始 为必填项")
+          << type;
+      EXPECT_EQ(MaskedError(walk, RequiredFieldOf("A0501", type, "起始"), kMonthMask, "1990年03月"), "")
+          << type;
       EXPECT_EQ(MaskedError(walk, FieldOf("A0501", type, "起始"), kMonthMask), "") << type;
     }
   }

@@ -39,7 +39,8 @@ void ExpectText(const cFieldItem& item, const std::string& text, const Added& ex
   EXPECT_EQ(added.update, expected.update) << item.FieldType << " '" << text << "'";
 }
 
-void ExpectMasked(const cFieldItem& item, const std::string& mask, const std::string& text, const Added& expected) {
+void ExpectMasked(const cFieldItem& item, const std::string& mask, const std::string& text,
+                  const Added& expected) {
   const auto box = MaskedBox(mask, text);
   const Added added = AddedBy([&](RecordLists& lists) { lists.AddMasked(item, *box); });
   EXPECT_EQ(added.insert, expected.insert) << item.FieldType << " '" << text << "'";

@@ -36,13 +36,14 @@ TEST_F(NewPersonSave, RunsTheseStatements) {
   InWindow([&] {
     visit.database->RunScript("update A01 set A0199 = 1; update A01 set A0199 = 41 where A0101 = '陆怀谷'");
     EXPECT_TRUE(SaveNew(FilledPage()));
-    EXPECT_EQ(visit.statements,
-              (Statements{
-                  "select iif(max(A0199) is null,0,max(A0199)) from a01  ",
-                  "insert into A01( A00 ,A0136,A0199,A0101,A0102,A0104,A0117,A0131) "
-                  "values('P-1',2 ,42,'张三','1','1968年03月12日','','320481196803120316')",
-                  "select iif(a0101 is null,'',a0101) from a01 where a00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'",
-              }));
+    EXPECT_EQ(
+        visit.statements,
+        (Statements{
+            "select iif(max(A0199) is null,0,max(A0199)) from a01  ",
+            "insert into A01( A00 ,A0136,A0199,A0101,A0102,A0104,A0117,A0131) "
+            "values('P-1',2 ,42,'张三','1','1968年03月12日','','320481196803120316')",
+            "select iif(a0101 is null,'',a0101) from a01 where a00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'",
+        }));
   });
   EXPECT_TRUE(visit.Messages().empty());
   EXPECT_EQ(Rows("select A0136,A0199,A0101,A0102,A0104,A0108,A0117,A0131 from A01 where A00='P-1'"),
@@ -56,6 +57,15 @@ TEST_F(NewPersonSave, ShowsTheNameOfTheWindowsPerson) {
     EXPECT_EQ(visit.statements.back(), "select iif(a0101 is null,'',a0101) from a01 where a00='P-1'");
     EXPECT_EQ(visit.Caption("labPersonName"), "张三");
   });
+}
+
+TEST_F(NewPersonSave, ANameThatIsNotFoundFailsThoughThePersonIsWritten) {
+  InWindow([&] {
+    visit.Window().personID = "nobody";
+    EXPECT_FALSE(SaveNew(FilledPage()));
+  });
+  ExpectTrapped();
+  EXPECT_EQ(One("select count(*) from A01 where A00='P-1'"), "1");
 }
 
 TEST_F(NewPersonSave, AnEmptyNameIsShownAsNone) {
@@ -144,6 +154,19 @@ TEST_F(NewPersonSave, RequiredASetOfManyAsksForItsNumberByAColumnThatNoSetHas) {
   EXPECT_EQ(One("select count(*) from A01 where A00='P-1'"), "0");
 }
 
+TEST_F(NewPersonSave, ThatColumnGivenTheNumberItFindsIsWrittenLast) {
+  visit.database->RunScript(
+      "alter table A01 add column personid varchar(36); update A01 set personid = 'P-1', A0199 = 6");
+  InWindow([&] {
+    auto page = ScratchPage::Single("A01", "P-1");
+    page->AddText(FieldOf("A0101", "Varchar"), "x");
+    page->WhInfo().IsMult = true;
+    SaveNew(page);
+    EXPECT_EQ(visit.statements.at(2),
+              "insert into A01( A00 ,A0136,A0199,A0101,A0199) values('P-1',2 ,7,'x','7')");
+  });
+}
+
 class StoredPersonSave : public SaveTest {
  protected:
   static std::shared_ptr<ScratchPage> Page() { return ScratchPage::Single("A01", kPerson); }
@@ -158,12 +181,13 @@ TEST_F(StoredPersonSave, RunsTheseStatements) {
     page->AddMasked(FieldOf("A0117", "Varchar", "邮政编码"), "######");
     page->AddText(FieldOf("A0131", "Varchar", "身份证号"), kIdNumber);
     EXPECT_TRUE(Save(page));
-    EXPECT_EQ(visit.statements,
-              (Statements{
-                  "update A01 set A0101 = '陆怀',A0104 = '1968年03月12日',A0108 = null,A0117 = '',"
-                  "A0131 = '320481196803120316' where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'",
-                  "select iif(a0101 is null,'',a0101) from a01 where a00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'",
-              }));
+    EXPECT_EQ(
+        visit.statements,
+        (Statements{
+            "update A01 set A0101 = '陆怀',A0104 = '1968年03月12日',A0108 = null,A0117 = '',"
+            "A0131 = '320481196803120316' where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'",
+            "select iif(a0101 is null,'',a0101) from a01 where a00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'",
+        }));
     EXPECT_EQ(visit.Caption("labPersonName"), "陆怀");
   });
   EXPECT_TRUE(visit.Messages().empty());
@@ -259,10 +283,11 @@ TEST_F(StoredPersonSave, AnotherWorkingModeReplacesTheRow) {
     auto page = Page();
     page->AddText(FieldOf("A0101", "Varchar"), "x");
     EXPECT_TRUE(Save(page));
-    EXPECT_EQ(visit.statements, (Statements{
-                                    "delete from A01 where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' ",
-                                    "insert into A01( A00 ,A0101) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9','x')",
-                                }));
+    EXPECT_EQ(visit.statements,
+              (Statements{
+                  "delete from A01 where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' ",
+                  "insert into A01( A00 ,A0101) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9','x')",
+              }));
   });
 }
 

@@ -21,11 +21,12 @@ TEST_F(ReplaceSave, ASetOfOneRecordRunsTheseStatements) {
     page->AddText(FieldOf("A1302", "int"), "");
     page->AddText(FieldOf("A1305", "Ntext"), "概述");
     EXPECT_TRUE(Save(page));
-    EXPECT_EQ(visit.statements,
-              (Statements{
-                  "delete from A13 where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' ",
-                  "insert into A13( A00 ,A1301,A1305) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9','8.5','概述')",
-              }));
+    EXPECT_EQ(
+        visit.statements,
+        (Statements{
+            "delete from A13 where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' ",
+            "insert into A13( A00 ,A1301,A1305) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9','8.5','概述')",
+        }));
   });
   EXPECT_TRUE(visit.Messages().empty());
   EXPECT_EQ(Rows("select A1302,A1305 from A13 where A00='" + kPerson + "'"), Lines{"NULL|概述"});
@@ -53,7 +54,8 @@ TEST_F(ReplaceSave, ASetOfManyRecordsRunsTheseStatements) {
 }
 
 TEST_F(ReplaceSave, CheckBoxesAddTheirStateWhateverTheirType) {
-  visit.database->RunScript("create table Z01 (A00 varchar(36) collate nocase, Z0101 boolean, Z0102 integer, Z0103 boolean)");
+  visit.database->RunScript(
+      "create table Z01 (A00 varchar(36) collate nocase, Z0101 boolean, Z0102 integer, Z0103 boolean)");
   InWindow([&] {
     auto page = ScratchPage::Single("Z01", "P1");
     page->AddCheck(FieldOf("Z0101", "bit"), 1);
@@ -91,7 +93,8 @@ TEST_F(ReplaceSave, APageOfEmptyOptionalFieldsPasses) {
 TEST_F(ReplaceSave, APageWithoutFieldsStillWritesTheRecord) {
   InWindow([&] {
     EXPECT_TRUE(Save(ScratchPage::Single("A12", kPerson)));
-    EXPECT_EQ(visit.statements.back(), "insert into A12( A00 ) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9')");
+    EXPECT_EQ(visit.statements.back(),
+              "insert into A12( A00 ) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9')");
   });
 }
 
@@ -100,7 +103,8 @@ TEST_F(ReplaceSave, ANewRecordDeletesNothing) {
     auto page = Visits(4);
     page->AddText(FieldOf("A0503", "Varchar"), "x");
     EXPECT_TRUE(Save(page));
-    EXPECT_EQ(visit.statements.at(0), "delete from A05 where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'  and A0599 = 4");
+    EXPECT_EQ(visit.statements.at(0),
+              "delete from A05 where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'  and A0599 = 4");
   });
   EXPECT_EQ(One("select count(*) from A05 where A00='" + kPerson + "'"), "4");
 }
@@ -111,7 +115,8 @@ TEST_F(ReplaceSave, AColumnThatNoControlShowsDoesNotSurvive) {
     page->AddText(FieldOf("A0503", "Varchar"), "x");
     EXPECT_TRUE(Save(page));
   });
-  EXPECT_EQ(Rows("select A0501,A0504 from A05 where A0503='x' and A00='" + kPerson + "'"), Lines{"NULL|NULL"});
+  EXPECT_EQ(Rows("select A0501,A0504 from A05 where A0503='x' and A00='" + kPerson + "'"),
+            Lines{"NULL|NULL"});
 }
 
 TEST_F(ReplaceSave, RequiredOldRowIsDeletedBeforeTheCheck) {
@@ -210,8 +215,9 @@ TEST_F(ReplaceSave, AnApostropheBreaksTheStatementAndTheOldRowIsGone) {
     auto page = Visits(2);
     page->AddText(FieldOf("A0503", "Varchar"), "O'Neil");
     EXPECT_FALSE(Save(page));
-    EXPECT_EQ(visit.statements.back(),
-              "insert into A05( A00 ,A0599,A0503) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9','2','O'Neil')");
+    EXPECT_EQ(
+        visit.statements.back(),
+        "insert into A05( A00 ,A0599,A0503) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9','2','O'Neil')");
   });
   ExpectTrapped();
   EXPECT_EQ(CountOfVisits(2), "0");

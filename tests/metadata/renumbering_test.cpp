@@ -14,7 +14,9 @@ class Renumbering : public SaveTest {
     page->AddText(FieldOf("A0602", "Varchar"), host);
     return Save(page);
   }
-  void Store(const std::string& rows) { visit.database->RunScript("insert into A06(A00,A0699,A0601,A0602) values " + rows); }
+  void Store(const std::string& rows) {
+    visit.database->RunScript("insert into A06(A00,A0699,A0601,A0602) values " + rows);
+  }
   Lines Numbers() { return Rows("select A0699,A0602 from A06 where A00='P' order by A0699,A0602"); }
 };
 
@@ -67,7 +69,8 @@ TEST_F(Renumbering, EqualSortValuesAreNumberedInTheOrderOfTheDatabase) {
   Store("('P',1,'2001-01-01','a'),('P',2,'2001-01-01','b')");
   Lines order;
   visit.failing->FailAt(1, environment::kEngineFailure, "", [&](const std::string& statement) {
-    if (statement == "select * from A06 where A00 ='P' order by A0601") order = Column(*visit.database, "select A0602 from A06 where A00 ='P' order by A0601");
+    if (statement == "select * from A06 where A00 ='P' order by A0601")
+      order = Column(*visit.database, "select A0602 from A06 where A00 ='P' order by A0601");
     return false;
   });
   InWindow([&] { EXPECT_TRUE(SaveConference(3, "2001年01月", "c")); });
@@ -84,9 +87,11 @@ TEST_F(Renumbering, OtherPersonsKeepTheirNumbers) {
 TEST_F(Renumbering, AFailureInItsMiddleLeavesNumbersAbove200UntilTheNextSave) {
   Store("('P',1,'2001-01-01','a'),('P',2,'2002-01-01','b')");
   InWindow([&] {
-    visit.failing->FailAt(2, environment::kEngineFailure, "磁盘或网络错误。", [](const std::string& statement) {
-      return statement.starts_with("update A06 set A0699 = ") && statement.find("+200") == std::string::npos;
-    });
+    visit.failing->FailAt(2, environment::kEngineFailure, "磁盘或网络错误。",
+                          [](const std::string& statement) {
+                            return statement.starts_with("update A06 set A0699 = ") &&
+                                   statement.find("+200") == std::string::npos;
+                          });
     EXPECT_FALSE(SaveConference(3, "2003年01月", "c"));
     EXPECT_EQ(Numbers(), (Lines{"1|a", "202|b", "203|c"}));
     ExpectMessage("磁盘或网络错误。", "信息保存");

@@ -15,7 +15,8 @@
 namespace dossierkit::tests {
 
 // A field of that column; optional and without codes.
-inline cFieldItem FieldOf(const std::string& column, const std::string& type, const std::string& label = "标签") {
+inline cFieldItem FieldOf(const std::string& column, const std::string& type,
+                          const std::string& label = "标签") {
   cFieldItem item;
   item.ItemName = column;
   item.FieldType = type;
@@ -50,8 +51,8 @@ class ScratchPage : public DossierPage {
     return std::make_shared<ScratchPage>(set, person);
   }
   // A page of a set with many records per person, on the record of that number.
-  static std::shared_ptr<ScratchPage> Multi(const std::string& set, const std::string& person, std::int16_t number,
-                                            const std::string& order) {
+  static std::shared_ptr<ScratchPage> Multi(const std::string& set, const std::string& person,
+                                            std::int16_t number, const std::string& order) {
     auto page = Single(set, person);
     page->info_.IsMult = true;
     page->info_.id = number;
