@@ -220,6 +220,13 @@ ado::Snapshot SqliteConnection::Run(const std::string& statement) {
 
 void SqliteConnection::RunScript(const std::string& script) { OpenEngine(script).RunScript(script); }
 
+std::string SqliteConnection::Pragma(const std::string& name) const {
+  const std::string text = "pragma " + name;
+  const Engine& engine = OpenEngine(text);
+  const Prepared prepared = engine.Prepare(text, text);
+  return engine.Step(prepared.get(), text) ? TextOf(sqlite3_column_text(prepared.get(), 0)) : std::string();
+}
+
 std::string SqliteConnection::Bytes() const {
   sqlite3_int64 size = 0;
   unsigned char* bytes = sqlite3_serialize(OpenEngine({}).database(), "main", &size, 0);
