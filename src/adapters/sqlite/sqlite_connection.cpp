@@ -68,7 +68,8 @@ class SqliteConnection::Engine {
   Prepared Prepare(const std::string& text, const std::string& statement) const {
     sqlite3_stmt* prepared = nullptr;
     const char* tail = nullptr;
-    if (sqlite3_prepare_v2(database_, text.data(), static_cast<int>(text.size()), &prepared, &tail) != SQLITE_OK) {
+    if (sqlite3_prepare_v2(database_, text.data(), static_cast<int>(text.size()), &prepared, &tail) !=
+        SQLITE_OK) {
       throw FailureOf(database_, statement);
     }
     Prepared owned(prepared);

@@ -17,7 +17,8 @@ using environment::DateTime;
 using environment::Failure;
 using environment::Value;
 
-const char* const kPeople = "create table A01(A00 varchar(36) collate nocase, A0101 varchar(20) collate nocase, A0199 integer);";
+const char* const kPeople =
+    "create table A01(A00 varchar(36) collate nocase, A0101 varchar(20) collate nocase, A0199 integer);";
 
 template <typename Action>
 Failure FailureOf(Action action) {
@@ -57,9 +58,15 @@ TEST(SqliteConnection, FilesThatAreNoDatabaseAreTold) {
   const DatabaseFile file(kPeople);
   file.Write("空.db", "");
   file.Write("照片.db", std::string(5000, 'x'));
-  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("空.db")); }).description().starts_with("文件不是数据库"));
-  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("照片.db")); }).description().starts_with("文件不是数据库"));
-  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("")); }).description().starts_with("不是数据库，而是文件夹"));
+  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("空.db")); })
+                  .description()
+                  .starts_with("文件不是数据库"));
+  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("照片.db")); })
+                  .description()
+                  .starts_with("文件不是数据库"));
+  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("")); })
+                  .description()
+                  .starts_with("不是数据库，而是文件夹"));
   EXPECT_EQ(file.Read("空.db"), "");
 }
 
@@ -70,7 +77,8 @@ TEST(SqliteConnection, DamagedDatabaseIsTold) {
   bytes.replace(4096, 100, std::string(100, '\xFF'));
   file.Write("坏.db", bytes);
   SqliteConnection connection(file.Path("坏.db"));
-  EXPECT_TRUE(FailureOf([&] { connection.Run("select * from A01"); }).description().starts_with("数据库已损坏"));
+  EXPECT_TRUE(
+      FailureOf([&] { connection.Run("select * from A01"); }).description().starts_with("数据库已损坏"));
 }
 
 TEST(SqliteConnection, ClosedConnectionFailsEveryStatement) {
@@ -92,17 +100,20 @@ TEST(SqliteConnection, MemoryIsACopyOfAFileThatIsInUse) {
   copy->Run("insert into A01(A00) values('Q')");
   EXPECT_EQ(copy->Execute("select count(*) from A01")->Fields(0), Value(2));
   EXPECT_EQ(file.Read(), before);
-  EXPECT_EQ(SqliteConnection::OpenInMemory(copy->Bytes())->Execute("select count(*) from A01")->Fields(0), Value(2));
+  EXPECT_EQ(SqliteConnection::OpenInMemory(copy->Bytes())->Execute("select count(*) from A01")->Fields(0),
+            Value(2));
 }
 
 TEST(SqliteConnection, MemoryRefusesWhatIsNoDatabase) {
-  EXPECT_EQ(FailureOf([] { SqliteConnection::OpenInMemory(std::string(5000, 'x')); }).number(), environment::kEngineFailure);
+  EXPECT_EQ(FailureOf([] { SqliteConnection::OpenInMemory(std::string(5000, 'x')); }).number(),
+            environment::kEngineFailure);
 }
 
 TEST(SqliteConnection, BadBytesOfAStoredTextAreReplaced) {
   const auto connection = SqliteConnection::OpenInMemory({});
   connection->RunScript(std::string(kPeople) + "insert into A01(A0101) values(cast(x'61FF62' as text))");
-  EXPECT_EQ(connection->Execute("select a0101 from a01")->Fields(0), Value("a\xEF\xBF\xBD" "b"));
+  EXPECT_EQ(connection->Execute("select a0101 from a01")->Fields(0), Value("a\xEF\xBF\xBD"
+                                                                           "b"));
 }
 
 TEST(SqliteConnection, TableThatAnotherProgramMadeAnewIsSeenAnew) {
@@ -117,7 +128,8 @@ TEST(SqliteConnection, TableThatAnotherProgramMadeAnewIsSeenAnew) {
 TEST(SqliteConnection, NameInDoubleQuotesIsNeverAText) {
   const auto connection = SqliteConnection::OpenInMemory({});
   connection->RunScript(kPeople);
-  EXPECT_EQ(FailureOf([&] { connection->RunScript("select \"nothing\" from A01"); }).number(), environment::kUnknownName);
+  EXPECT_EQ(FailureOf([&] { connection->RunScript("select \"nothing\" from A01"); }).number(),
+            environment::kUnknownName);
 }
 
 TEST(SqliteConnection, ConstraintsAndFailuresOfTriggersAreTold) {
@@ -131,7 +143,8 @@ TEST(SqliteConnection, ConstraintsAndFailuresOfTriggersAreTold) {
 TEST(SqliteConnection, StatementWithoutItsEndIsASyntaxError) {
   const auto connection = SqliteConnection::OpenInMemory({});
   connection->RunScript(kPeople);
-  EXPECT_EQ(FailureOf([&] { connection->Run("select a00 from a01 where"); }).description(), "SQL 语句语法错误：语句不完整。");
+  EXPECT_EQ(FailureOf([&] { connection->Run("select a00 from a01 where"); }).description(),
+            "SQL 语句语法错误：语句不完整。");
   EXPECT_EQ(FailureOf([&] { connection->Run("select a00 from a01 where where a00=1"); }).description(),
             "SQL 语句语法错误：“where”附近有错。");
 }
@@ -140,13 +153,15 @@ TEST(SampleDatabase, AnswersTheMenuAndHoldsEveryCodeTable) {
   std::ostringstream bytes;
   bytes << std::ifstream(SAMPLE_DATABASE, std::ios::binary).rdbuf();
   const auto connection = SqliteConnection::OpenInMemory(bytes.str());
-  const auto sets = connection->Execute("SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp");
+  const auto sets =
+      connection->Execute("SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp");
   EXPECT_GE(sets->RecordCount(), 15);
   const auto fields = connection->Execute("select codetable from s_infoitem where codetable<>''");
   ASSERT_GT(fields->RecordCount(), 0);
   for (std::int32_t row = 1; row <= fields->RecordCount(); ++row) {
     const std::string table = environment::TextOf(fields->ValueAt(row, 0));
-    EXPECT_GT(connection->Execute("select dmcod from " + table + " where dmattr =true ")->RecordCount(), 0) << table;
+    EXPECT_GT(connection->Execute("select dmcod from " + table + " where dmattr =true ")->RecordCount(), 0)
+        << table;
   }
 }
 

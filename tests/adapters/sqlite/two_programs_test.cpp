@@ -162,8 +162,9 @@ TEST(TwoPrograms, WhatWasReportedAsSavedOutlivesAKilledProgram) {
       for (int report = 0; program.NextReport(report);) last = report;
     }
     SqliteConnection connection(path);
-    ASSERT_EQ(connection.Execute("select count(*) from t where saved = 1 and n >= " + std::to_string(start) +
-                                 " and n <= " + std::to_string(last))
+    ASSERT_EQ(connection
+                  .Execute("select count(*) from t where saved = 1 and n >= " + std::to_string(start) +
+                           " and n <= " + std::to_string(last))
                   ->Fields(0),
               Value(last - start + 1));
     ASSERT_EQ(connection.Pragma("integrity_check"), "ok");

@@ -42,7 +42,8 @@ TEST(UnopenedConnection, FailsEveryStatement) {
 
 TEST(TracingConnection, TellsOfEachStatementAndItsRows) {
   std::vector<Trace> traces;
-  TracingConnection connection(std::make_shared<Recorder>(), [&](const Trace& trace) { traces.push_back(trace); });
+  TracingConnection connection(std::make_shared<Recorder>(),
+                               [&](const Trace& trace) { traces.push_back(trace); });
   EXPECT_TRUE(connection.IsOpen());
   EXPECT_EQ(connection.Execute("good")->RecordCount(), 2);
   EXPECT_THROW(connection.Run("bad"), environment::Failure);
@@ -77,7 +78,8 @@ TEST(FailingConnection, FailsInsteadOfTheChosenStatementOnce) {
 
 TEST(FailingConnection, CountsOnlyChosenStatements) {
   FailingConnection connection(std::make_shared<Recorder>());
-  connection.FailAt(1, 5, "故障", [](const std::string& statement) { return statement.starts_with("delete"); });
+  connection.FailAt(1, 5, "故障",
+                    [](const std::string& statement) { return statement.starts_with("delete"); });
   connection.Run("select");
   EXPECT_FALSE(connection.HasFailed());
   EXPECT_THROW(connection.Run("delete"), environment::Failure);

@@ -55,14 +55,17 @@ class OneAnswer : public Connection {
 class Listener {
  public:
   explicit Listener(Recordset& recordset)
-      : will_(recordset.WillMove.Subscribe([this](std::int32_t reason, std::int32_t& status, Recordset& source) {
-          heard.push_back("will " + std::to_string(reason) + " at " + std::to_string(source.AbsolutePosition()));
-          if (cancels) status = kStatusCancel;
-        })),
-        done_(recordset.MoveComplete.Subscribe([this](std::int32_t reason, std::int32_t& status, Recordset& source) {
-          heard.push_back("done " + std::to_string(reason) + " status " + std::to_string(status) + " at " +
-                          std::to_string(source.AbsolutePosition()));
-        })) {}
+      : will_(recordset.WillMove.Subscribe(
+            [this](std::int32_t reason, std::int32_t& status, Recordset& source) {
+              heard.push_back("will " + std::to_string(reason) + " at " +
+                              std::to_string(source.AbsolutePosition()));
+              if (cancels) status = kStatusCancel;
+            })),
+        done_(recordset.MoveComplete.Subscribe(
+            [this](std::int32_t reason, std::int32_t& status, Recordset& source) {
+              heard.push_back("done " + std::to_string(reason) + " status " + std::to_string(status) +
+                              " at " + std::to_string(source.AbsolutePosition()));
+            })) {}
 
   std::vector<std::string> Heard() { return std::exchange(heard, {}); }
 
@@ -202,7 +205,8 @@ TEST(Recordset, SubscriberMayDropTheLastReference) {
 
 TEST(Recordset, SubscriberMayCloseIt) {
   Recordset recordset(Rows(2));
-  const auto subscription = recordset.WillMove.Subscribe([](auto, auto&, Recordset& source) { source.Close(); });
+  const auto subscription =
+      recordset.WillMove.Subscribe([](auto, auto&, Recordset& source) { source.Close(); });
   Listener listener(recordset);
   // The second subscriber still hears of it, and finds it closed.
   EXPECT_EQ(NumberOfFailure([&] { recordset.MoveNext(); }), 3704);

@@ -15,10 +15,12 @@ TEST(Dates, ReadsWhatTheMasksProduce) {
 }
 
 TEST(Dates, ReadsTheOtherSeparatorsAlsoMixed) {
-  for (const char* text : {"1990-03-05", "1990/3/5", "1990.03.05", "1990-3月5", "1990年3-5日", " 1990-03-05 "}) {
+  for (const char* text :
+       {"1990-03-05", "1990/3/5", "1990.03.05", "1990-3月5", "1990年3-5日", " 1990-03-05 "}) {
     EXPECT_EQ(ParseDate(text), (DateTime{1990, 3, 5})) << text;
   }
-  for (const char* text : {"1990-03", "1990.03", "1990/3"}) EXPECT_EQ(ParseDate(text), (DateTime{1990, 3, 1})) << text;
+  for (const char* text : {"1990-03", "1990.03", "1990/3"})
+    EXPECT_EQ(ParseDate(text), (DateTime{1990, 3, 1})) << text;
 }
 
 TEST(Dates, ReadsATimeBehindAFullDate) {
@@ -31,19 +33,41 @@ TEST(Dates, ReadsATimeBehindAFullDate) {
 }
 
 TEST(Dates, IncompleteTextIsNoDate) {
-  for (const char* text : {"", " ", "1990", "1990年", "1990年月", "年月", "1990年03月日", "年03月05日", "1990-", "1990-03-",
-                           "1990年__月", "1990年0_月", "____年__月", "199年03月", "90年03月", "19900305", "990-03-05",
-                           "19990-03", "1990年003月", "1990 03 05", "1990年 3月", "一九九〇年三月", "3/5/1990", "abc"}) {
+  for (const char* text : {"",
+                           " ",
+                           "1990",
+                           "1990年",
+                           "1990年月",
+                           "年月",
+                           "1990年03月日",
+                           "年03月05日",
+                           "1990-",
+                           "1990-03-",
+                           "1990年__月",
+                           "1990年0_月",
+                           "____年__月",
+                           "199年03月",
+                           "90年03月",
+                           "19900305",
+                           "990-03-05",
+                           "19990-03",
+                           "1990年003月",
+                           "1990 03 05",
+                           "1990年 3月",
+                           "一九九〇年三月",
+                           "3/5/1990",
+                           "abc"}) {
     EXPECT_FALSE(IsDate(text)) << text;
   }
 }
 
 TEST(Dates, DayMustExist) {
-  for (const char* text : {"1990年13月", "1990年00月", "1990-02-29", "1900-02-29", "2000-04-31", "2000-01-32", "2000-01-00",
-                           "0099-01"}) {
+  for (const char* text : {"1990年13月", "1990年00月", "1990-02-29", "1900-02-29", "2000-04-31", "2000-01-32",
+                           "2000-01-00", "0099-01"}) {
     EXPECT_FALSE(IsDate(text)) << text;
   }
-  for (const char* text : {"2000-02-29", "1992-02-29", "0100-01", "9999-12-31"}) EXPECT_TRUE(IsDate(text)) << text;
+  for (const char* text : {"2000-02-29", "1992-02-29", "0100-01", "9999-12-31"})
+    EXPECT_TRUE(IsDate(text)) << text;
 }
 
 TEST(Dates, FormatAndParseAreInverseOnEveryDay) {

@@ -29,8 +29,8 @@ TEST(Numbers, ReadsSignDigitsAndOnePoint) {
 }
 
 TEST(Numbers, AnythingElseIsNoNumber) {
-  for (const char* text : {"", " ", ".", "-", "+-1", "1-", "1.2.3", "12abc", "1e5", "0x10", "1,000", "１２", "inf", "nan",
-                           "1 2", "- 1", "￥5"}) {
+  for (const char* text : {"", " ", ".", "-", "+-1", "1-", "1.2.3", "12abc", "1e5", "0x10", "1,000", "１２",
+                           "inf", "nan", "1 2", "- 1", "￥5"}) {
     EXPECT_FALSE(IsNumeric(text)) << text;
   }
 }

@@ -80,10 +80,13 @@ TEST(Like, AgreesWithAPlainRecursiveReading) {
     if (pattern[0] == '%') {
       return self(self, text, pattern.substr(1)) || (!text.empty() && self(self, text.substr(1), pattern));
     }
-    return !text.empty() && (pattern[0] == '_' || pattern[0] == text[0]) && self(self, text.substr(1), pattern.substr(1));
+    return !text.empty() && (pattern[0] == '_' || pattern[0] == text[0]) &&
+           self(self, text.substr(1), pattern.substr(1));
   };
   unsigned state = 7;
-  const auto random = [&](unsigned limit) { return (state = state * 1664525U + 1013904223U, (state >> 16) % limit); };
+  const auto random = [&](unsigned limit) {
+    return (state = state * 1664525U + 1013904223U, (state >> 16) % limit);
+  };
   for (int round = 0; round < 20000; ++round) {
     std::string text;
     std::string pattern;

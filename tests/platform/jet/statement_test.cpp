@@ -12,10 +12,11 @@ namespace {
 
 using environment::Failure;
 
-const TableColumns kA02{{"A00", ado::ColumnKind::kText, false},     {"A0201", ado::ColumnKind::kDate, false},
-                        {"A0202", ado::ColumnKind::kText, false},   {"A0205", ado::ColumnKind::kInteger, true},
-                        {"A0206", ado::ColumnKind::kBoolean, false}, {"A0207", ado::ColumnKind::kFloating, false},
-                        {"A0299", ado::ColumnKind::kInteger, false}};
+const TableColumns kA02{
+    {"A00", ado::ColumnKind::kText, false},      {"A0201", ado::ColumnKind::kDate, false},
+    {"A0202", ado::ColumnKind::kText, false},    {"A0205", ado::ColumnKind::kInteger, true},
+    {"A0206", ado::ColumnKind::kBoolean, false}, {"A0207", ado::ColumnKind::kFloating, false},
+    {"A0299", ado::ColumnKind::kInteger, false}};
 
 const TableColumns* ColumnsOf(std::string_view table) { return table == "A02" ? &kA02 : nullptr; }
 
@@ -49,7 +50,9 @@ TEST(Statement, OuterBlanksAndOneSemicolonAreDropped) {
 
 TEST(Statement, FormatBecomesAPatternOfItsColumn) {
   const Statement statement = Translate(
-      "select A02.A0299 as 序号, format(A02.A0201,'yyyy-mm') as 起始年月, format( len(A0202) , 'o''c' ) x from A02", ColumnsOf);
+      "select A02.A0299 as 序号, format(A02.A0201,'yyyy-mm') as 起始年月, format( len(A0202) , 'o''c' ) x "
+      "from A02",
+      ColumnsOf);
   EXPECT_EQ(statement.text, "select A02.A0299 as 序号, A02.A0201 as 起始年月, len(A0202) x from A02");
   ASSERT_EQ(statement.columns.size(), 3U);
   EXPECT_EQ(statement.columns[0].format, "");
@@ -59,8 +62,9 @@ TEST(Statement, FormatBecomesAPatternOfItsColumn) {
 
 TEST(Statement, FormatIsRefusedWhereItCannotBeTakenOut) {
   for (const char* statement :
-       {"select a from t where format(a,'0')='1'", "select format(a) as x from t", "select format(a,b) as x from t",
-        "select format(,'0') as x from t", "select iif(a,format(a,'0'),b) as x from t", "select *,format(a,'0') as x from t",
+       {"select a from t where format(a,'0')='1'", "select format(a) as x from t",
+        "select format(a,b) as x from t", "select format(,'0') as x from t",
+        "select iif(a,format(a,'0'),b) as x from t", "select *,format(a,'0') as x from t",
         "select t.*,format(a,'0') as x from t", "select format(format(a,'0'),'0') as x from t",
         "update A02 set A0202=format(A0201,'0')"}) {
     EXPECT_EQ(FailureOf(statement).number(), environment::kSyntaxError);
@@ -68,17 +72,18 @@ TEST(Statement, FormatIsRefusedWhereItCannotBeTakenOut) {
 }
 
 TEST(Statement, DefaultOfTrueOrFalseMakesABooleanColumn) {
-  const Statement statement =
-      Translate("select dmcod,iif(dmattr is null,false,dmattr) as dmattr,iif(a is null,0,a) from t", ColumnsOf);
+  const Statement statement = Translate(
+      "select dmcod,iif(dmattr is null,false,dmattr) as dmattr,iif(a is null,0,a) from t", ColumnsOf);
   ASSERT_EQ(statement.columns.size(), 2U);
   EXPECT_EQ(statement.columns[0].kind, ado::ColumnKind::kUnknown);
   EXPECT_EQ(statement.columns[1].kind, ado::ColumnKind::kBoolean);
 }
 
 TEST(Statement, StoredConstantsTakeTheKindOfTheirColumn) {
-  EXPECT_EQ(Text("insert into A02(A00,A0201,A0202,a0205,A0206,A0207,A0299) "
-                 "values('P','1990年03月','12','12','True','1.50','7')"),
-            "insert into A02(A00,A0201,A0202,a0205,A0206,A0207,A0299) values('P','1990-03-01','12',12,1,1.5,7)");
+  EXPECT_EQ(
+      Text("insert into A02(A00,A0201,A0202,a0205,A0206,A0207,A0299) "
+           "values('P','1990年03月','12','12','True','1.50','7')"),
+      "insert into A02(A00,A0201,A0202,a0205,A0206,A0207,A0299) values('P','1990-03-01','12',12,1,1.5,7)");
   EXPECT_EQ(Text("update A02 set A0201 = '1990年3月5日',A0202 = 'x' where A0202='1990年3月'"),
             "update A02 set A0201 = '1990-03-05',A0202 = 'x' where A0202='1990年3月'");
   EXPECT_EQ(Text("update A02 set A0206 = -1, A0205 = - 2.5, A0299 = 3"),
@@ -93,8 +98,9 @@ TEST(Statement, ConstantsOfUnknownTablesAndColumnsAreLeftAlone) {
 }
 
 TEST(Statement, ConstantsThatDoNotFitAreRefused) {
-  for (const char* assignment : {"A0201=''", "A0201='1990年月'", "A0201='1990年13月'", "A0201='____年__月'", "A0201=5",
-                                 "A0205='12abc'", "A0205=''", "A0206='是'", "A0206=''", "A0207='1,5'"}) {
+  for (const char* assignment :
+       {"A0201=''", "A0201='1990年月'", "A0201='1990年13月'", "A0201='____年__月'", "A0201=5",
+        "A0205='12abc'", "A0205=''", "A0206='是'", "A0206=''", "A0207='1,5'"}) {
     const Failure failure = FailureOf("update A02 set " + std::string(assignment));
     EXPECT_EQ(failure.number(), environment::kDataMismatch) << assignment;
     EXPECT_EQ(failure.description(), "标准表达式中数据类型不匹配。");
@@ -105,14 +111,41 @@ TEST(Statement, ConstantsThatDoNotFitAreRefused) {
 }
 
 TEST(Statement, WhatIsNotOneStatementIsRefused) {
-  for (const char* statement :
-       {"", "  ", ";", "select 'a from t", "select a from t where b='it's'", "select a from t -- x", "select a /* x */ from t",
-        "select a from t; select b from t", "delete from t;;", "select \"a\" from t", "select [a] from t",
-        "select `a` from t", "select ? from t", "select :a from t", "select @a from t", "select $a from t",
-        "select #1990-01-01# from t", "select a from t where b=1x", "select 0x10 from t", "select 1e5 from t",
-        "select 1.2.3 from t", "select a|b from t", "select (a from t", "select a) from t", "select a from t)(",
-        "pragma journal_mode", "drop table t", "create table t(a)", "with x as (select 1) select 1", "explain select a from t",
-        "begin", "commit", "attach 'x' as y", "'select'", "vacuum"}) {
+  for (const char* statement : {"",
+                                "  ",
+                                ";",
+                                "select 'a from t",
+                                "select a from t where b='it's'",
+                                "select a from t -- x",
+                                "select a /* x */ from t",
+                                "select a from t; select b from t",
+                                "delete from t;;",
+                                "select \"a\" from t",
+                                "select [a] from t",
+                                "select `a` from t",
+                                "select ? from t",
+                                "select :a from t",
+                                "select @a from t",
+                                "select $a from t",
+                                "select #1990-01-01# from t",
+                                "select a from t where b=1x",
+                                "select 0x10 from t",
+                                "select 1e5 from t",
+                                "select 1.2.3 from t",
+                                "select a|b from t",
+                                "select (a from t",
+                                "select a) from t",
+                                "select a from t)(",
+                                "pragma journal_mode",
+                                "drop table t",
+                                "create table t(a)",
+                                "with x as (select 1) select 1",
+                                "explain select a from t",
+                                "begin",
+                                "commit",
+                                "attach 'x' as y",
+                                "'select'",
+                                "vacuum"}) {
     const Failure failure = FailureOf(statement);
     EXPECT_EQ(failure.number(), environment::kSyntaxError) << statement;
     EXPECT_TRUE(failure.description().starts_with("SQL 语句语法错误：")) << failure.description();
@@ -122,13 +155,33 @@ TEST(Statement, WhatIsNotOneStatementIsRefused) {
 }
 
 TEST(Statement, OtherShapesAreRefused) {
-  for (const char* statement :
-       {"select", "select from t", "select a", "select a,", "select a, from t", "select a from", "insert into t values(1)",
-        "insert into t(a) select b from u", "insert into t(a,b) values(1)", "insert into t(a) values(1,2)",
-        "insert into t(a) values(1),(2)", "insert or replace into t(a) values(1)", "insert into t() values()",
-        "insert into t(a) values()", "insert into t(a,) values(1)", "insert into t(a) values(1) returning a",
-        "update or ignore t set a=1", "update t set", "update t set a", "update t set a=", "update t set a=,b=1",
-        "update t set a=1,", "update t set a=1, where b=2", "delete t", "delete from t a", "delete from", "delete * from t"}) {
+  for (const char* statement : {"select",
+                                "select from t",
+                                "select a",
+                                "select a,",
+                                "select a, from t",
+                                "select a from",
+                                "insert into t values(1)",
+                                "insert into t(a) select b from u",
+                                "insert into t(a,b) values(1)",
+                                "insert into t(a) values(1,2)",
+                                "insert into t(a) values(1),(2)",
+                                "insert or replace into t(a) values(1)",
+                                "insert into t() values()",
+                                "insert into t(a) values()",
+                                "insert into t(a,) values(1)",
+                                "insert into t(a) values(1) returning a",
+                                "update or ignore t set a=1",
+                                "update t set",
+                                "update t set a",
+                                "update t set a=",
+                                "update t set a=,b=1",
+                                "update t set a=1,",
+                                "update t set a=1, where b=2",
+                                "delete t",
+                                "delete from t a",
+                                "delete from",
+                                "delete * from t"}) {
     EXPECT_EQ(FailureOf(statement).number(), environment::kSyntaxError) << statement;
   }
 }
@@ -159,10 +212,13 @@ TEST(Tokens, CutWordsNumbersLiteralsAndOperators) {
 }
 
 TEST(Statement, AnyTextGivesOneStatementWithItsLiteralsOrASyntaxError) {
-  const std::string pieces[] = {"select ", "a ",     "from ", "t ",  "'x''y' ", "' ",   "( ",    ") ",     ", ", "; ",
-                                "-- ",     "insert ", "into ", "values", "=",    "update ", "set ", "format(", "1 ", "where "};
+  const std::string pieces[] = {"select ", "a ",      "from ", "t ",      "'x''y' ", "' ",    "( ",
+                                ") ",      ", ",      "; ",    "-- ",     "insert ", "into ", "values",
+                                "=",       "update ", "set ",  "format(", "1 ",      "where "};
   unsigned state = 3;
-  const auto random = [&](unsigned limit) { return (state = state * 1664525U + 1013904223U, (state >> 16) % limit); };
+  const auto random = [&](unsigned limit) {
+    return (state = state * 1664525U + 1013904223U, (state >> 16) % limit);
+  };
   int accepted = 0;
   for (int round = 0; round < 200000; ++round) {
     std::string text = pieces[random(2) == 0 ? 0 : random(20)];
@@ -171,7 +227,8 @@ TEST(Statement, AnyTextGivesOneStatementWithItsLiteralsOrASyntaxError) {
       const std::string result = Text(text);
       ++accepted;
       ASSERT_EQ(Text(result), result) << text;
-      ASSERT_EQ(result.find(';') == std::string::npos || result.find('\'') != std::string::npos, true) << text;
+      ASSERT_EQ(result.find(';') == std::string::npos || result.find('\'') != std::string::npos, true)
+          << text;
     } catch (const Failure& failure) {
       ASSERT_EQ(failure.number(), environment::kSyntaxError) << text;
     }
