@@ -380,6 +380,13 @@ TEST_F(Conformance, UnequalLeavesOutNullAndTheSameInOtherCase) {
   EXPECT_EQ(List("select A00 from A02 where A0202<>'AB'"), "2");
 }
 
+TEST_F(Conformance, EveryNumberButZeroIsStoredAsTrue) {
+  Run("insert into GB1(dmcod,dmattr) values('1','-1')");
+  Run("insert into GB1(dmcod,dmattr) values('2',2)");
+  Run("insert into GB1(dmcod,dmattr) values('3','0')");
+  EXPECT_EQ(List("select dmcod from GB1 where dmattr =true order by dmcod"), "1,2");
+}
+
 TEST_F(Conformance, FalseFindsRowsThatAreNotTrue) {
   AddCodes();
   EXPECT_EQ(List("select dmcod from GB1 where dmattr =false"), "1");

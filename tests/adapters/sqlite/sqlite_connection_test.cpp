@@ -121,6 +121,8 @@ TEST(SqliteConnection, TableThatAnotherProgramMadeAnewIsSeenAnew) {
   SqliteConnection connection(file.Path());
   connection.Run("insert into t(a) values('1990年03月')");
   SqliteConnection(file.Path()).RunScript("drop table t; create table t(a datetime)");
+  EXPECT_EQ(FailureOf([&] { connection.Run("insert into t(a) values('x')"); }).number(),
+            environment::kDataMismatch);
   connection.Run("insert into t(a) values('1990年03月')");
   EXPECT_EQ(connection.Execute("select a from t")->Fields(0), Value(DateTime{1990, 3, 1}));
 }

@@ -156,8 +156,12 @@ TEST(TwoPrograms, WhatWasReportedAsSavedOutlivesAKilledProgram) {
           report(n);
         }
       });
+      // In every fourth round it may be killed before it has saved anything, even while it opens the file.
+      if (round % 4 != 0) {
+        ASSERT_TRUE(program.NextReport(last));
+      }
       state = state * 1664525U + 1013904223U;
-      std::this_thread::sleep_for(std::chrono::microseconds(2000 + (state >> 8) % 18000));
+      std::this_thread::sleep_for(std::chrono::microseconds((state >> 8) % 12000));
       program.Kill();
       for (int report = 0; program.NextReport(report);) last = report;
     }
@@ -171,8 +175,7 @@ TEST(TwoPrograms, WhatWasReportedAsSavedOutlivesAKilledProgram) {
     saved += last - start + 1;
     next = environment::ToInt32(connection.Execute("select max(n) from t")->Fields(0)) + 1;
   }
-  // Otherwise the programs were killed before they did anything.
-  EXPECT_GT(saved, 200);
+  EXPECT_GE(saved, 150);
 }
 
 }  // namespace
