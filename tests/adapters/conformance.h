@@ -334,6 +334,13 @@ TEST_F(Conformance, PatternLookupSearchesCaptionAndShorthand) {
   EXPECT_EQ(found("%"), "101,102");
 }
 
+TEST_F(Conformance, LikeKnowsSetsAndSingleCharacters) {
+  AddSets();
+  EXPECT_EQ(List("select tblname from s_infotable where tblname like '[!a]%'"), "B01");
+  EXPECT_EQ(List("select tblname from s_infotable where tblname like '[a-b]01' order by tblname"), "A01,B01");
+  EXPECT_EQ(List("select tblname from s_infotable where tbldesc like '学_经历'"), "A02");
+}
+
 TEST_F(Conformance, LikeFindsACaptionWhoseShorthandIsNull) {
   AddCodes();
   EXPECT_EQ(List("select dmcod from GB1 where  ( DmCpt like '%无%' or   DmHnd like '%无%') "), "103");
