@@ -131,13 +131,13 @@ class Control : public std::enable_shared_from_this<Control> {
   environment::Event<int, int, int, int> MouseDown;  // button, shift, x, y in twips
   environment::Event<int, int, int, int> MouseMove;
 
-  // Raises an event of this control, keeping control, page and window alive meanwhile; nothing if
-  // the control was removed.
+  // Raises an event of this control, keeping control, page and window alive meanwhile; nothing, and
+  // no further subscriber, once the control was removed.
   template <typename... Parameters, typename... Arguments>
   void Raise(environment::Event<Parameters...>& event, Arguments&&... arguments) {
     if (removed_) return;
     const KeepAlive keep(*this);
-    event.Raise(std::forward<Arguments>(arguments)...);
+    event.RaiseWhile([this] { return !removed_; }, std::forward<Arguments>(arguments)...);
   }
 
   // Reports of the view. UserMouseDown moves the focus first where the kind takes it and gives false

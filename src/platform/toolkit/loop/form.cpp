@@ -1,5 +1,7 @@
 #include "platform/toolkit/loop/form.h"
 
+#include <exception>
+
 #include "platform/environment/failure.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/desktop.h"
@@ -16,7 +18,12 @@ constexpr int kBorderHeight = 405;
 Form::Form(Desktop& desktop, std::string name) : Control(Kind::kForm, std::move(name)), desktop_(desktop) {}
 
 Form::~Form() {
-  if (controls_) controls_->Clear();
+  if (!controls_) return;
+  try {
+    controls_->Clear();
+  } catch (...) {
+    // Nobody is left to hear of it.
+  }
 }
 
 void Form::SetCaption(std::string caption) {
@@ -57,7 +64,7 @@ void Form::ShowModal() {
     desktop_.RunModal(*this, [this] {
       CreateViews();
       Form_Resize();
-      if (Shown()) Form_Activate();
+      if (!LoopEnded()) Form_Activate();
     });
   } catch (...) {
     shown_ = false;
@@ -65,6 +72,7 @@ void Form::ShowModal() {
     throw;
   }
   shown_ = false;
+  sent_keys_.clear();
   DestroyViews();
 }
 
@@ -77,10 +85,16 @@ void Form::Unload() {
   loaded_ = false;
   shows_.clear();
   sent_keys_.clear();
-  controls_->Clear();
+  std::exception_ptr failure;
+  try {
+    controls_->Clear();
+  } catch (...) {
+    failure = std::current_exception();
+  }
   focus_.reset();
   DestroyViews();
   desktop_.EndLoop(*this);
+  if (failure) std::rethrow_exception(failure);
 }
 
 void Form::CreateViews() {

@@ -61,7 +61,7 @@ class Form : public Control {
   // All input runs through Deliver: one event of the user, with whatever it queues. Ignored while
   // the window is not the topmost modal one. Never throws: a failure ends the window's loop.
   void Deliver(const std::function<void()>& event);
-  // A key went down or a character came; false if it must go no further.
+  // A key went down or a character came; false if it must go no further, as where the focus moved.
   bool UserKeyDown(int key, int shift);
   bool UserKeyPress(char32_t character);
   void UserTab(bool forward);
@@ -99,6 +99,7 @@ class Form : public Control {
   void PageAdded(const std::shared_ptr<UserControl>& page);
   void ForgetFocusOf(const Control& removed);
   void RunQueues();
+  std::shared_ptr<Control> KeyTarget() const;
   bool ClickButtonOf(int key);
   void DeliverSentKeys(const SentKeys& sent);
   std::vector<std::shared_ptr<Control>> TabOrder() const;
