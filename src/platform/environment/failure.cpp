@@ -31,8 +31,8 @@ const char* DescriptionOf(int number) {
     case kObjectClosed: return "对象关闭时，不允许操作。";
     case kObjectOpen: return "对象打开时，不允许操作。";
     case kConnectionClosed: return "连接无法用于执行此操作。在此上下文中它可能已被关闭或无效。";
-    case kElementNotFound: return "未找到元素";
     case kDataMismatch: return "标准表达式中数据类型不匹配。";
+    case kElementNotFound: return "未找到元素";
     default: return "应用程序定义或对象定义错误";
   }
 }

@@ -47,12 +47,12 @@ inline constexpr int kUnknownItem = 3265;
 inline constexpr int kObjectClosed = 3704;
 inline constexpr int kObjectOpen = 3705;
 inline constexpr int kConnectionClosed = 3709;
-inline constexpr int kElementNotFound = 35601;
 inline constexpr int kNoSuchTable = -2147217865;
 inline constexpr int kUnknownName = -2147217904;
 inline constexpr int kSyntaxError = -2147217900;
 inline constexpr int kDataMismatch = -2147217913;
 inline constexpr int kEngineFailure = -2147467259;
+inline constexpr int kElementNotFound = 35601;
 
 // The failure of one of the numbers above, in the environment's own words.
 Failure MakeFailure(int number, std::string statement = {});

@@ -1,0 +1,52 @@
+// SqliteConnection: the embedded engine.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "platform/ado/connection.h"
+
+namespace dossierkit::sqlite {
+
+// How long a statement waits for another program's write before it fails.
+inline constexpr std::chrono::milliseconds kBusyTimeout{5000};
+
+// One open SQLite database, used from one thread. Every statement is a transaction of its own and is
+// on the disk when Run returns.
+class SqliteConnection : public ado::Connection {
+ public:
+  // Opens the database file at `path` (UTF-8). Throws a Failure for a file that does not exist, is no
+  // database or cannot be opened; it never makes a file.
+  explicit SqliteConnection(const std::string& path, std::chrono::milliseconds busy_timeout = kBusyTimeout);
+  ~SqliteConnection() override;
+  SqliteConnection(const SqliteConnection&) = delete;
+  SqliteConnection& operator=(const SqliteConnection&) = delete;
+
+  // A database in memory that begins as a copy of `bytes`, the content of a database file; empty for
+  // an empty database. The file itself is never touched.
+  static std::shared_ptr<SqliteConnection> OpenInMemory(const std::string& bytes);
+
+  // From now on every statement fails (3709). Closing twice is no failure.
+  void Close();
+
+  bool IsOpen() const override;
+  ado::Snapshot Run(const std::string& statement) override;
+
+  // Runs a script of SQLite's own SQL, past the dialect: schemas and test data.
+  void RunScript(const std::string& script);
+  // What SQLite answers to a pragma, its first row's first column: settings and checks.
+  std::string Pragma(const std::string& name) const;
+  // The database as the content of a file, to compare or to keep.
+  std::string Bytes() const;
+
+ private:
+  class Engine;
+
+  explicit SqliteConnection(std::unique_ptr<Engine> engine);
+  Engine& OpenEngine(const std::string& statement) const;
+
+  std::unique_ptr<Engine> engine_;
+};
+
+}  // namespace dossierkit::sqlite

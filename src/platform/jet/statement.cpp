@@ -1,0 +1,234 @@
+#include "platform/jet/statement.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <initializer_list>
+#include <utility>
+
+#include "platform/environment/failure.h"
+#include "platform/environment/text.h"
+#include "platform/jet/tokens.h"
+
+namespace dossierkit::jet {
+namespace {
+
+// Words that may stand before "(": functions of the dialect first, then those that are no functions.
+constexpr std::array<std::string_view, 20> kBeforeParenthesis{
+    "iif", "len", "format", "count", "max", "min", "sum", "avg",  "and",   "or",
+    "not", "in",  "from",   "on",    "join", "where", "like", "values", "select", "by"};
+
+class Translator {
+ public:
+  Translator(std::string_view statement, const Catalogue& catalogue)
+      : statement_(statement), catalogue_(catalogue), tokens_(Tokenize(statement)) {}
+
+  Statement Run() {
+    RequireBalancedParentheses();
+    if (At(0).Is("select")) {
+      TakeSelect();
+    } else if (At(0).Is("insert")) {
+      TakeInsert();
+    } else if (At(0).Is("update")) {
+      TakeUpdate();
+    } else if (At(0).Is("delete")) {
+      TakeDelete();
+    } else {
+      RefuseSyntax("只允许 SELECT、INSERT、UPDATE 或 DELETE", statement_);
+    }
+    result_.text.append(statement_.substr(copied_, tokens_.back().End() - copied_));
+    return std::move(result_);
+  }
+
+ private:
+  // The token at `index`; behind the last one an operator that is no token's.
+  const Token& At(std::size_t index) const {
+    static const Token kNone;
+    return index < tokens_.size() ? tokens_[index] : kNone;
+  }
+  bool IsWord(std::size_t index) const { return At(index).kind == TokenKind::kWord; }
+
+  void Require(bool condition, const std::string& reason) const {
+    if (!condition) RefuseSyntax(reason, statement_);
+  }
+
+  void RequireBalancedParentheses() const {
+    std::ptrdiff_t depth = 0;
+    for (const Token& token : tokens_) {
+      if (token.Is("(")) ++depth;
+      if (token.Is(")") && --depth < 0) break;
+    }
+    Require(depth == 0, "括号不配对");
+  }
+
+  // Copies the statement up to token `first` and puts `text` in the place of the tokens before `behind`.
+  void ReplaceTokens(std::size_t first, std::size_t behind, std::string_view text) {
+    result_.text.append(statement_.substr(copied_, At(first).position - copied_)).append(text);
+    copied_ = At(behind - 1).End();
+  }
+
+  // The index of the first of `words` at the depth of `begin`, of the ")" that ends that depth, or of
+  // the end.
+  std::size_t Find(std::size_t begin, std::initializer_list<std::string_view> words) const {
+    int depth = 0;
+    for (std::size_t i = begin; i < tokens_.size(); ++i) {
+      const bool found = std::any_of(words.begin(), words.end(), [&](auto word) { return tokens_[i].Is(word); });
+      if (depth == 0 && (found || tokens_[i].Is(")"))) return i;
+      if (tokens_[i].Is("(")) ++depth;
+      if (tokens_[i].Is(")")) --depth;
+    }
+    return tokens_.size();
+  }
+
+  // Every function called from `begin` on must be one of the dialect's; format stands only where it
+  // was taken out of a select list.
+  void RequireKnownFunctions(std::size_t begin) const {
+    for (std::size_t i = begin; i + 1 < tokens_.size(); ++i) {
+      if (!IsWord(i) || !At(i + 1).Is("(")) continue;
+      const bool known = std::any_of(kBeforeParenthesis.begin(), kBeforeParenthesis.end(),
+                                     [&](auto word) { return At(i).Is(word); });
+      const bool taken_out = std::find(formats_.begin(), formats_.end(), i) != formats_.end();
+      if (known && (taken_out || !At(i).Is("format"))) continue;
+      throw environment::Failure(environment::kSyntaxError,
+                                 "表达式中 '" + std::string(At(i).text) + "' 函数未定义。", std::string(statement_));
+    }
+  }
+
+  void TakeSelect() {
+    std::size_t item = 1;
+    for (bool more = true; more;) {
+      const std::size_t end = Find(item, {",", "from"});
+      Require(end > item, "SELECT 的列表有错");
+      Require(end < tokens_.size(), "缺少 FROM");
+      TakeItem(item, end);
+      more = At(end).Is(",");
+      item = end + 1;
+    }
+    Require(item < tokens_.size(), "FROM 之后缺少表名");
+    RequireKnownFunctions(1);
+  }
+
+  // One item of a select list: [begin, end).
+  void TakeItem(std::size_t begin, std::size_t end) {
+    const bool is_star = At(end - 1).Is("*") && (end == begin + 1 || At(end - 2).Is("."));
+    if (is_star) has_star_ = true;
+    ++item_count_;
+    if (!At(begin + 1).Is("(")) return;
+    if (At(begin).Is("format")) TakeFormat(begin);
+    // The engine cannot tell the kind of such an expression: its default can.
+    if (At(begin).Is("iif")) {
+      const std::size_t second = Find(begin + 2, {","}) + 1;
+      if (At(second + 1).Is(",") && (At(second).Is("true") || At(second).Is("false"))) {
+        Describe({{}, ado::ColumnKind::kBoolean});
+      }
+    }
+  }
+
+  // format(v,'p') becomes v; the pattern is applied to what the engine gives.
+  void TakeFormat(std::size_t begin) {
+    const std::size_t comma = Find(begin + 2, {","});
+    Require(comma > begin + 2 && At(comma).Is(",") && At(comma + 1).kind == TokenKind::kLiteral &&
+                At(comma + 2).Is(")"),
+            "FORMAT 需要一个值和一个格式");
+    Describe({TextOfLiteral(At(comma + 1).text), ado::ColumnKind::kUnknown});
+    formats_.push_back(begin);
+    const std::size_t value_begin = At(begin + 2).position;
+    ReplaceTokens(begin, comma + 3, statement_.substr(value_begin, At(comma - 1).End() - value_begin));
+  }
+
+  void Describe(ResultColumn column) {
+    Require(!has_star_, "“*” 之后不能有 FORMAT 或 IIF");
+    result_.columns.resize(item_count_);
+    result_.columns.back() = std::move(column);
+  }
+
+  void TakeInsert() {
+    result_.kind = Statement::Kind::kInsert;
+    Require(At(1).Is("into") && IsWord(2) && At(3).Is("("), "INSERT INTO 语句有错");
+    std::vector<std::string_view> names;
+    std::size_t i = 4;
+    for (; IsWord(i); i += 2) {
+      names.push_back(At(i).text);
+      if (!At(i + 1).Is(",")) break;
+    }
+    Require(IsWord(i) && At(i + 1).Is(")") && At(i + 2).Is("values") && At(i + 3).Is("("), "INSERT INTO 语句有错");
+    UseTable(At(2).text);
+    std::size_t value = i + 4;
+    for (std::size_t column = 0; column < names.size(); ++column) {
+      const std::size_t end = Find(value, {","});
+      Require(end > value, "INSERT INTO 语句有错");
+      Require(At(end).Is(column + 1 < names.size() ? "," : ")"), "查询值的数目与目标字段中的数目不同");
+      TakeAssigned(names[column], value, end);
+      value = end + 1;
+    }
+    Require(value == tokens_.size(), "INSERT INTO 语句有错");
+    RequireKnownFunctions(i + 3);
+  }
+
+  void TakeUpdate() {
+    result_.kind = Statement::Kind::kUpdate;
+    Require(IsWord(1) && At(2).Is("set"), "UPDATE 语句有错");
+    UseTable(At(1).text);
+    std::size_t name = 3;
+    for (bool more = true; more;) {
+      const std::size_t end = Find(name, {",", "where"});
+      Require(IsWord(name) && At(name + 1).Is("=") && end > name + 2, "UPDATE 语句有错");
+      TakeAssigned(At(name).text, name + 2, end);
+      more = At(end).Is(",");
+      name = end + 1;
+    }
+    RequireKnownFunctions(3);
+  }
+
+  void TakeDelete() {
+    result_.kind = Statement::Kind::kDelete;
+    Require(At(1).Is("from") && IsWord(2) && (tokens_.size() == 3 || At(3).Is("where")), "DELETE 语句有错");
+    RequireKnownFunctions(3);
+  }
+
+  void UseTable(std::string_view name) {
+    if (const TableColumns* columns = catalogue_(name)) columns_ = *columns;
+  }
+
+  // A constant [begin, end) that is stored in the column `name`; expressions are left alone.
+  void TakeAssigned(std::string_view name, std::size_t begin, std::size_t end) {
+    const auto column = std::find_if(columns_.begin(), columns_.end(), [&](const TableColumn& known) {
+      return environment::EqualIgnoringCase(known.name, name);
+    });
+    if (column == columns_.end()) return;
+    const bool is_signed = end == begin + 2 && (At(begin).Is("-") || At(begin).Is("+"));
+    const Token& constant = At(is_signed ? begin + 1 : begin);
+    if (constant.kind == TokenKind::kLiteral && end == begin + 1) {
+      ReplaceTokens(begin, end, CoerceChecked(TextOfLiteral(constant.text), *column));
+    } else if (constant.kind == TokenKind::kNumber && (is_signed || end == begin + 1)) {
+      const std::string sign(is_signed ? At(begin).text : std::string_view());
+      ReplaceTokens(begin, end, CoerceChecked(sign + std::string(constant.text), *column));
+    }
+  }
+
+  std::string CoerceChecked(const std::string& text, const TableColumn& column) const {
+    try {
+      return Coerce(text, column);
+    } catch (const environment::Failure& failure) {
+      throw environment::Failure(failure.number(), failure.description(), std::string(statement_));
+    }
+  }
+
+  std::string_view statement_;
+  const Catalogue& catalogue_;
+  std::vector<Token> tokens_;
+  TableColumns columns_;
+  Statement result_;
+  std::size_t copied_ = 0;  // bytes of the statement that are in the result
+  std::vector<std::size_t> formats_;  // tokens "format" that were taken out
+  std::size_t item_count_ = 0;
+  bool has_star_ = false;
+};
+
+}  // namespace
+
+Statement Translate(std::string_view statement, const Catalogue& catalogue) {
+  return Translator(statement, catalogue).Run();
+}
+
+}  // namespace dossierkit::jet
