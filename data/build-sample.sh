@@ -82,7 +82,7 @@ cat >"$work/nulls.sql" <<'END'
 select 'update ' || m.name || ' set "' || c.name || '" = null where "' || c.name || '" = '''';'
 from sqlite_master m, pragma_table_info(m.name) c
 where m.type = 'table' and m.name <> 'S_GUID'
-and (m.name like 's!_%' escape '!' or c.type in ('integer', 'datetime', 'boolean'));
+and (m.name like 's!_%' escape '!' or lower(c.type) in ('integer', 'datetime', 'boolean'));
 END
 run "$work/nulls.sql" 'the list of columns failed'
 mv "$work/out" "$work/nulls"

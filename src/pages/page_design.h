@@ -44,7 +44,7 @@ struct PageDesign {
   bool key_preview = false;
   bool photo = false;
   std::vector<FieldDesign> fields;
-  std::vector<FixedLabel> fixed_labels;
+  std::vector<FixedLabel> fixed_labels = {};
   toolkit::Rect grid;        // DGItems
   bool grid_visible = true;  // in the design
   toolkit::Rect explain;     // Frm1, captioned 填表说明, which holds labExplain

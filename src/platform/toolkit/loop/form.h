@@ -43,6 +43,7 @@ class Form : public Control {
   void Unload();
   bool Loaded() const { return loaded_; }
   bool Shown() const { return shown_; }
+  bool InVisit() const { return loaded_ || shown_; }  // from the load to the end of ShowModal
   bool LoopEnded() const;  // no loop of this window runs, or it is about to return
 
   // The controls; throws 364 while the window is unloaded.

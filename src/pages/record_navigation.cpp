@@ -1,0 +1,74 @@
+// The link between the record list and the form, and the mark of edits.
+#include "metadata/field_items.h"
+#include "metadata/loaders.h"
+#include "pages/ctrl_user.h"
+#include "platform/environment/text.h"
+#include "visit/dossier_window.h"
+#include "visit/runtime.h"
+
+namespace dossierkit {
+
+void ctrlUser::AdodcRs_WillMove(std::int32_t /*adReason*/, std::int32_t& adStatus) {
+  if (!wh_info_.IsChange) return;
+  auto& desktop = TheRuntime().desktop;
+  if (design_.move_question == MoveQuestion::kContinue) {
+    if (desktop.MsgBox("数据已被修改并未保存，是否继续？", toolkit::kYesNo) != toolkit::kAnswerYes) {
+      adStatus = ado::kStatusCancel;
+    }
+  } else if (desktop.MsgBox("数据已被修改并未保存，是否保存？", toolkit::kYesNo) != toolkit::kAnswerYes) {
+    // Required: No saves, and Yes goes on without saving.
+    TheRuntime().window->Save(*this);
+  }
+}
+
+// Required: the same after a move that was cancelled, which refills the form and drops the edits.
+void ctrlUser::AdodcRs_MoveComplete() {
+  if (!mTrackMove_) return;
+  if (AdodcRs_->RecordCount() > 0) {
+    const std::int16_t number = CurrentRecordNumber();
+    if (number < 1) {
+      field_items_ = LoadFieldItems(wh_info_.TabId);
+    } else {
+      wh_info_.id = number;
+      field_items_ = LoadFieldValues(wh_info_.TabId, wh_info_.personID, number);
+      labOpt_->SetCaption("当前操作：修改 ");
+      auto& bar = TheRuntime().window->TbMain();
+      bar.Button("Add").SetEnabled(true);
+      bar.Button("Delete").SetEnabled(true);
+    }
+    setCtrl(field_items_);
+  }
+  FocusFirstField();
+}
+
+// The number of the row under the cursor, read through the caption of the number's column; 0 without
+// such a caption.
+std::int16_t ctrlUser::CurrentRecordNumber() {
+  const std::string& set = wh_info_.TabId;
+  ado::Recordset row;
+  row.Open("select itemdesc from s_infoitem where itemdesc <>'' and  tblname = '" + set + "' and itemname = '" + set +
+               "99' ",
+           gConnection());
+  std::string caption;
+  if (row.RecordCount() > 0) caption = environment::TextOf(row.Fields("itemdesc"));
+  row.Close();
+  return caption.empty() ? std::int16_t{0} : environment::ToInt16(AdodcRs_->Fields(caption));
+}
+
+void ctrlUser::cItems_Change(toolkit::Control& ctl) {
+  if (mFilling_) return;
+  const bool counts = ctl.GetKind() == toolkit::Kind::kMaskEdBox || ctl.GetKind() == toolkit::Kind::kTextBox;
+  if (counts && environment::Right(ctl.Name(), 2) == "_v") wh_info_.IsChange = true;
+}
+
+void ctrlUser::cItems_GotFocus(toolkit::Control& ctl) {
+  labExplain_->SetCaption("");
+  if (environment::Right(ctl.Name(), 2) == "_v") {
+    labExplain_->SetCaption(field_items_->Item(ctl.Name().substr(0, ctl.Name().size() - 2))->FldExplain);
+  }
+  if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl); masked && design_.caret_step) masked->SetSelStart(0);
+}
+
+void ctrlUser::cItems_LostFocus(toolkit::Control&) { labExplain_->SetCaption(""); }
+
+}  // namespace dossierkit

@@ -1,0 +1,119 @@
+// The commands of the toolbar, on the page on show.
+#include "metadata/loaders.h"
+#include "photos/photo_files.h"
+#include "platform/ado/recordset.h"
+#include "shell/frm_dossier.h"
+#include "visit/runtime.h"
+
+namespace dossierkit {
+
+using environment::TextOf;
+
+void frmDossier::TbMain_ButtonClick(const toolkit::ToolbarButton& Button) {
+  const auto ctrl = GetUserCtrl();
+  if (!ctrl) return;
+  const std::string& key = Button.Key();
+  if (key == "Add") Add(*ctrl);
+  if (key == "Delete") Delete(*ctrl);
+  if (key == "Save") SaveCommand(*ctrl);
+  if (key == "Cancel") Cancel(*ctrl);
+  if (key == "Exit") Exit(*ctrl);
+}
+
+toolkit::MessageAnswer frmDossier::Ask(const std::string& question) {
+  return GetDesktop().MsgBox(question, toolkit::kYesNo, Caption());
+}
+
+// Required: the mark of edits is lost, and the edits stay on the screen.
+void frmDossier::ShowLimit(DossierPage& ctrl, std::int16_t limit) {
+  GetDesktop().MsgBox("此信息集最多只能录入" + std::to_string(limit) + "条记录。", toolkit::kOkOnly, Caption());
+  ctrl.WhInfo().IsChange = false;
+}
+
+// Makes a new page of the current set; no command seeks a record again.
+void frmDossier::Reload() { VMenu1_MenuItemClick(VMenu1().menucur(), VMenu1().menuitemcur()); }
+
+void frmDossier::Add(DossierPage& ctrl) {
+  cWhInfo& info = ctrl.WhInfo();
+  if (const std::int16_t limit = IsMaxNumber(info); limit != 0) {
+    ShowLimit(ctrl, limit);
+    return;
+  }
+  // Required: this question alone has no title of its own.
+  if (info.IsChange && GetDesktop().MsgBox("数据被修改且未保存，是否保存？", toolkit::kYesNo) == toolkit::kAnswerYes &&
+      !Save(ctrl)) {
+    return;
+  }
+  const std::string& set = info.TabId;
+  if (set == "A01") {
+    NewPerson();
+  } else {
+    info.IsChange = false;
+    if (info.IsMult) {
+      const auto next = gConnection().Execute("select iif(max(" + set + "99) is null,0,max(" + set + "99))+1  from " +
+                                              set + " where A00 ='" + info.personID + "' ");
+      info.id = environment::ToInt16(next->Fields(0));
+    } else {
+      info.id = 0;
+    }
+    const auto items = LoadFieldValues(set, info.personID, info.id);
+    ctrl.setCtrl(items);
+    ctrl.SetFieldItems(items);
+    info.IsChange = false;
+    frmCtrl_->SetEnabled(true);
+    TbMain().Button("Add").SetEnabled(false);
+    TbMain().Button("Delete").SetEnabled(false);
+  }
+  SetLabOpt(ctrl, "Add");
+}
+
+void frmDossier::Delete(DossierPage& ctrl) {
+  const cWhInfo& info = ctrl.WhInfo();
+  const std::string& set = info.TabId;
+  if (Ask(set == "A01" ? "此操作将删除此人所有信息，是否删除？" : "是否删除此条记录？") != toolkit::kAnswerYes) return;
+  std::string statement = "delete from " + set + " where A00='" + info.personID + "' ";
+  if (info.IsMult) statement += " and " + set + "99 = " + std::to_string(info.id);
+  if (set == "A01") DeletePhotoFile(info.personID, PhotoPath);
+  gConnection().Execute(statement);
+  if (info.IsMult) {
+    // Required: the walk takes the rows of all persons, and counts them.
+    ado::Recordset rows;
+    rows.Open("select * from " + set + " order by " + set + "99", gConnection());
+    const std::int32_t count = rows.RecordCount();
+    for (std::int32_t i = 1; i <= count; ++i) {
+      gConnection().Execute("update " + set + " set " + set + "99 = " + std::to_string(i) + " where a00='" +
+                            info.personID + "' and " + set + "99 = " + TextOf(rows.Fields(set + "99")));
+      rows.MoveNext();
+    }
+    rows.Close();
+  }
+  Reload();
+}
+
+void frmDossier::SaveCommand(DossierPage& ctrl) {
+  if (const std::int16_t limit = IsMaxNumber_Save(ctrl.WhInfo()); limit != 0) {
+    ShowLimit(ctrl, limit);
+    return;
+  }
+  if (!Save(ctrl)) return;
+  IsSaved = true;
+  DealType = 3;
+  ctrl.WhInfo().IsChange = false;
+  Reload();
+  auto& add = TbMain().Button("Add");
+  if (add.Enabled() && VMenu1().menuitemkey() != "A01") TbMain_ButtonClick(add);
+}
+
+void frmDossier::Cancel(DossierPage& ctrl) {
+  if (ctrl.WhInfo().IsChange && Ask("数据已被修改并且未被保存，是否取消？") != toolkit::kAnswerYes) return;
+  // Required: the reload asks once more, and a Yes there saves.
+  Reload();
+  if (DealType == 0) TbMain().Button("Add").SetEnabled(true);
+}
+
+void frmDossier::Exit(DossierPage& ctrl) {
+  if (ctrl.WhInfo().IsChange && Ask("数据被修改但未保存，是否保存？") == toolkit::kAnswerYes && !Save(ctrl)) return;
+  Unload();
+}
+
+}  // namespace dossierkit
