@@ -44,13 +44,14 @@ void CheckBox::UserToggle() {
   Form* window = Window();
   if (!window) return;
   const auto keep = weak_from_this().lock();
+  bool toggled = false;
   window->Deliver([&] {
-    if (Reachable() && window->MoveFocus(*this)) {
-      SetValue(value_ == 0 ? 1 : 0);
-    } else {
-      ShowAspect(Aspect::kText);
-    }
+    if (!Reachable() || !window->MoveFocus(*this)) return;
+    toggled = true;
+    SetValue(value_ == 0 ? 1 : 0);
   });
+  // The native widget may have toggled itself.
+  if (!toggled) ShowAspect(Aspect::kText);
 }
 
 void CommonDialog::ShowOpen() {

@@ -67,6 +67,7 @@ void VerticalMenu::UserClick(std::int32_t item) {
     marked_ = item;
     Raise(MenuItemClick, group, clicked);
   });
+  ShowAspect(Aspect::kSelection);
 }
 
 void VerticalMenu::UserMark(std::int32_t item) {

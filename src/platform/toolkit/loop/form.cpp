@@ -43,6 +43,11 @@ toolkit::Controls& Form::Controls() {
 }
 
 void Form::Load() {
+  struct Loading {
+    bool& flag;
+    explicit Loading(bool& loading) : flag(loading) { flag = true; }
+    ~Loading() { flag = false; }
+  } loading(loading_);
   loaded_ = true;
   controls_ = std::make_shared<toolkit::Controls>(*this);
   try {
@@ -55,7 +60,7 @@ void Form::Load() {
 }
 
 void Form::ShowModal() {
-  if (shown_) throw environment::MakeFailure(environment::kAlreadyShown);
+  if (InVisit()) throw environment::MakeFailure(environment::kAlreadyShown);
   if (!loaded_) Load();
   if (!loaded_) throw environment::MakeFailure(environment::kObjectUnloaded);
   const auto keep = shared_from_this();
@@ -112,8 +117,8 @@ void Form::DestroyViews() {
 
 void Form::PageAdded(const std::shared_ptr<UserControl>& page) { shows_.push_back(page); }
 
-void Form::Deliver(const std::function<void()>& event) {
-  if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) return;
+bool Form::Deliver(const std::function<void()>& event) {
+  if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) return false;
   const auto keep = weak_from_this().lock();
   ++depth_;
   try {
@@ -123,6 +128,7 @@ void Form::Deliver(const std::function<void()>& event) {
     desktop_.Fail(std::current_exception());
   }
   --depth_;
+  return true;
 }
 
 void Form::RunQueues() {
