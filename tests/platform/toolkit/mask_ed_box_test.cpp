@@ -33,6 +33,16 @@ TEST_F(MaskEdBoxTest, EmptyBoxReadsAsTheBlankMask) {
   });
 }
 
+TEST_F(MaskEdBoxTest, ShorterMaskTakesTheCaretBack) {
+  InBox([&](MaskEdBox& box) {
+    box.Select(6, 2);
+    box.SetMask("####");
+    EXPECT_EQ(box.SelStart() + box.SelLength(), 0U);
+    user.Type("1");
+    EXPECT_EQ(box.Text(), "1___");
+  });
+}
+
 TEST_F(MaskEdBoxTest, TypedDigitsFillTheMaskAndStepOverLiterals) {
   InBox([&](MaskEdBox& box) {
     const std::vector<std::pair<std::string, std::size_t>> expected = {

@@ -26,7 +26,7 @@ void Image::SetPicture(Picture picture) {
 void CommandButton::UserClick() {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   window->Deliver([&] {
     if (!Reachable() || !window->MoveFocus(*this)) return;
     Raise(Click);
@@ -43,7 +43,7 @@ void CheckBox::SetValue(int value) {
 void CheckBox::UserToggle() {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   bool toggled = false;
   window->Deliver([&] {
     if (!Reachable() || !window->MoveFocus(*this)) return;

@@ -154,6 +154,15 @@ class Control : public std::enable_shared_from_this<Control> {
   // The caption changed: shows it, here and where this control names another.
   void CaptionChanged();
 
+  // Keeps a control, its page and its window alive during a report or an event.
+  class KeepAlive {
+   public:
+    explicit KeepAlive(Control& control);
+
+   private:
+    std::shared_ptr<Control> self_, owner_, window_;
+  };
+
   // Called by the owner's Controls and by the window.
   friend class Controls;
   friend class Form;
@@ -163,14 +172,6 @@ class Control : public std::enable_shared_from_this<Control> {
   virtual void DestroyViews();
 
  private:
-  class KeepAlive {
-   public:
-    explicit KeepAlive(Control& control);
-
-   private:
-    std::shared_ptr<Control> self_, owner_, window_;
-  };
-
   Kind kind_;
   std::string name_;
   Control* owner_ = nullptr;

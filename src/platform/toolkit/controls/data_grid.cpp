@@ -52,7 +52,7 @@ std::int32_t DataGrid::Row() const { return RowCount() > 0 ? std::max(recordset_
 void DataGrid::UserSelectRow(std::int32_t row) {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   window->Deliver([&] {
     if (!Reachable() || row < 1 || row > RowCount() || !window->MoveFocus(*this)) return;
     // Getting the focus may have brought other rows.

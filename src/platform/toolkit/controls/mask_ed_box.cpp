@@ -37,6 +37,8 @@ MaskEdBox::MaskEdBox(std::string name) : Control(Kind::kMaskEdBox, std::move(nam
 void MaskEdBox::SetMask(std::string mask) {
   mask_ = std::move(mask);
   text_ = BlankMask();
+  sel_start_ = 0;
+  sel_length_ = 0;
   ShowAspect(Aspect::kText);
 }
 
@@ -94,7 +96,7 @@ void MaskEdBox::UserSelect(std::size_t start, std::size_t length) {
 void MaskEdBox::UserEdit(const std::function<bool(CharacterList&, const CharacterList&)>& edit) {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   const bool delivered = window->Deliver([&] {
     if (!Reachable()) {
       ShowAspect(Aspect::kText);

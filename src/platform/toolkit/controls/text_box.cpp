@@ -49,7 +49,7 @@ void TextBox::Select(std::size_t start, std::size_t length) {
 void TextBox::UserReplace(std::size_t start, std::size_t length, const std::string& inserted) {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   const bool delivered = window->Deliver([&] {
     if (!Reachable()) {
       ShowAspect(Aspect::kText);
@@ -91,7 +91,7 @@ void TextBox::UserSelect(std::size_t start, std::size_t length) {
 void TextBox::UserDblClick() {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   window->Deliver([&] {
     if (Reachable() && window->MoveFocus(*this)) Raise(DblClick);
   });

@@ -54,7 +54,7 @@ void Form::Load() {
     BuildDesign();
     Form_Load();
   } catch (...) {
-    Unload();
+    UnloadAfterFailure();
     throw;
   }
 }
@@ -73,7 +73,7 @@ void Form::ShowModal() {
     });
   } catch (...) {
     shown_ = false;
-    Unload();
+    UnloadAfterFailure();
     throw;
   }
   shown_ = false;
@@ -100,6 +100,14 @@ void Form::Unload() {
   DestroyViews();
   desktop_.EndLoop(*this);
   if (failure) std::rethrow_exception(failure);
+}
+
+// The failure that is on its way counts, not one of the unloading.
+void Form::UnloadAfterFailure() {
+  try {
+    Unload();
+  } catch (...) {
+  }
 }
 
 void Form::CreateViews() {

@@ -98,6 +98,7 @@ class Form : public Control {
   };
 
   void Load();
+  void UnloadAfterFailure();
   void PageAdded(const std::shared_ptr<UserControl>& page);
   void ForgetFocusOf(const Control& removed);
   void RunQueues();
