@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "metadata/field_items.h"
 #include "platform/environment/failure.h"
 #include "tests/support/visit.h"
 
