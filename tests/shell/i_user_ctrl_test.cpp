@@ -231,5 +231,19 @@ TEST_F(UserCtrl, ASaveOfAnEarlierVisitDoesNotCount) {
   EXPECT_FALSE(visit.Open([] {}));
 }
 
+TEST_F(UserCtrl, TheResultIsClearedBeforeTheWindowLoads) {
+  EXPECT_TRUE(visit.Open([&] { visit.user.ClickToolbar("Save"); }));
+  visit.failing->FailAt(1);
+  EXPECT_NE(FailureOf([&] { visit.component.ShowDossier(); }), 0);
+  EXPECT_FALSE(visit.Window().IsSaved);
+}
+
+TEST_F(UserCtrl, TheResultIsClearedAgainBehindTheMenusQuery) {
+  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
+    if (trace.statement == kMenu[0]) visit.Window().IsSaved = true;
+  }));
+  EXPECT_FALSE(visit.Open([] {}));
+}
+
 }  // namespace
 }  // namespace dossierkit::tests

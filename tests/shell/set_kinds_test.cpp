@@ -98,6 +98,19 @@ TEST_F(SetKinds, OnlyTheBasicSetAndSetsOfManyRecordsMayAddAndDelete) {
   });
 }
 
+TEST_F(SetKinds, RequiredInAnyOtherModeTheFieldsStayWithoutMetadata) {
+  visit.Open([&] {
+    visit.Window().DealType = 1;
+    const auto statements = During([&] { visit.GoTo("A04"); });
+    Statements expected = kOpenA04;
+    expected.erase(expected.begin() + 2, expected.begin() + 4);  // the metadata and the first record
+    EXPECT_EQ(statements, expected);
+    EXPECT_EQ(visit.OnShow().FieldItems()->Count(), 0);
+    EXPECT_EQ(visit.Text("A04_A0403").Text(), "江淮省作物学会");
+    visit.Window().DealType = 3;
+  });
+}
+
 // --- the page on show ------------------------------------------------------------------------------
 
 TEST_F(SetKinds, OnePageAtATime) {
