@@ -86,19 +86,18 @@ TEST_F(AddCommand, YesSavesTheEditsFirst) {
     visit.GoTo("A04");
     visit.Text("A04_A0404").SetText("理事");
     Answer(toolkit::kAnswerYes);
-    EXPECT_EQ(
-        During([&] { visit.user.ClickToolbar("Add"); }),
-        Join({kLimitA04,
-              {"delete from A04 where A00='" + kPerson + "'  and A0499 = 1",
-               "insert into A04( A00 ,A0499,A0401,A0402,A0403,A0404) values('" + kPerson +
-                   "','1','2008年05月','2018年04月','江淮省作物学会','理事')",
-               "update A04 set A0499 = A0499 +200 where a00='" + kPerson + "'",
-               "select * from A04 where A00 ='" + kPerson + "' order by A0401",
-               "update A04 set A0499 = 1 where a00='" + kPerson + "' and A0499 = 201",
-               "update A04 set A0499 = 2 where a00='" + kPerson + "' and A0499 = 202",
-               "update A04 set A0499 = 3 where a00='" + kPerson + "' and A0499 = 203",
-               "update A04 set A0499 = 4 where a00='" + kPerson + "' and A0499 = 204"},
-              NextA04("5")}));
+    EXPECT_EQ(During([&] { visit.user.ClickToolbar("Add"); }),
+              Join({kLimitA04,
+                    {"delete from A04 where A00='" + kPerson + "'  and A0499 = 1",
+                     "insert into A04( A00 ,A0499,A0401,A0402,A0403,A0404) values('" + kPerson +
+                         "','1','2008年05月','2018年04月','江淮省作物学会','理事')",
+                     "update A04 set A0499 = A0499 +200 where a00='" + kPerson + "'",
+                     "select * from A04 where A00 ='" + kPerson + "' order by A0401",
+                     "update A04 set A0499 = 1 where a00='" + kPerson + "' and A0499 = 201",
+                     "update A04 set A0499 = 2 where a00='" + kPerson + "' and A0499 = 202",
+                     "update A04 set A0499 = 3 where a00='" + kPerson + "' and A0499 = 203",
+                     "update A04 set A0499 = 4 where a00='" + kPerson + "' and A0499 = 204"},
+                    NextA04("5")}));
     EXPECT_EQ(State(), "当前操作：增加 on off off");
   });
 }
@@ -136,7 +135,8 @@ TEST_F(AddCommand, AFailedSaveStopsIt) {
     EXPECT_EQ(visit.OnShow().WhInfo().id, 1);
     EXPECT_TRUE(visit.OnShow().WhInfo().IsChange);
   });
-  EXPECT_EQ(Shown(), (Messages{{kSaveEdits, kYesOrNo, "DossierKit"}, {"任职单位名称 为必填项", kOk, "错误信息"}}));
+  EXPECT_EQ(Shown(),
+            (Messages{{kSaveEdits, kYesOrNo, "DossierKit"}, {"任职单位名称 为必填项", kOk, "错误信息"}}));
 }
 
 TEST_F(AddCommand, OnTheBasicSetANewPersonBegins) {
@@ -171,7 +171,8 @@ TEST_F(AddCommand, ADisabledButtonIsNotClickedButCodeMayCallTheCommand) {
     EXPECT_TRUE(During([&] { visit.user.ClickToolbar("Add"); }).empty());
     EXPECT_TRUE(During([&] { visit.user.Press('N', toolkit::kAlt); }).empty());
     EXPECT_TRUE(During([&] { visit.user.Press('N', toolkit::kCtrl); }).empty());
-    EXPECT_EQ(During([&] { visit.Window().TbMain_ButtonClick(visit.Window().TbMain().Button("Add")); }), AddA04("5"));
+    EXPECT_EQ(During([&] { visit.Window().TbMain_ButtonClick(visit.Window().TbMain().Button("Add")); }),
+              AddA04("5"));
   });
 }
 

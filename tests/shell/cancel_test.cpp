@@ -87,21 +87,21 @@ TEST_F(CancelCommand, RequiredANewPersonIsGivenAnotherIdAndAddIsEnabled) {
     const auto statements = During([&] { visit.user.ClickToolbar("Cancel"); });
     const std::string second = visit.Window().personID;
     EXPECT_NE(second, first);
-    EXPECT_EQ(statements,
-              (Statements{
-                  "select count(A00) from a01 where a00 ='" + first + "'",
-                  " select Property from s_infotable  where TblName ='A01'",
-                  " select * from s_infoitem  where tblname ='A01'",
-                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A01'  "
-                  "and orderfield<>'' ",
-                  "select count(*) from A01 where A00 ='" + first + "'",
-                  " delete from S_GUID ",
-                  "insert into S_GUID(val) values('a')",
-                  "select id from S_GUID where val='a'",
-                  " select * from s_infoitem  where tblname ='A01'",
-                  "select * from A01 where a00 ='" + second + "'",
-                  "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'",
-              }));
+    EXPECT_EQ(statements, (Statements{
+                              "select count(A00) from a01 where a00 ='" + first + "'",
+                              " select Property from s_infotable  where TblName ='A01'",
+                              " select * from s_infoitem  where tblname ='A01'",
+                              "select iif(orderfield is null , '',orderfield) as orderfield  from "
+                              "s_infotable where tblname ='A01'  "
+                              "and orderfield<>'' ",
+                              "select count(*) from A01 where A00 ='" + first + "'",
+                              " delete from S_GUID ",
+                              "insert into S_GUID(val) values('a')",
+                              "select id from S_GUID where val='a'",
+                              " select * from s_infoitem  where tblname ='A01'",
+                              "select * from A01 where a00 ='" + second + "'",
+                              "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'",
+                          }));
     EXPECT_EQ(State(), "当前操作：增加 on on off");
     EXPECT_EQ(visit.Window().DealType, 0);
   });

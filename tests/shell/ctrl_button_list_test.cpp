@@ -22,9 +22,10 @@ TEST_F(Strip, HoldsElevenButtons) {
     int image;
   };
   const std::vector<Row> rows = {
-      {"PrePerson", "上一人", 1}, {"NextPerson", "下一人", 2}, {"", "", 0},           {"Add", "增加", 3},
-      {"Modify", "修改", 4},      {"Delete", "删除", 5},       {"Save", "保存", 6},   {"Cancel", "取消", 7},
-      {"", "", 0},                {"PreItem", "上一条", 1},    {"NextItem", "下一条", 2},
+      {"PrePerson", "上一人", 1}, {"NextPerson", "下一人", 2}, {"", "", 0},
+      {"Add", "增加", 3},         {"Modify", "修改", 4},       {"Delete", "删除", 5},
+      {"Save", "保存", 6},        {"Cancel", "取消", 7},       {"", "", 0},
+      {"PreItem", "上一条", 1},   {"NextItem", "下一条", 2},
   };
   EXPECT_EQ(strip->Controls().Count(), 1u);
   EXPECT_EQ(Bar().Name(), "Toolbar1");
@@ -61,12 +62,13 @@ TEST_F(Strip, TellsOfEachClickAndDoesNothingElse) {
     visit.desktop.RegisterClass("Test.Strip", [&](const std::string&) { return strip; });
     visit.Window().Controls().Add("Test.Strip", "strip");
     std::vector<std::string> clicked;
-    const auto hook = strip->ButtonClick.Subscribe([&](const toolkit::ToolbarButton& button) { clicked.push_back(button.Key()); });
+    const auto hook = strip->ButtonClick.Subscribe(
+        [&](const toolkit::ToolbarButton& button) { clicked.push_back(button.Key()); });
     visit.statements.clear();
     auto& bar = const_cast<toolkit::Toolbar&>(Bar());
     for (std::size_t i = 0; i < bar.Buttons().size(); ++i) bar.UserClick(i);
-    EXPECT_EQ(clicked, (std::vector<std::string>{"PrePerson", "NextPerson", "Add", "Modify", "Delete", "Save", "Cancel",
-                                                 "PreItem", "NextItem"}));
+    EXPECT_EQ(clicked, (std::vector<std::string>{"PrePerson", "NextPerson", "Add", "Modify", "Delete", "Save",
+                                                 "Cancel", "PreItem", "NextItem"}));
     EXPECT_TRUE(visit.statements.empty());
   });
   EXPECT_TRUE(visit.Messages().empty());

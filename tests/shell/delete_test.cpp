@@ -54,11 +54,17 @@ TEST_F(DeleteCommand, OfThreeRecordsWithoutTheSecondTheNumbersAreOneAndTwo) {
 }
 
 TEST_F(DeleteCommand, RequiredTheWalkTakesTheRowsOfAllPersonsAndCountsThem) {
-  Script("delete from A04;"
-         "insert into A04 (A00,A0401,A0403,A0404,A0499) values "
-         "('" + kPerson + "','2001-01-01','a','P1',1), ('" + kOther + "','2001-01-01','a','Q1',1),"
-         "('" + kPerson + "','2002-01-01','a','P2',2), ('" + kOther + "','2002-01-01','a','Q2',2),"
-         "('" + kPerson + "','2003-01-01','a','P3',3), ('" + kOther + "','2003-01-01','a','Q3',3)");
+  Script(
+      "delete from A04;"
+      "insert into A04 (A00,A0401,A0403,A0404,A0499) values "
+      "('" +
+      kPerson + "','2001-01-01','a','P1',1), ('" + kOther +
+      "','2001-01-01','a','Q1',1),"
+      "('" +
+      kPerson + "','2002-01-01','a','P2',2), ('" + kOther +
+      "','2002-01-01','a','Q2',2),"
+      "('" +
+      kPerson + "','2003-01-01','a','P3',3), ('" + kOther + "','2003-01-01','a','Q3',3)");
   visit.Open([&] {
     visit.GoTo("A04");
     visit.user.ClickRow(2);
@@ -81,11 +87,15 @@ TEST_F(DeleteCommand, RequiredTheWalkTakesTheRowsOfAllPersonsAndCountsThem) {
 }
 
 TEST_F(DeleteCommand, RequiredAWalkBeyondSixteenBitsGoesOnAndTheSetNeverOpensAgain) {
-  Script("delete from A04;"
-         "insert into A04 (A00,A0401,A0403,A0404,A0499) values "
-         "('" + kPerson + "','2001-01-01','a','P1',1), ('" + kPerson + "','2002-01-01','a','P2',2);"
-         "with recursive n(i) as (select 1 union all select i + 1 from n where i < 33000) "
-         "insert into A04 (A00,A0403,A0404,A0499) select '" + kOther + "','a','Q',i from n");
+  Script(
+      "delete from A04;"
+      "insert into A04 (A00,A0401,A0403,A0404,A0499) values "
+      "('" +
+      kPerson + "','2001-01-01','a','P1',1), ('" + kPerson +
+      "','2002-01-01','a','P2',2);"
+      "with recursive n(i) as (select 1 union all select i + 1 from n where i < 33000) "
+      "insert into A04 (A00,A0403,A0404,A0499) select '" +
+      kOther + "','a','Q',i from n");
   try {
     visit.Open([&] {
       visit.GoTo("A04");
@@ -137,7 +147,8 @@ TEST_F(DeleteCommand, RequiredEditsAreAskedAboutOnlyByTheReload) {
     visit.user.ClickToolbar("Delete");
     EXPECT_EQ(visit.Text("A04_A0403").Text(), "稻作科学编辑部");
   });
-  EXPECT_EQ(Shown(), (Messages{{"是否删除此条记录？", kYesOrNo, "人员维护"}, {kSaveEdits, kYesOrNo, kWindow}}));
+  EXPECT_EQ(Shown(),
+            (Messages{{"是否删除此条记录？", kYesOrNo, "人员维护"}, {kSaveEdits, kYesOrNo, kWindow}}));
   EXPECT_EQ(Posts(), "3");
 }
 
@@ -169,7 +180,8 @@ TEST_F(DeleteCommand, OnAnotherSingleSetOnlyCodeCanReachIt) {
                   " select Property from s_infotable  where TblName ='A12'",
                   " select * from s_infoitem  where tblname ='A12'",
                   "select * from A12 where a00 ='" + kPerson + "'",
-                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A12'  "
+                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where "
+                  "tblname ='A12'  "
                   "and orderfield<>'' ",
                   "select count(*) from A12 where A00 ='" + kPerson + "'",
                   " select * from s_infoitem  where tblname ='A12'",
@@ -186,23 +198,23 @@ TEST_F(DeleteCommand, RequiredAPersonIsDeletedFromTheBasicSetAloneAndAFreshOneBe
   EXPECT_FALSE(visit.Open([&] {
     const auto statements = During([&] { ClickDelete(toolkit::kAnswerYes); });
     const std::string id = visit.Window().personID;
-    EXPECT_EQ(statements,
-              (Statements{
-                  "delete from A01 where A00='" + kPerson + "' ",
-                  "select count(A00) from a01 where a00 ='" + kPerson + "'",
-                  " select Property from s_infotable  where TblName ='A01'",
-                  " select * from s_infoitem  where tblname ='A01'",
-                  "select * from A01 where a00 ='" + kPerson + "'",
-                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A01'  "
-                  "and orderfield<>'' ",
-                  "select count(*) from A01 where A00 ='" + kPerson + "'",
-                  " delete from S_GUID ",
-                  "insert into S_GUID(val) values('a')",
-                  "select id from S_GUID where val='a'",
-                  " select * from s_infoitem  where tblname ='A01'",
-                  "select * from A01 where a00 ='" + id + "'",
-                  "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'",
-              }));
+    EXPECT_EQ(statements, (Statements{
+                              "delete from A01 where A00='" + kPerson + "' ",
+                              "select count(A00) from a01 where a00 ='" + kPerson + "'",
+                              " select Property from s_infotable  where TblName ='A01'",
+                              " select * from s_infoitem  where tblname ='A01'",
+                              "select * from A01 where a00 ='" + kPerson + "'",
+                              "select iif(orderfield is null , '',orderfield) as orderfield  from "
+                              "s_infotable where tblname ='A01'  "
+                              "and orderfield<>'' ",
+                              "select count(*) from A01 where A00 ='" + kPerson + "'",
+                              " delete from S_GUID ",
+                              "insert into S_GUID(val) values('a')",
+                              "select id from S_GUID where val='a'",
+                              " select * from s_infoitem  where tblname ='A01'",
+                              "select * from A01 where a00 ='" + id + "'",
+                              "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'",
+                          }));
     EXPECT_NE(id, kPerson);
     EXPECT_EQ(visit.Window().DealType, 0);
     EXPECT_EQ(visit.Caption("labPersonName"), "");
@@ -220,7 +232,7 @@ TEST_F(DeleteCommand, AFailureInTheMiddleLeavesTheStepsDone) {
       {"1", "2", "3", "4"},                   // the delete failed
       {"2", "3", "4"},                        // the reading failed
       {"2", "3", "4"},                        // the first number failed
-      {"1", "3", "4"},     {"1", "2", "4"},   // the second, the third
+      {"1", "3", "4"},      {"1", "2", "4"},  // the second, the third
       {"1", "2", "3"},                        // the reload failed
   };
   for (std::size_t i = 0; i < left.size(); ++i) {
@@ -236,7 +248,9 @@ TEST_F(DeleteCommand, AFailureInTheMiddleLeavesTheStepsDone) {
               }),
               environment::kEngineFailure)
         << i;
-    EXPECT_EQ(Column(*each.database, "select A0499 from A04 where A00='" + kPerson + "' order by A0499"), left[i]) << i;
+    EXPECT_EQ(Column(*each.database, "select A0499 from A04 where A00='" + kPerson + "' order by A0499"),
+              left[i])
+        << i;
     EXPECT_EQ(each.platform.messages.size(), 1u);
     EXPECT_FALSE(each.Window().InVisit());
   }
@@ -281,7 +295,9 @@ class PhotoOfDelete : public DeleteCommand {
     DeleteCommand::TearDown();
   }
   std::filesystem::path Photo(const std::string& person = kPerson) { return folder / (person + ".jpg"); }
-  void MakePhoto(const std::string& person = kPerson) { std::ofstream(Photo(person), std::ios::binary) << "\xFF\xD8\xFF\xD9"; }
+  void MakePhoto(const std::string& person = kPerson) {
+    std::ofstream(Photo(person), std::ios::binary) << "\xFF\xD8\xFF\xD9";
+  }
 
   std::filesystem::path folder;
 };
@@ -290,9 +306,11 @@ TEST_F(PhotoOfDelete, TheFileGoesBeforeTheRow) {
   MakePhoto();
   MakePhoto(kOther);
   bool gone_before = false;
-  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
-    if (trace.statement == "delete from A01 where A00='" + kPerson + "' ") gone_before = !std::filesystem::exists(Photo());
-  }));
+  visit.component.SetConnection(
+      std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
+        if (trace.statement == "delete from A01 where A00='" + kPerson + "' ")
+          gone_before = !std::filesystem::exists(Photo());
+      }));
   visit.Open([&] { ClickDelete(toolkit::kAnswerYes); });
   EXPECT_TRUE(gone_before);
   EXPECT_FALSE(std::filesystem::exists(Photo()));
@@ -356,8 +374,9 @@ TEST_F(PhotoOfDelete, AFailureIsShownAndTheRowGoesAllTheSame) {
       each.user.ClickToolbar("Delete");
       EXPECT_EQ(each.user.Find<toolkit::Label>("labOpt")->Caption(), "当前操作：增加");
     });
-    EXPECT_EQ(each.platform.messages, (Messages{{"此操作将删除此人所有信息，是否删除？", kYesOrNo, "人员维护"},
-                                                {description, kExclamation, "人员照片删除"}}));
+    EXPECT_EQ(each.platform.messages,
+              (Messages{{"此操作将删除此人所有信息，是否删除？", kYesOrNo, "人员维护"},
+                        {description, kExclamation, "人员照片删除"}}));
     EXPECT_EQ(One(*each.database, "select count(*) from A01 where A00='" + kPerson + "'"), "0");
     if (at == BrokenFiles::At::kDeletion) {
       EXPECT_EQ(broken.deleted, "F:\\photos\\" + kPerson + ".jpg");

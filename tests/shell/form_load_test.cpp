@@ -14,18 +14,19 @@ TEST_F(FormLoad, AStoredPersonIsReadByTheseStatements) {
 
 TEST_F(FormLoad, ANewPersonIsReadByTheseStatements) {
   visit.OpenNew([&] {
-    EXPECT_EQ(visit.statements,
-              Join({kMenu,
-                    {"select count(A00) from a01 where a00 =''",
-                     " select Property from s_infotable  where TblName ='A01'",
-                     " select * from s_infoitem  where tblname ='A01'",
-                     "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname "
-                     "='A01'  and orderfield<>'' ",
-                     "select count(*) from A01 where A00 =''", " delete from S_GUID ",
-                     "insert into S_GUID(val) values('a')", "select id from S_GUID where val='a'",
-                     " select * from s_infoitem  where tblname ='A01'",
-                     "select * from A01 where a00 ='" + visit.Window().personID + "'",
-                     "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'"}}));
+    EXPECT_EQ(
+        visit.statements,
+        Join({kMenu,
+              {"select count(A00) from a01 where a00 =''",
+               " select Property from s_infotable  where TblName ='A01'",
+               " select * from s_infoitem  where tblname ='A01'",
+               "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname "
+               "='A01'  and orderfield<>'' ",
+               "select count(*) from A01 where A00 =''", " delete from S_GUID ",
+               "insert into S_GUID(val) values('a')", "select id from S_GUID where val='a'",
+               " select * from s_infoitem  where tblname ='A01'",
+               "select * from A01 where a00 ='" + visit.Window().personID + "'",
+               "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'"}}));
   });
 }
 
@@ -45,11 +46,12 @@ TEST_F(FormLoad, TheMenuHoldsTheSetsInTheirOrderAndTheExtraItemLast) {
 }
 
 TEST_F(FormLoad, OtherPropOrdersTheMenuAndOnlyNamesThatBeginWithAReachIt) {
-  Script("update s_infotable set OtherProp = 99 where tblname = 'A03';"
-         "insert into s_infotable values ('b07','B',0,null,null,1);"
-         "insert into s_infotable values ('CA1','C',0,null,null,1);"
-         "insert into s_infotable values ('a99','小写',-5,null,null,1);"
-         "update s_infotable set OtherProp = -9 where tblname = 'A01';");
+  Script(
+      "update s_infotable set OtherProp = 99 where tblname = 'A03';"
+      "insert into s_infotable values ('b07','B',0,null,null,1);"
+      "insert into s_infotable values ('CA1','C',0,null,null,1);"
+      "insert into s_infotable values ('a99','小写',-5,null,null,1);"
+      "update s_infotable set OtherProp = -9 where tblname = 'A01';");
   visit.Open([&] {
     const auto& items = visit.Window().VMenu1().Items();
     ASSERT_EQ(items.size(), 17u);
@@ -89,11 +91,12 @@ TEST_F(FormLoad, AnyOtherPersonTypeLeavesTheExtraItemAsDesigned) {
 
 TEST_F(FormLoad, AStoredPersonsNameIsShownBeforeTheFirstPageIsBuilt) {
   std::string name_at_first_page;
-  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
-    if (trace.statement == " select Property from s_infotable  where TblName ='A01'") {
-      name_at_first_page = visit.Window().labPersonName().Caption();
-    }
-  }));
+  visit.component.SetConnection(
+      std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
+        if (trace.statement == " select Property from s_infotable  where TblName ='A01'") {
+          name_at_first_page = visit.Window().labPersonName().Caption();
+        }
+      }));
   visit.Open([] {});
   EXPECT_EQ(name_at_first_page, "陆怀谷");
 }
@@ -160,15 +163,16 @@ TEST_F(FormLoad, AnotherOperationTypeDoesNotLookForThePersonsName) {
 TEST_F(FormLoad, RequiredANewPersonWithAStoredIdKeepsTheIdAndShowsNoValue) {
   visit.component.OperationType = 0;
   visit.Open([&] {
-    EXPECT_EQ(visit.statements,
-              Join({kMenu,
-                    {"select count(A00) from a01 where a00 ='" + kPerson + "'",
-                     " select Property from s_infotable  where TblName ='A01'",
-                     " select * from s_infoitem  where tblname ='A01'",
-                     "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname "
-                     "='A01'  and orderfield<>'' ",
-                     "select count(*) from A01 where A00 ='" + kPerson + "'",
-                     "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'"}}));
+    EXPECT_EQ(
+        visit.statements,
+        Join({kMenu,
+              {"select count(A00) from a01 where a00 ='" + kPerson + "'",
+               " select Property from s_infotable  where TblName ='A01'",
+               " select * from s_infoitem  where tblname ='A01'",
+               "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname "
+               "='A01'  and orderfield<>'' ",
+               "select count(*) from A01 where A00 ='" + kPerson + "'",
+               "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'"}}));
     EXPECT_EQ(visit.Window().personID, kPerson);
     EXPECT_EQ(visit.Window().DealType, 0);
     EXPECT_EQ(visit.Text("A01_A0101").Text(), "");

@@ -148,7 +148,9 @@ TEST_F(UserCtrl, ShowDossierDuringAVisitFailsBeforeItTouchesAnything) {
 
 TEST_F(UserCtrl, ShowDossierFromAMessageBoxOfTheVisitFailsToo) {
   int failure = 0;
-  visit.platform.on_message = [&](const Message&) { failure = FailureOf([&] { visit.component.ShowDossier(); }); };
+  visit.platform.on_message = [&](const Message&) {
+    failure = FailureOf([&] { visit.component.ShowDossier(); });
+  };
   visit.OpenNew([&] { visit.GoTo("A02"); });
   EXPECT_EQ(failure, environment::kAlreadyShown);
 }
@@ -239,9 +241,10 @@ TEST_F(UserCtrl, TheResultIsClearedBeforeTheWindowLoads) {
 }
 
 TEST_F(UserCtrl, TheResultIsClearedAgainBehindTheMenusQuery) {
-  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
-    if (trace.statement == kMenu[0]) visit.Window().IsSaved = true;
-  }));
+  visit.component.SetConnection(
+      std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
+        if (trace.statement == kMenu[0]) visit.Window().IsSaved = true;
+      }));
   EXPECT_FALSE(visit.Open([] {}));
 }
 

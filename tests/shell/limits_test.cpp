@@ -21,10 +21,11 @@ class Limits : public ShellTest {
 TEST_F(Limits, OneBelowTheLimitARecordMayBeMade) {
   visit.Open([&] {
     const auto statements = During([&] { EXPECT_EQ(visit.Window().IsMaxNumber(Info("A04", true)), 0); });
-    EXPECT_EQ(statements,
-              (Statements{
-                  "select iif(maxnumber is null,0,maxnumber) as maxnumber from  s_infotable  where tblname ='A04'",
-                  "select count(*) from A04 where a00='" + kPerson + "'"}));
+    EXPECT_EQ(
+        statements,
+        (Statements{
+            "select iif(maxnumber is null,0,maxnumber) as maxnumber from  s_infotable  where tblname ='A04'",
+            "select count(*) from A04 where a00='" + kPerson + "'"}));
   });
 }
 
@@ -42,9 +43,8 @@ TEST_F(Limits, NullZeroAndBelowMeanNoLimitAndCountNothing) {
     for (const char* limit : {"null", "0", "-1"}) {
       SetLimit(limit);
       const auto statements = During([&] { EXPECT_EQ(visit.Window().IsMaxNumber(Info("A04", true)), 0); });
-      EXPECT_EQ(statements,
-                (Statements{
-                    "select iif(maxnumber is null,0,maxnumber) as maxnumber from  s_infotable  where tblname ='A04'"}));
+      EXPECT_EQ(statements, (Statements{"select iif(maxnumber is null,0,maxnumber) as maxnumber from  "
+                                        "s_infotable  where tblname ='A04'"}));
     }
   });
 }

@@ -90,10 +90,14 @@ TEST_F(NewPerson, TheFirstSaveInsertsThePerson) {
     EXPECT_EQ(Statements(statements.begin(), statements.begin() + 7),
               (Statements{
                   "select iif(max(A0199) is null,0,max(A0199)) from a01  ",
-                  "insert into A01( A00 ,A0136,A0199,A0101,A0102,A0103,A0114,A0104,A0105,A0106,A0107,A0140,A0109,A0110,"
-                  "A0115,A0113,A0121,A0117,A0118,A0119,A0120,A0112,A0122,A0123,A0124,A0125,A0128,A0129,A0127,A0131) "
-                  "values('" + id + "',1 ,13,'王新','1','','','1980年05月06日','','11','','','','某','某','','','','','',"
-                  "'','','','','','','','','','110101198005060011')",
+                  "insert into A01( A00 "
+                  ",A0136,A0199,A0101,A0102,A0103,A0114,A0104,A0105,A0106,A0107,A0140,A0109,A0110,"
+                  "A0115,A0113,A0121,A0117,A0118,A0119,A0120,A0112,A0122,A0123,A0124,A0125,A0128,A0129,A0127,"
+                  "A0131) "
+                  "values('" +
+                      id +
+                      "',1 ,13,'王新','1','','','1980年05月06日','','11','','','','某','某','','','','','',"
+                      "'','','','','','','','','','110101198005060011')",
                   "select iif(a0101 is null,'',a0101) from a01 where a00='" + id + "'",
                   "select count(A00) from a01 where a00 ='" + id + "'",
                   " select Property from s_infotable  where TblName ='A01'",

@@ -9,16 +9,21 @@ using SaveCommand = ShellTest;
 TEST_F(SaveCommand, BasicDataOfAStoredPersonAreUpdated) {
   EXPECT_TRUE(visit.Open([&] {
     visit.Text("A01_A0109").SetText("农学");
-    EXPECT_EQ(
-        During([&] { visit.user.ClickToolbar("Save"); }),
-        Join({{"update A01 set A0101 = '陆怀谷',A0102 = '1',A0103 = '01',A0114 = '320481',A0104 = '1968年03月12日',"
-               "A0105 = '01',A0106 = '11',A0107 = '209',A0140 = '江淮农业大学',A0108 = '1996年07月',A0109 = '农学',"
-               "A0110 = '水稻分子育种',A0116 = '1989年08月',A0115 = '江淮省农业科学院粮食作物研究所',A0113 = '305',"
-               "A0121 = '江淮省云溪市学田路18号',A0117 = '210000',A0118 = '000-00000101',A0119 = '10000000001',"
-               "A0120 = 'luhuaigu@example.com',A0112 = '611',A0122 = '210',A0123 = '30',A0124 = '20',A0125 = '20',"
-               "A0128 = '2010',A0129 = '',A0127 = '2022',A0131 = '320481196803120316' where A00='" + kPerson + "'",
-               "select iif(a0101 is null,'',a0101) from a01 where a00='" + kPerson + "'"},
-              kOpenA01}));
+    EXPECT_EQ(During([&] { visit.user.ClickToolbar("Save"); }),
+              Join({{"update A01 set A0101 = '陆怀谷',A0102 = '1',A0103 = '01',A0114 = '320481',A0104 = "
+                     "'1968年03月12日',"
+                     "A0105 = '01',A0106 = '11',A0107 = '209',A0140 = '江淮农业大学',A0108 = "
+                     "'1996年07月',A0109 = '农学',"
+                     "A0110 = '水稻分子育种',A0116 = '1989年08月',A0115 = "
+                     "'江淮省农业科学院粮食作物研究所',A0113 = '305',"
+                     "A0121 = '江淮省云溪市学田路18号',A0117 = '210000',A0118 = '000-00000101',A0119 = "
+                     "'10000000001',"
+                     "A0120 = 'luhuaigu@example.com',A0112 = '611',A0122 = '210',A0123 = '30',A0124 = "
+                     "'20',A0125 = '20',"
+                     "A0128 = '2010',A0129 = '',A0127 = '2022',A0131 = '320481196803120316' where A00='" +
+                         kPerson + "'",
+                     "select iif(a0101 is null,'',a0101) from a01 where a00='" + kPerson + "'"},
+                    kOpenA01}));
     EXPECT_TRUE(visit.Window().IsSaved);
     EXPECT_EQ(visit.Window().DealType, 3);
     EXPECT_EQ(visit.Text("A01_A0109").Text(), "农学");
@@ -55,19 +60,19 @@ TEST_F(SaveCommand, ARecordOfManyIsReplacedAndTheNextNewOneOpens) {
   EXPECT_TRUE(visit.Open([&] {
     visit.GoTo("A04");
     const auto page = visit.Window().GetUserCtrl();
-    EXPECT_EQ(
-        During([&] { visit.user.ClickToolbar("Save"); }),
-        Join({kLimitA04,
-              {"delete from A04 where A00='" + kPerson + "'  and A0499 = 1",
-               "insert into A04( A00 ,A0499,A0401,A0402,A0403,A0404) values('" + kPerson +
-                   "','1','2008年05月','2018年04月','江淮省作物学会','副理事长')",
-               "update A04 set A0499 = A0499 +200 where a00='" + kPerson + "'",
-               "select * from A04 where A00 ='" + kPerson + "' order by A0401",
-               "update A04 set A0499 = 1 where a00='" + kPerson + "' and A0499 = 201",
-               "update A04 set A0499 = 2 where a00='" + kPerson + "' and A0499 = 202",
-               "update A04 set A0499 = 3 where a00='" + kPerson + "' and A0499 = 203",
-               "update A04 set A0499 = 4 where a00='" + kPerson + "' and A0499 = 204"},
-              kOpenA04, AddA04("5")}));
+    EXPECT_EQ(During([&] { visit.user.ClickToolbar("Save"); }),
+              Join({kLimitA04,
+                    {"delete from A04 where A00='" + kPerson + "'  and A0499 = 1",
+                     "insert into A04( A00 ,A0499,A0401,A0402,A0403,A0404) values('" + kPerson +
+                         "','1','2008年05月','2018年04月','江淮省作物学会','副理事长')",
+                     "update A04 set A0499 = A0499 +200 where a00='" + kPerson + "'",
+                     "select * from A04 where A00 ='" + kPerson + "' order by A0401",
+                     "update A04 set A0499 = 1 where a00='" + kPerson + "' and A0499 = 201",
+                     "update A04 set A0499 = 2 where a00='" + kPerson + "' and A0499 = 202",
+                     "update A04 set A0499 = 3 where a00='" + kPerson + "' and A0499 = 203",
+                     "update A04 set A0499 = 4 where a00='" + kPerson + "' and A0499 = 204"},
+                    kOpenA04,
+                    AddA04("5")}));
     EXPECT_NE(visit.Window().GetUserCtrl(), page) << "the saved page is dropped";
     EXPECT_TRUE(page->Removed());
     EXPECT_EQ(State(), "当前操作：增加 on off off");
@@ -145,7 +150,9 @@ TEST_F(SaveCommand, AFailureOfTheWritingIsShownAndTheStepsDoneStay) {
       {"1", "2", "3", "4"},          // the raising failed
       {"201", "202", "203", "204"},  // the reading failed
       {"201", "202", "203", "204"},  // the first number failed
-      {"1", "202", "203", "204"}, {"1", "2", "203", "204"}, {"1", "2", "3", "204"},
+      {"1", "202", "203", "204"},
+      {"1", "2", "203", "204"},
+      {"1", "2", "3", "204"},
   };
   for (std::size_t i = 0; i < left.size(); ++i) {
     Visit each;
@@ -160,7 +167,9 @@ TEST_F(SaveCommand, AFailureOfTheWritingIsShownAndTheStepsDoneStay) {
       EXPECT_FALSE(each.Window().IsSaved);
     }));
     EXPECT_EQ(each.platform.messages, (Messages{{"磁盘或网络错误。", kOk, "信息保存"}})) << i;
-    EXPECT_EQ(Column(*each.database, "select A0499 from A04 where A00='" + kPerson + "' order by A0499"), left[i]) << i;
+    EXPECT_EQ(Column(*each.database, "select A0499 from A04 where A00='" + kPerson + "' order by A0499"),
+              left[i])
+        << i;
   }
 }
 
@@ -196,12 +205,16 @@ TEST_F(SaveCommand, AnApostropheBreaksTheStatementAndTheRecordIsGone) {
 }
 
 TEST_F(SaveCommand, RequiredBeyondTwoHundredRecordsTwoGetOneNumber) {
-  Script("delete from A15 where A00='" + kPerson + "';"
+  Script("delete from A15 where A00='" + kPerson +
+         "';"
          "update s_infotable set maxnumber = null, orderfield = 'A1501' where tblname = 'A15';"
          "with recursive n(i) as (select 1 union all select i + 1 from n where i < 202) "
-         "insert into A15 (A00, A1501, A1599) select '" + kPerson + "', 'p', i from n;"
+         "insert into A15 (A00, A1501, A1599) select '" +
+         kPerson +
+         "', 'p', i from n;"
          // Number 1 comes last: raised to 201, it meets the record that has become number 201.
-         "update A15 set A1501 = 'z' where A00='" + kPerson + "' and A1599 = 1");
+         "update A15 set A1501 = 'z' where A00='" +
+         kPerson + "' and A1599 = 1");
   visit.Open([&] {
     visit.GoTo("A15");
     visit.user.ClickToolbar("Save");

@@ -27,9 +27,10 @@ TEST_F(SetKinds, OfSeveralRowsTheFirstDecides) {
 
 TEST_F(SetKinds, RequiredANumberIsNegatedBitByBit) {
   visit.Open([&] {
-    Script("alter table s_infotable rename to old_sets;"
-           "create table s_infotable (tblname text collate nocase, Property integer);"
-           "insert into s_infotable values ('N1',-1),('N2',0),('N3',1),('N4',2)");
+    Script(
+        "alter table s_infotable rename to old_sets;"
+        "create table s_infotable (tblname text collate nocase, Property integer);"
+        "insert into s_infotable values ('N1',-1),('N2',0),('N3',1),('N4',2)");
     EXPECT_FALSE(IsMultSet("N1"));
     EXPECT_TRUE(IsMultSet("N2"));
     EXPECT_TRUE(IsMultSet("N3"));
@@ -39,17 +40,19 @@ TEST_F(SetKinds, RequiredANumberIsNegatedBitByBit) {
 
 TEST_F(SetKinds, ANullIsAFailure) {
   visit.Open([&] {
-    Script("alter table s_infotable rename to old_sets;"
-           "create table s_infotable (tblname text collate nocase, Property boolean);"
-           "insert into s_infotable values ('N1',null)");
+    Script(
+        "alter table s_infotable rename to old_sets;"
+        "create table s_infotable (tblname text collate nocase, Property boolean);"
+        "insert into s_infotable values ('N1',null)");
     EXPECT_EQ(FailureOf([] { IsMultSet("N1"); }), environment::kInvalidUseOfNull);
   });
 }
 
 TEST_F(SetKinds, WithoutASortFieldTheRecordNumberSorts) {
-  Script("update s_infotable set orderfield = null where tblname = 'A04';"
-         "update s_infotable set orderfield = '' where tblname = 'A05';"
-         "update s_infotable set orderfield = 'A1201' where tblname = 'A12'");
+  Script(
+      "update s_infotable set orderfield = null where tblname = 'A04';"
+      "update s_infotable set orderfield = '' where tblname = 'A05';"
+      "update s_infotable set orderfield = 'A1201' where tblname = 'A12'");
   visit.Open([&] {
     visit.GoTo("A04");
     EXPECT_EQ(visit.OnShow().WhInfo().FldOrder, "A0499");
@@ -72,7 +75,8 @@ TEST_F(SetKinds, OnlyRowsNumberedAboveZeroCountAsPresent) {
 }
 
 TEST_F(SetKinds, RequiredRowsNumberedZeroFillTheLimitAndLeaveThePageClosed) {
-  Script("update A04 set A0499 = 0 where A00 = '" + kPerson + "';"
+  Script("update A04 set A0499 = 0 where A00 = '" + kPerson +
+         "';"
          "update s_infotable set maxnumber = 4 where tblname = 'A04'");
   visit.Open([&] {
     visit.GoTo("A04");
@@ -85,7 +89,8 @@ TEST_F(SetKinds, RequiredRowsNumberedZeroFillTheLimitAndLeaveThePageClosed) {
 
 TEST_F(SetKinds, OnlyTheBasicSetAndSetsOfManyRecordsMayAddAndDelete) {
   visit.Open([&] {
-    for (const char* set : {"A01", "A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A15", "A21"}) {
+    for (const char* set :
+         {"A01", "A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A15", "A21"}) {
       visit.GoTo(set);
       EXPECT_EQ(visit.Enabled("Add"), true) << set;
       EXPECT_EQ(visit.Enabled("Delete"), true) << set;
@@ -118,7 +123,8 @@ TEST_F(SetKinds, OnePageAtATime) {
     for (const char* set : {"A02", "A12", "A12", "A01"}) {
       visit.GoTo(set);
       int pages = 0;
-      for (const auto& control : visit.Window().Controls()) pages += control->Name().starts_with("ctrlUser") ? 1 : 0;
+      for (const auto& control : visit.Window().Controls())
+        pages += control->Name().starts_with("ctrlUser") ? 1 : 0;
       EXPECT_EQ(pages, 1);
       EXPECT_EQ(visit.Window().GetUserCtrl()->Name(), std::string("ctrlUser") + set);
     }

@@ -27,7 +27,8 @@ TEST_F(SetNavigation, ASingleSetWithoutARowOpensAsANewRecord) {
                   " select Property from s_infotable  where TblName ='A12'",
                   " select * from s_infoitem  where tblname ='A12'",
                   "select * from A12 where a00 ='" + kPerson + "'",
-                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A12'  "
+                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where "
+                  "tblname ='A12'  "
                   "and orderfield<>'' ",
                   "select count(*) from A12 where A00 ='" + kPerson + "'",
                   " select * from s_infoitem  where tblname ='A12'",
@@ -54,8 +55,11 @@ TEST_F(SetNavigation, ASetOfManyRecordsWithRows) {
 TEST_F(SetNavigation, ASetOfManyRecordsWithoutRowsOpensAsANewRecord) {
   Script("delete from A04 where A00='" + kPerson + "'");
   visit.Open([&] {
-    EXPECT_EQ(During([&] { visit.GoTo("A04"); }),
-              Join({kListA04, {" select * from s_infoitem  where tblname ='A04'"}, kCountA04, AddA04("1"), kTitleA04}));
+    EXPECT_EQ(During([&] { visit.GoTo("A04"); }), Join({kListA04,
+                                                        {" select * from s_infoitem  where tblname ='A04'"},
+                                                        kCountA04,
+                                                        AddA04("1"),
+                                                        kTitleA04}));
     EXPECT_EQ(State(), "当前操作：增加 on off off");
     EXPECT_EQ(visit.OnShow().WhInfo().id, 1);
   });
@@ -74,16 +78,23 @@ TEST_F(SetNavigation, ASetOfManyRecordsWithCodedFields) {
         Join({{"select count(A00) from a01 where a00 ='" + kPerson + "'",
                " select Property from s_infotable  where TblName ='A03'"},
               fields,
-              {"select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A03'  "
+              {"select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname "
+               "='A03'  "
                "and orderfield<>'' ",
-               "select itemname,itemdesc,iif(codetable is null,'',codetable) as codetable ,iif(style is null,'',style) "
-               "as style ,iif(fldwidth is null,2000,fldwidth) as fldwidth from  s_infoitem where tblname ='A03' and "
+               "select itemname,itemdesc,iif(codetable is null,'',codetable) as codetable ,iif(style is "
+               "null,'',style) "
+               "as style ,iif(fldwidth is null,2000,fldwidth) as fldwidth from  s_infoitem where tblname "
+               "='A03' and "
                "itemname <> 'A00' and itemname <>'' and itemdesc <>''   order by fldorder ",
-               "select format(A03.A0301,'yyyy-mm') as 起始年月, format(A03.A0301A,'yyyy-mm') as 截止年月, A03.A0302 as "
-               "工作单位, GB8561_A0304.dmcpt as 职称, LCZW_A0303.dmcpt as 行政职务, A03.A0399 as 序号 from (( A03  left "
+               "select format(A03.A0301,'yyyy-mm') as 起始年月, format(A03.A0301A,'yyyy-mm') as 截止年月, "
+               "A03.A0302 as "
+               "工作单位, GB8561_A0304.dmcpt as 职称, LCZW_A0303.dmcpt as 行政职务, A03.A0399 as 序号 from "
+               "(( A03  left "
                "join GB8561 GB8561_A0304 on A03.A0304=GB8561_A0304.dmcod)   left join LCZW LCZW_A0303 on "
-               "A03.A0303=LCZW_A0303.dmcod)  Where A03.A00='" + kPerson + "' order by A0301",
-               "select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A03' and itemname = 'A0399' "},
+               "A03.A0303=LCZW_A0303.dmcod)  Where A03.A00='" +
+                   kPerson + "' order by A0301",
+               "select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A03' and itemname = "
+               "'A0399' "},
               fields,
               {"select count(*) from A03 where A00 ='" + kPerson + "' and A0399 >0",
                "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A03'"}}));
@@ -98,7 +109,8 @@ TEST_F(SetNavigation, TheExtraItemOpensItsSet) {
                   " select Property from s_infotable  where TblName ='B01'",
                   " select * from s_infoitem  where tblname ='B01'",
                   "select * from B01 where a00 ='" + kPerson + "'",
-                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='B01'  "
+                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where "
+                  "tblname ='B01'  "
                   "and orderfield<>'' ",
                   "select count(*) from B01 where A00 ='" + kPerson + "'",
                   "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='B01'",
@@ -136,7 +148,8 @@ TEST_F(SetNavigation, ASetIsFilledFromMetadataAloneWhileThePersonIsNotMarkedAsSt
                   "select count(A00) from a01 where a00 ='" + kPerson + "'",
                   " select Property from s_infotable  where TblName ='A12'",
                   " select * from s_infoitem  where tblname ='A12'",
-                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A12'  "
+                  "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where "
+                  "tblname ='A12'  "
                   "and orderfield<>'' ",
                   "select count(*) from A12 where A00 ='" + kPerson + "'",
                   "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A12'",

@@ -63,13 +63,15 @@ class ShellTest : public ::testing::Test {
   std::string Value(const std::string& query) { return One(*visit.database, query); }
   // The record numbers of a person in a set, in ascending order.
   Statements Numbers(const std::string& set, const std::string& person = kPerson) {
-    return Column(*visit.database, "select " + set + "99 from " + set + " where A00='" + person + "' order by " + set + "99");
+    return Column(*visit.database,
+                  "select " + set + "99 from " + set + " where A00='" + person + "' order by " + set + "99");
   }
   bool FrameEnabled() { return visit.user.Find("frmCtrl")->Enabled(); }
   // The operation on show, and whether the frame, "Add" and "Delete" are enabled.
   std::string State() {
     const auto flag = [](bool on) { return on ? " on" : " off"; };
-    return visit.Caption("labOpt") + flag(FrameEnabled()) + flag(visit.Enabled("Add")) + flag(visit.Enabled("Delete"));
+    return visit.Caption("labOpt") + flag(FrameEnabled()) + flag(visit.Enabled("Add")) +
+           flag(visit.Enabled("Delete"));
   }
 
   Visit visit;
@@ -98,7 +100,8 @@ inline const Statements kOpenA01 = {
     "select dmcpt from LCDWLB where dmcod='30'",
     "select dmcpt from LCDWXZ where dmcod='20'",
     "select dmcpt from GB12404 where dmcod='20'",
-    "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A01'  and "
+    "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A01'  "
+    "and "
     "orderfield<>'' ",
     "select count(*) from A01 where A00 ='" + kPerson + "'",
     "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A01'",
@@ -110,7 +113,8 @@ inline const Statements kOpenA12 = {
     " select Property from s_infotable  where TblName ='A12'",
     " select * from s_infoitem  where tblname ='A12'",
     "select * from A12 where a00 ='" + kPerson + "'",
-    "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A12'  and "
+    "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A12'  "
+    "and "
     "orderfield<>'' ",
     "select count(*) from A12 where A00 ='" + kPerson + "'",
     "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A12'",
@@ -122,13 +126,17 @@ inline const Statements kListA04 = {
     " select Property from s_infotable  where TblName ='A04'",
     " select * from s_infoitem  where tblname ='A04'",
     "select * from A04 where a00 ='" + kPerson + "' and A0499=1",
-    "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A04'  and "
+    "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='A04'  "
+    "and "
     "orderfield<>'' ",
-    "select itemname,itemdesc,iif(codetable is null,'',codetable) as codetable ,iif(style is null,'',style) as style "
-    ",iif(fldwidth is null,2000,fldwidth) as fldwidth from  s_infoitem where tblname ='A04' and itemname <> 'A00' and "
+    "select itemname,itemdesc,iif(codetable is null,'',codetable) as codetable ,iif(style is null,'',style) "
+    "as style "
+    ",iif(fldwidth is null,2000,fldwidth) as fldwidth from  s_infoitem where tblname ='A04' and itemname <> "
+    "'A00' and "
     "itemname <>'' and itemdesc <>''   order by fldorder ",
     "select format(A04.A0401,'yyyy-mm') as 起始年月, format(A04.A0402,'yyyy-mm') as 截止时间, A04.A0403 as "
-    "任职单位名称, A04.A0404 as 职务名称, A04.A0499 as 序号 from A04 Where A04.A00='" + kPerson + "' order by A0401",
+    "任职单位名称, A04.A0404 as 职务名称, A04.A0499 as 序号 from A04 Where A04.A00='" +
+        kPerson + "' order by A0401",
 };
 
 // The move of the list's cursor to the record with that number.
@@ -141,7 +149,8 @@ inline Statements MoveA04(const std::string& number) {
 }
 
 inline const Statements kCountA04 = {"select count(*) from A04 where A00 ='" + kPerson + "' and A0499 >0"};
-inline const Statements kTitleA04 = {"select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A04'"};
+inline const Statements kTitleA04 = {
+    "select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='A04'"};
 
 // The whole page of a set of many records that holds rows.
 inline const Statements kOpenA04 = Join({kListA04, MoveA04("1"), kCountA04, kTitleA04});

@@ -27,8 +27,10 @@ TEST_F(WindowStates, StoredOtherSingleSet) {
 TEST_F(WindowStates, EmptyHasItsFrameDisabledUntilAddHasRun) {
   Script("delete from A04 where A00='" + kPerson + "'");
   std::string passing;
-  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
-    if (trace.statement == "select iif(maxnumber is null,0,maxnumber) as maxnumber from  s_infotable  where tblname ='A04'") {
+  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace&
+                                                                                                trace) {
+    if (trace.statement ==
+        "select iif(maxnumber is null,0,maxnumber) as maxnumber from  s_infotable  where tblname ='A04'") {
       passing = State();
     }
   }));
@@ -43,10 +45,12 @@ TEST_F(WindowStates, EmptyOfAnotherSingleSetHasItsButtonsDisabled) {
   Script("delete from A12 where A00='" + kPerson + "'");
   std::string passing;
   int counted = 0;
-  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
-    // The metadata is read once for the page and once for the new record.
-    if (trace.statement == " select * from s_infoitem  where tblname ='A12'" && ++counted == 2) passing = State();
-  }));
+  visit.component.SetConnection(
+      std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
+        // The metadata is read once for the page and once for the new record.
+        if (trace.statement == " select * from s_infoitem  where tblname ='A12'" && ++counted == 2)
+          passing = State();
+      }));
   visit.Open([&] { visit.GoTo("A12"); });
   EXPECT_EQ(passing, " off off off");
 }
@@ -177,7 +181,8 @@ TEST_F(WindowStates, RequiredAfterADeleteTheFieldsHoldRecordOneWhateverIsOnShow)
     // So a save that leaves the coded fields alone writes them empty.
     visit.user.ClickToolbar("Save");
   });
-  EXPECT_EQ(Column(*visit.database, "select A0304 from A03 where A00='" + kPerson + "' order by A0301")[0], "");
+  EXPECT_EQ(Column(*visit.database, "select A0304 from A03 where A00='" + kPerson + "' order by A0301")[0],
+            "");
 }
 
 TEST_F(WindowStates, RequiredAStoredIdOpenedAsANewPersonLosesItsCodesOnSave) {
@@ -198,7 +203,8 @@ TEST_F(WindowStates, RequiredAtTheLimitEnterInALastFieldTellsTheLimitTwice) {
     visit.Text("A03_A0302").SetText("某");
     visit.user.Press(toolkit::kKeyReturn);
   });
-  EXPECT_EQ(Shown(), (Messages{{"此信息集最多只能录入5条记录。", kOk, kWindow}, {"此信息集最多只能录入5条记录。", kOk, kWindow}}));
+  EXPECT_EQ(Shown(), (Messages{{"此信息集最多只能录入5条记录。", kOk, kWindow},
+                               {"此信息集最多只能录入5条记录。", kOk, kWindow}}));
 }
 
 }  // namespace

@@ -55,8 +55,12 @@ TEST_F(WindowDesign, TheToolbarsButtons) {
     const char* caption;
     int image;
   };
-  const std::vector<Row> rows = {{"Add", "增加(&N)", 3},    {"Delete", "删除(&D)", 5}, {"Save", "保存(&S)", 6},
-                                 {"Cancel", "取消(&C)", 7}, {"", "", 0},               {"Exit", "退出(&X)", 9}};
+  const std::vector<Row> rows = {{"Add", "增加(&N)", 3},
+                                 {"Delete", "删除(&D)", 5},
+                                 {"Save", "保存(&S)", 6},
+                                 {"Cancel", "取消(&C)", 7},
+                                 {"", "", 0},
+                                 {"Exit", "退出(&X)", 9}};
   visit.Open([&] {
     const auto& buttons = visit.Window().TbMain().Buttons();
     ASSERT_EQ(buttons.size(), rows.size());
@@ -72,16 +76,27 @@ TEST_F(WindowDesign, TheToolbarsButtons) {
 TEST_F(WindowDesign, TheBandsAreLoweredWithTheFirstResize) {
   std::vector<toolkit::Band> designed;
   // Before the window is on show its design stands.
-  visit.component.SetConnection(std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace&) {
-    for (const auto& control : visit.Window().Controls()) {
-      if (const auto* bar = dynamic_cast<const toolkit::CoolBar*>(control.get()); bar && designed.empty()) designed = bar->Bands();
-    }
-  }));
+  visit.component.SetConnection(
+      std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace&) {
+        for (const auto& control : visit.Window().Controls()) {
+          if (const auto* bar = dynamic_cast<const toolkit::CoolBar*>(control.get()); bar && designed.empty())
+            designed = bar->Bands();
+        }
+      }));
   visit.Open([&] {
     EXPECT_EQ(visit.user.Find<toolkit::CoolBar>("CBar1")->Bands(),
               (std::vector<toolkit::Band>{{1995, 1995, 390}, {10005, 10005, 390}}));
   });
   EXPECT_EQ(designed, (std::vector<toolkit::Band>{{1995, 1995, 450}, {10005, 10005, 330}}));
+}
+
+TEST_F(WindowDesign, TheFirstPageFollowsTheWindowAsSoonAsItIsShown) {
+  visit.Open([&] {
+    const Rect& outer = visit.Window().Place();
+    EXPECT_GE(outer.width, 15240);
+    EXPECT_GE(outer.height, 11115);
+    EXPECT_EQ(visit.OnShow().Place(), (Rect{300, 300, outer.width - 300, outer.height - 300}));
+  });
 }
 
 TEST_F(WindowDesign, ThePageIsMeasuredAgainstTheWindowsOuterSize) {
