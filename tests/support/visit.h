@@ -1,4 +1,4 @@
-// Visit: the component on a fresh sample database in memory, with views without a screen.
+// Visit: the component on a fresh sample database in memory, on one of the stages.
 #pragma once
 
 #include <functional>
@@ -6,14 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "adapters/headless/headless_platform.h"
-#include "adapters/headless/headless_user.h"
 #include "adapters/sqlite/sqlite_connection.h"
 #include "pages/ctrl_user.h"
 #include "platform/ado/failing_connection.h"
 #include "platform/ado/tracing_connection.h"
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
+#include "tests/support/stage.h"
 #include "visit/runtime.h"
 
 namespace dossierkit::tests {
@@ -62,9 +61,9 @@ class Visit {
   // The texts of the message boxes shown so far.
   std::vector<std::string> Messages() const;
 
-  headless::HeadlessPlatform platform;
+  StagePlatform platform;
   toolkit::Desktop desktop{platform};
-  headless::HeadlessUser user{desktop};
+  StageUser user{desktop};
   FixedClock clock;
   files::LocalFiles files;
   std::shared_ptr<sqlite::SqliteConnection> database = SampleDatabase();

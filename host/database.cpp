@@ -1,0 +1,95 @@
+#include "host/database.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <fstream>
+
+#include "adapters/sqlite/sqlite_connection.h"
+#include "host/paths.h"
+#include "platform/ado/recordset.h"
+#include "platform/ado/tracing_connection.h"
+#include "platform/environment/failure.h"
+#include "platform/environment/text.h"
+
+namespace dossierkit::host {
+namespace {
+
+using environment::Failure;
+
+// The file in a connection string of the embedded engine.
+std::string FileOf(const std::string& connection) {
+  std::string driver;
+  std::string file;
+  for (const std::string& part : environment::Split(connection, ";")) {
+    const auto equals = part.find('=');
+    if (equals == std::string::npos) continue;
+    const std::string name = environment::LowerCase(part.substr(0, equals));
+    if (name == "driver") driver = environment::LowerCase(part.substr(equals + 1));
+    if (name == "database") file = part.substr(equals + 1);
+  }
+  if ((driver != "sqlite3" && driver != "sqlite") || file.empty()) {
+    throw Failure(environment::kInvalidCall,
+                  "连接字符串“" + connection + "”不能使用，请写成 Driver=SQLite3;Database=数据库文件 的形式。");
+  }
+  return file;
+}
+
+std::shared_ptr<ado::Connection> Open(const std::string& file) {
+  try {
+    return std::make_shared<sqlite::SqliteConnection>(file);
+  } catch (const Failure& failure) {
+    throw Failure(failure.number(), "无法打开数据库 " + file + "（" + failure.description() +
+                                        "），请检查路径，或用 dossier create-sample 建立示例数据库。");
+  }
+}
+
+// A database without the tables that every visit reads is refused before a window opens.
+void RequireSchema(ado::Connection& connection, const std::string& name) {
+  for (const char* table : {"s_infotable", "s_infoitem", "s_CodeTableDefine", "s_CodeLevDefine", "S_GUID", "a01"}) {
+    try {
+      connection.Execute(std::string("select count(*) from ") + table);
+    } catch (const Failure& failure) {
+      throw Failure(failure.number(), "数据库 " + name + " 不能使用（读取表 " + table + " 失败：" + failure.description() +
+                                          "），请选择人员档案数据库，或用 dossier create-sample 建立示例数据库。");
+    }
+  }
+}
+
+// Writes one JSON object per line and statement.
+class TraceFile {
+ public:
+  explicit TraceFile(const std::string& path) : out_(path, std::ios::trunc) {
+    if (!out_) {
+      throw Failure(environment::kPathAccess, "无法写入跟踪文件 " + path + "，请换一个可以写入的位置。");
+    }
+  }
+
+  void Write(const ado::Trace& trace) {
+    QJsonObject line{{"sql", QString::fromStdString(trace.statement)}};
+    if (trace.error.empty()) {
+      line["rows"] = static_cast<qint64>(trace.rows);
+      line["ms"] = trace.milliseconds;
+    } else {
+      line["error"] = QString::fromStdString(trace.error);
+    }
+    out_ << QJsonDocument(line).toJson(QJsonDocument::Compact).toStdString() << std::endl;
+  }
+
+ private:
+  std::ofstream out_;
+};
+
+}  // namespace
+
+std::shared_ptr<ado::Connection> OpenDatabase(const Options& options) {
+  std::string file = options.database;
+  if (!options.connection.empty()) file = FileOf(options.connection);
+  if (file.empty()) file = WorkingDatabase().string();
+  auto connection = Open(file);
+  RequireSchema(*connection, file);
+  if (options.trace_file.empty()) return connection;
+  const auto trace = std::make_shared<TraceFile>(options.trace_file);
+  return std::make_shared<ado::TracingConnection>(connection, [trace](const ado::Trace& line) { trace->Write(line); });
+}
+
+}  // namespace dossierkit::host

@@ -1,0 +1,86 @@
+// dossier: the demo host.
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include <QApplication>
+
+#include "adapters/qt/qt_platform.h"
+#include "host/database.h"
+#include "host/options.h"
+#include "host/paths.h"
+#include "host/people_window.h"
+#include "shell/component.h"
+#include "shell/i_user_ctrl.h"
+
+namespace dossierkit::host {
+namespace {
+
+std::string PhotosFolder(const Options& options) {
+  return options.photos.empty() ? WorkingPhotos().string() : options.photos;
+}
+
+bool ShowVisit(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
+  IUserCtrl dossier;
+  dossier.SetConnection(connection);
+  dossier.personID = options.person;
+  dossier.OperationType = options.operation_type;
+  dossier.PersonType = options.person_type;
+  dossier.PhotoPath = PhotosFolder(options);
+  return dossier.ShowDossier();
+}
+
+void ShowPeople(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
+  PeopleWindow window(connection, [&](const VisitRequest& request) {
+    Options visit = options;
+    visit.person = request.person;
+    visit.operation_type = request.person.empty() ? 0 : 3;
+    visit.person_type = request.person_type;
+    return ShowVisit(connection, visit);
+  });
+  window.show();
+  QApplication::exec();
+}
+
+// Windows need a display; the tour can do without.
+void ChooseDisplay(const Options& options) {
+  const bool display = std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
+  if (!display && options.action == Options::Action::kTour) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+}
+
+int Run(const Options& options) {
+  switch (options.action) {
+    case Options::Action::kHelp: std::cout << Usage(); return 0;
+    case Options::Action::kVersion: std::cout << "dossier " DOSSIERKIT_VERSION "\n"; return 0;
+    case Options::Action::kCreateSample: CreateSample(options.file); return 0;
+    case Options::Action::kPeople:
+    case Options::Action::kVisit:
+    case Options::Action::kTour: break;
+  }
+  ChooseDisplay(options);
+  const auto connection = OpenDatabase(options);
+  qt::QtPlatform platform;
+  const Component component(platform, ProgramFolder().string());
+  if (options.action == Options::Action::kPeople) {
+    ShowPeople(connection, options);
+  } else {
+    std::cout << "ShowDossier returned " << (ShowVisit(connection, options) ? "True" : "False") << "\n";
+  }
+  return 0;
+}
+
+}  // namespace
+}  // namespace dossierkit::host
+
+int main(int argc, char** argv) {
+  using namespace dossierkit::host;
+  try {
+    return Run(ParseOptions({argv + 1, argv + argc}));
+  } catch (const UsageError& error) {
+    std::cerr << "dossier: " << error.what() << "\n" << Usage();
+    return 2;
+  } catch (const std::exception& failure) {
+    std::cerr << "dossier: " << failure.what() << "\n";
+    return 1;
+  }
+}

@@ -1,0 +1,111 @@
+#include "host/options.h"
+
+#include <charconv>
+#include <cstddef>
+
+namespace dossierkit::host {
+namespace {
+
+std::int16_t ParseNumber(const std::string& option, const std::string& text) {
+  std::int16_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) {
+    throw UsageError(option + " takes a number from -32768 to 32767, not '" + text + "'");
+  }
+  return number;
+}
+
+}  // namespace
+
+Options ParseOptions(const std::vector<std::string>& arguments) {
+  Options options;
+  std::optional<std::int16_t> operation_type;
+  bool new_person = false;
+  bool visit_options = false;
+  std::size_t next = 0;
+  const auto value_of = [&](const std::string& option) -> const std::string& {
+    if (next >= arguments.size()) throw UsageError(option + " takes a value");
+    return arguments[next++];
+  };
+  while (next < arguments.size()) {
+    const std::string& argument = arguments[next++];
+    if (argument == "--help") {
+      options.action = Options::Action::kHelp;
+      return options;
+    }
+    if (argument == "--version") {
+      options.action = Options::Action::kVersion;
+      return options;
+    }
+    if (argument == "create-sample" && next == 1) {
+      options.action = Options::Action::kCreateSample;
+      options.file = value_of(argument);
+      if (next != arguments.size()) throw UsageError("create-sample takes one file");
+      return options;
+    }
+    if (argument == "--database") {
+      options.database = value_of(argument);
+    } else if (argument == "--connection") {
+      options.connection = value_of(argument);
+    } else if (argument == "--photos") {
+      options.photos = value_of(argument);
+    } else if (argument == "--person") {
+      options.person = value_of(argument);
+      if (options.person.empty()) throw UsageError("--person takes an identifier");
+    } else if (argument == "--new") {
+      new_person = true;
+    } else if (argument == "--operation-type") {
+      operation_type = ParseNumber(argument, value_of(argument));
+      visit_options = true;
+    } else if (argument == "--person-type") {
+      options.person_type = ParseNumber(argument, value_of(argument));
+    } else if (argument == "--trace-sql") {
+      options.trace_file = value_of(argument);
+    } else if (argument == "--tour") {
+      options.action = Options::Action::kTour;
+      options.folder = value_of(argument);
+    } else {
+      throw UsageError("unknown argument '" + argument + "'");
+    }
+  }
+  if (!options.database.empty() && !options.connection.empty()) {
+    throw UsageError("--database and --connection exclude one another");
+  }
+  if (!options.person.empty() && new_person) throw UsageError("--person and --new exclude one another");
+  const bool visit = !options.person.empty() || new_person;
+  if (options.action == Options::Action::kTour) {
+    if (visit || visit_options) throw UsageError("--tour chooses its own person");
+    return options;
+  }
+  if (visit_options && !visit) throw UsageError("--operation-type goes with --person or --new");
+  if (visit) options.action = Options::Action::kVisit;
+  options.operation_type = operation_type.value_or(new_person ? 0 : 3);
+  return options;
+}
+
+std::string Usage() {
+  return R"(usage: dossier [--database FILE | --connection STRING] [--photos DIR]
+               [--person ID | --new] [--operation-type N] [--person-type N]
+               [--trace-sql FILE] [--tour DIR]
+       dossier create-sample FILE
+       dossier --help | --version
+
+Without --person or --new: a window with the people of the database.
+
+  --database FILE       the database file; without it, a working copy of the sample database
+  --connection STRING   in its place a connection string, as in "Driver=SQLite3;Database=FILE"
+  --photos DIR          the folder of the photographs
+  --person ID           opens the dossier of one person and ends with it
+  --new                 opens the dossier of a new person and ends with it
+  --operation-type N    0 new person, 3 stored person; by default as --new or --person says
+  --person-type N       1, 2 or 3: which recommendation joins the menu; by default 1
+  --trace-sql FILE      writes one JSON object per statement
+  --tour DIR            plays a tour through the window and writes its pictures into DIR
+  create-sample FILE    writes a fresh copy of the sample database
+
+Prints "ShowDossier returned True" or "... False" and exits with 0; exits with 1 where a call failed
+and with 2 on wrong arguments.
+)";
+}
+
+}  // namespace dossierkit::host

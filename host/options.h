@@ -1,0 +1,38 @@
+// The command line of the demo host.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace dossierkit::host {
+
+struct Options {
+  enum class Action { kPeople, kVisit, kTour, kCreateSample, kHelp, kVersion };
+  Action action = Action::kPeople;
+  std::string database;    // file; empty: the sample database
+  std::string connection;  // connection string in place of a file
+  std::string photos;      // folder; empty: beside the sample database
+  std::string person;      // A00; empty with --new
+  std::int16_t operation_type = 0;
+  std::int16_t person_type = 1;
+  std::string trace_file;
+  std::string folder;  // of the tour's pictures
+  std::string file;    // of create-sample
+};
+
+// Arguments that cannot be understood; what() says which.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Reads the arguments behind the program's name. Throws UsageError.
+Options ParseOptions(const std::vector<std::string>& arguments);
+
+// The text of --help.
+std::string Usage();
+
+}  // namespace dossierkit::host

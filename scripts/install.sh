@@ -1,0 +1,28 @@
+# Sourced by run and test: installs the Debian packages named as arguments that are missing.
+install_packages() {
+  local missing=()
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "== Installing: ${missing[*]}"
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "Please install these packages as root: ${missing[*]}" >&2; return 1; }
+    as_root=(sudo)
+  fi
+  # Another installation may hold the lock, and a mirror may stumble.
+  local try
+  for try in 1 2 3; do
+    "${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 -qq update </dev/null &&
+      "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 -qq -y \
+        --no-install-recommends install "${missing[@]}" </dev/null >/dev/null && return 0
+    echo "   not yet; trying again ($try of 3)"
+    sleep 10
+  done
+  echo "The packages could not be installed: ${missing[*]}" >&2
+  return 1
+}
+
+build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libsqlite3-dev sqlite3 fonts-wqy-zenhei)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-tidy clang-format python3)

@@ -1,0 +1,72 @@
+#include "adapters/qt/button_views.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "adapters/qt/qt_application.h"
+#include "adapters/qt/texts.h"
+
+namespace dossierkit::qt {
+namespace {
+
+class Button : public QPushButton {
+ public:
+  explicit Button(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+      click();
+    } else {
+      QPushButton::keyPressEvent(event);
+    }
+  }
+};
+
+// Never checks itself: the model does.
+class Box : public QCheckBox {
+ public:
+  Box(QtApplication& application, QWidget* parent) : QCheckBox(parent), application_(application) {}
+
+ protected:
+  void nextCheckState() override {
+    if (auto* view = application_.ViewOf(this)) {
+      auto& box = static_cast<toolkit::CheckBox&>(view->GetControl());
+      application_.Guard([&] { box.UserToggle(); });
+    }
+  }
+
+ private:
+  QtApplication& application_;
+};
+
+}  // namespace
+
+CommandButtonView::CommandButtonView(ViewContext& context, toolkit::CommandButton& button)
+    : WidgetView(context, button, new Button(ParentWidgetOf(button))),
+      button_(button),
+      native_(static_cast<QPushButton*>(Widget())) {
+  native_->setDefault(button.Default());
+  QObject::connect(native_, &QPushButton::clicked, Hub(), [this] {
+    Context().application.Guard([this] { button_.UserClick(); });
+  });
+}
+
+void CommandButtonView::ShowText() {
+  native_->setText(ToQString(button_.Caption()));
+  native_->setShortcut({});  // mnemonics are the model's
+  native_->setAccessibleName(ToQString(button_.AccessibleName()));
+}
+
+CheckBoxView::CheckBoxView(ViewContext& context, toolkit::CheckBox& box)
+    : WidgetView(context, box, new Box(context.application, ParentWidgetOf(box))), box_(box), native_(static_cast<QCheckBox*>(Widget())) {}
+
+void CheckBoxView::ShowText() {
+  native_->setText(ToQString(box_.Caption()));
+  native_->setShortcut({});
+  native_->setChecked(box_.Value() != 0);
+  native_->setAccessibleName(ToQString(box_.AccessibleName()));
+}
+
+}  // namespace dossierkit::qt

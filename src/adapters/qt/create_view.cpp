@@ -1,0 +1,64 @@
+#include "adapters/qt/create_view.h"
+
+#include "adapters/qt/button_views.h"
+#include "adapters/qt/grid_view.h"
+#include "adapters/qt/image_view.h"
+#include "adapters/qt/label_view.h"
+#include "adapters/qt/mask_view.h"
+#include "adapters/qt/menu_view.h"
+#include "adapters/qt/surface_views.h"
+#include "adapters/qt/text_area_view.h"
+#include "adapters/qt/text_line_view.h"
+#include "adapters/qt/toolbar_view.h"
+#include "adapters/qt/window_view.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::qt {
+namespace {
+
+using toolkit::Kind;
+
+template <typename View, typename Model>
+std::unique_ptr<WidgetView> Make(ViewContext& context, toolkit::Control& control) {
+  return std::make_unique<View>(context, static_cast<Model&>(control));
+}
+
+std::unique_ptr<WidgetView> MakeTextBox(ViewContext& context, toolkit::Control& control) {
+  return static_cast<toolkit::TextBox&>(control).MultiLine() ? Make<TextAreaView, toolkit::TextBox>(context, control)
+                                                             : Make<TextLineView, toolkit::TextBox>(context, control);
+}
+
+std::unique_ptr<WidgetView> MakeByKind(ViewContext& context, toolkit::Control& control) {
+  switch (control.GetKind()) {
+    case Kind::kForm: return Make<WindowView, toolkit::Form>(context, control);
+    case Kind::kTextBox: return MakeTextBox(context, control);
+    case Kind::kMaskEdBox: return Make<MaskView, toolkit::MaskEdBox>(context, control);
+    case Kind::kCheckBox: return Make<CheckBoxView, toolkit::CheckBox>(context, control);
+    case Kind::kLabel: return Make<LabelView, toolkit::Label>(context, control);
+    case Kind::kImage: return Make<ImageView, toolkit::Image>(context, control);
+    case Kind::kFrame: return Make<FrameView, toolkit::Frame>(context, control);
+    case Kind::kLine: return Make<LineView, toolkit::Control>(context, control);
+    case Kind::kCommandButton: return Make<CommandButtonView, toolkit::CommandButton>(context, control);
+    case Kind::kDataGrid: return Make<GridView, toolkit::DataGrid>(context, control);
+    case Kind::kToolbar: return Make<ToolbarView, toolkit::Toolbar>(context, control);
+    case Kind::kCoolBar: return Make<CoolBarView, toolkit::Control>(context, control);
+    case Kind::kVerticalMenu: return Make<MenuView, toolkit::VerticalMenu>(context, control);
+    case Kind::kPictureBox:
+    case Kind::kUserControl: return Make<SurfaceView, toolkit::Control>(context, control);
+    case Kind::kListBox:
+    case Kind::kTreeView:
+    case Kind::kTabStrip:
+    case Kind::kCommonDialog: return nullptr;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<toolkit::View> MakeView(ViewContext& context, toolkit::Control& control) {
+  auto view = MakeByKind(context, control);
+  if (view) view->ShowAll();
+  return view;
+}
+
+}  // namespace dossierkit::qt

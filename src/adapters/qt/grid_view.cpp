@@ -1,0 +1,166 @@
+#include "adapters/qt/grid_view.h"
+
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTableView>
+#include <algorithm>
+
+#include "adapters/qt/grid_model.h"
+#include "adapters/qt/qt_application.h"
+
+namespace dossierkit::qt {
+namespace {
+
+constexpr int kRowPadding = 6;
+constexpr int kHeadPadding = 8;
+
+// Selects nothing itself: a row is asked for, and shown once the cursor stands there.
+class Table : public QTableView {
+ public:
+  Table(QtApplication& application, QWidget* parent) : QTableView(parent), application_(application) {}
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() != Qt::LeftButton) return;
+    if (const int row = rowAt(event->position().toPoint().y()); row >= 0) Want(row);
+  }
+  void mouseMoveEvent(QMouseEvent*) override {}
+  void mouseReleaseEvent(QMouseEvent*) override {}
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+  void keyPressEvent(QKeyEvent* event) override {
+    const int last = model()->rowCount() - 1;
+    const int row = currentIndex().row();
+    const int page = std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
+    switch (event->key()) {
+      case Qt::Key_Up: Move(row - 1, last); break;
+      case Qt::Key_Down: Move(row + 1, last); break;
+      case Qt::Key_PageUp: Move(row - page, last); break;
+      case Qt::Key_PageDown: Move(row + page, last); break;
+      case Qt::Key_Home: Move(0, last); break;
+      case Qt::Key_End: Move(last, last); break;
+      case Qt::Key_Left: Scroll(-1); break;
+      case Qt::Key_Right: Scroll(1); break;
+      default: event->ignore();
+    }
+  }
+
+ private:
+  void Want(int row) {
+    if (auto* view = static_cast<GridView*>(application_.ViewOf(this))) view->RowWanted(row);
+  }
+  void Move(int row, int last) {
+    row = std::clamp(row, 0, std::max(last, 0));
+    if (last >= 0 && row != currentIndex().row()) Want(row);
+  }
+  void Scroll(int steps) {
+    auto* bar = horizontalScrollBar();
+    bar->setValue(bar->value() + steps * bar->singleStep());
+  }
+  QtApplication& application_;
+};
+
+}  // namespace
+
+GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
+    : WidgetView(context, grid, new Table(context.application, ParentWidgetOf(grid))),
+      grid_(grid),
+      native_(static_cast<QTableView*>(Widget())),
+      model_(new GridModel(context.application, grid, native_)) {
+  native_->setModel(model_);
+  native_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  native_->setSelectionMode(QAbstractItemView::SingleSelection);
+  native_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  native_->setAlternatingRowColors(true);
+  native_->setWordWrap(false);
+  native_->setTabKeyNavigation(false);
+  native_->setContextMenuPolicy(Qt::NoContextMenu);
+  native_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  native_->setCornerButtonEnabled(false);
+  native_->verticalHeader()->hide();
+  native_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  native_->verticalHeader()->setMinimumSectionSize(1);
+  native_->horizontalHeader()->setHighlightSections(false);
+  native_->horizontalHeader()->setSectionsClickable(false);
+  native_->horizontalHeader()->setMinimumSectionSize(0);
+  native_->horizontalHeader()->setFocusPolicy(Qt::NoFocus);
+  QPalette palette = native_->palette();
+  palette.setColor(QPalette::Inactive, QPalette::Highlight, palette.color(QPalette::Active, QPalette::Highlight));
+  native_->setPalette(palette);
+  QObject::connect(native_->horizontalHeader(), &QHeaderView::sectionResized, Hub(), [this] {
+    if (showing_) return;
+    Context().application.Guard([this] { grid_.Raise(grid_.ColResize); });
+  });
+  // A selection from outside, by accessibility.
+  QObject::connect(native_->selectionModel(), &QItemSelectionModel::selectionChanged, Hub(),
+                   [this](const QItemSelection& selected) {
+                     if (!showing_ && !selected.isEmpty()) RowWanted(selected.first().top());
+                   });
+}
+
+GridView::~GridView() {
+  showing_ = true;
+  if (Widget()) model_->Detach();
+}
+
+void GridView::RowWanted(int row) {
+  const auto life = Life();
+  Context().application.Guard([&] { grid_.UserSelectRow(row + 1); });
+  if (!life.expired()) ShowSelection();
+}
+
+void GridView::ShowStyle() {
+  WidgetView::ShowStyle();
+  const auto& metrics = GetMetrics();
+  const QFont head = metrics.FontOf(grid_.HeadFont());
+  model_->SetHeadFont(head);
+  native_->horizontalHeader()->setFont(head);
+  native_->horizontalHeader()->setFixedHeight(QFontMetrics(head).height() + metrics.Scaled(kHeadPadding));
+  native_->verticalHeader()->setDefaultSectionSize(native_->fontMetrics().height() + metrics.Scaled(kRowPadding));
+  ShowWidths();
+}
+
+void GridView::ShowWidths() {
+  showing_ = true;
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    const float width = grid_.ColumnWidth(static_cast<std::size_t>(column));
+    native_->setColumnHidden(column, width <= 0);
+    if (width > 0) native_->setColumnWidth(column, std::max(1, GetMetrics().Pixels(static_cast<double>(width))));
+  }
+  showing_ = false;
+}
+
+void GridView::ShowContent() {
+  showing_ = true;
+  model_->Reset();
+  showing_ = false;
+  ShowWidths();
+  ShowSelection();
+}
+
+void GridView::ShowSelection() {
+  const int row = grid_.Row() - 1;
+  const auto& rows = *native_->selectionModel();
+  const bool shown = native_->currentIndex().row() == row &&
+                     (row < 0 ? !rows.hasSelection() : rows.isRowSelected(row, {}));
+  if (shown || row >= model_->rowCount()) return;
+  showing_ = true;
+  if (row < 0) {
+    native_->selectionModel()->clear();
+  } else {
+    // A column that shows carries the current cell, so that the table need not scroll sideways.
+    int column = 0;
+    while (column + 1 < model_->columnCount() && native_->isColumnHidden(column)) ++column;
+    const QModelIndex index = model_->index(row, column);
+    native_->selectionModel()->setCurrentIndex(index,
+                                               QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    const int sideways = native_->horizontalScrollBar()->value();
+    native_->scrollTo(index);
+    native_->horizontalScrollBar()->setValue(sideways);
+  }
+  showing_ = false;
+}
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,62 @@
+#include "adapters/qt/image_view.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include "adapters/qt/pictures.h"
+
+namespace dossierkit::qt {
+namespace {
+
+class ImageWidget : public QWidget {
+ public:
+  explicit ImageWidget(QWidget* parent) : QWidget(parent) {}
+  void SetImage(const QImage& image) {
+    image_ = image;
+    update();
+  }
+  void SetBorder(bool border) {
+    border_ = border;
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    QRect inner = rect();
+    if (border_) {
+      painter.fillRect(rect(), Qt::white);
+      painter.setPen(EdgeColor().darker(112));
+      painter.drawRect(rect().adjusted(0, 0, -1, -1));
+      inner.adjust(1, 1, -1, -1);
+    }
+    if (image_.isNull()) return;
+    const QSize device = inner.size() * devicePixelRatioF();
+    if (scaled_.size() != device || scaled_from_ != image_.cacheKey()) {
+      scaled_ = image_.scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+      scaled_from_ = image_.cacheKey();
+    }
+    painter.drawImage(inner, scaled_);
+  }
+
+ private:
+  QImage image_;
+  QImage scaled_;  // to the present size, for repeated painting
+  qint64 scaled_from_ = 0;
+  bool border_ = false;
+};
+
+}  // namespace
+
+ImageView::ImageView(ViewContext& context, toolkit::Image& image)
+    : WidgetView(context, image, new ImageWidget(ParentWidgetOf(image))), image_(image) {}
+
+void ImageView::ShowContent() { static_cast<ImageWidget*>(Widget())->SetImage(DecodePicture(image_.GetPicture())); }
+
+void ImageView::ShowStyle() {
+  WidgetView::ShowStyle();
+  static_cast<ImageWidget*>(Widget())->SetBorder(image_.Border());
+}
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,85 @@
+#include "adapters/qt/look.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <cmath>
+
+#include "adapters/qt/texts.h"
+
+namespace dossierkit::qt {
+namespace {
+
+const QColor kSurface(0xF2, 0xF4, 0xF7);
+const QColor kInk(0x1D, 0x26, 0x33);
+const QColor kFaintInk(0x8B, 0x95, 0xA3);
+const QColor kShadow(0x6F, 0x79, 0x87);
+const QColor kWorkspace(0x4A, 0x63, 0x80);
+const QColor kAccent(0x2B, 0x6C, 0xB0);
+
+}  // namespace
+
+QPalette ProgramPalette() {
+  QPalette palette(kSurface);
+  palette.setColor(QPalette::Window, kSurface);
+  palette.setColor(QPalette::WindowText, kInk);
+  palette.setColor(QPalette::Base, Qt::white);
+  palette.setColor(QPalette::AlternateBase, QColor(0xF7, 0xF9, 0xFC));
+  palette.setColor(QPalette::Text, kInk);
+  palette.setColor(QPalette::Button, QColor(0xFA, 0xFB, 0xFC));
+  palette.setColor(QPalette::ButtonText, kInk);
+  palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFD, 0xEE));
+  palette.setColor(QPalette::ToolTipText, kInk);
+  palette.setColor(QPalette::PlaceholderText, kFaintInk);
+  palette.setColor(QPalette::Highlight, kAccent);
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, kAccent);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, kFaintInk);
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Base, QColor(0xF7, 0xF8, 0xFA));
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xC4, 0xCE, 0xDA));
+  return palette;
+}
+
+QColor ColorOf(toolkit::Color color) {
+  if (color & 0x80000000U) {
+    switch (color) {
+      case toolkit::kWindowBackground: return Qt::white;
+      case toolkit::kWindowText:
+      case toolkit::kButtonText: return kInk;
+      case toolkit::kAppWorkspace: return kWorkspace;
+      case toolkit::kButtonShadow: return kShadow;
+      case toolkit::kButtonFace:
+      default: return kSurface;
+    }
+  }
+  return QColor(static_cast<int>(color & 0xFFU), static_cast<int>((color >> 8U) & 0xFFU),
+                static_cast<int>((color >> 16U) & 0xFFU));
+}
+
+QColor EdgeColor() { return QColor(0xC6, 0xCF, 0xDA); }
+QColor AccentColor() { return kAccent; }
+QColor BarColor() { return QColor(0xE6, 0xEB, 0xF1); }
+QColor HoverColor() { return QColor(0xE3, 0xED, 0xF8); }
+
+int Metrics::Pixels(double twips) const { return static_cast<int>(std::lround(twips * scale_ / kTwipsPerPixel)); }
+
+int Metrics::Twips(double pixels) const { return static_cast<int>(std::lround(pixels * kTwipsPerPixel / scale_)); }
+
+QRect Metrics::Pixels(const toolkit::Rect& place) const {
+  const int left = Pixels(place.left);
+  const int top = Pixels(place.top);
+  return {left, top, Pixels(place.left + place.width) - left, Pixels(place.top + place.height) - top};
+}
+
+QFont Metrics::FontOf(const toolkit::Font& font) const {
+  QFont native;
+  native.setFamilies({ToQString(font.name), QString::fromLatin1(kProgramFont), QString::fromLatin1(kProgramFontElsewhere)});
+  native.setPixelSize(std::max(1, Pixels(font.size * 20)));  // 20 twips to the point
+  native.setBold(font.bold);
+  return native;
+}
+
+QFont Metrics::ProgramFont() const { return FontOf({kProgramFont, kProgramFontSize, false}); }
+
+}  // namespace dossierkit::qt

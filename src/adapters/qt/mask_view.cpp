@@ -1,0 +1,166 @@
+#include "adapters/qt/mask_view.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <limits>
+
+#include "adapters/qt/commits.h"
+#include "adapters/qt/keys.h"
+#include "adapters/qt/qt_application.h"
+#include "platform/environment/text.h"
+
+namespace dossierkit::qt {
+namespace {
+
+class MaskEdit : public QLineEdit {
+ public:
+  MaskEdit(QtApplication& application, QWidget* parent) : QLineEdit(parent), application_(application) {
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setAcceptDrops(false);
+    setDragEnabled(false);
+    setMaxLength(std::numeric_limits<int>::max());
+    setInputMethodHints(Qt::ImhPreferNumbers | Qt::ImhNoPredictiveText);
+  }
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ShortcutOverride) {
+      event->accept();
+      return true;
+    }
+    return QLineEdit::event(event);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    auto* view = View();
+    if (!view || view->EditByKey(*event)) return;
+    switch (event->key()) {
+      case Qt::Key_Left:
+      case Qt::Key_Right:
+      case Qt::Key_Home:
+      case Qt::Key_End: QLineEdit::keyPressEvent(event); break;
+      default: event->ignore();
+    }
+  }
+  void inputMethodEvent(QInputMethodEvent* event) override {
+    const QPointer<QWidget> alive = this;
+    if (auto* view = View()) view->EditByCommit(*event);
+    if (alive && View()) QLineEdit::inputMethodEvent(event);
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) QLineEdit::mouseReleaseEvent(event);  // the middle button would paste
+  }
+
+ private:
+  MaskView* View() { return static_cast<MaskView*>(application_.ViewOf(this)); }
+  QtApplication& application_;
+};
+
+}  // namespace
+
+MaskView::MaskView(ViewContext& context, toolkit::MaskEdBox& box)
+    : WidgetView(context, box, new MaskEdit(context.application, ParentWidgetOf(box))),
+      box_(box),
+      native_(static_cast<QLineEdit*>(Widget())) {
+  QObject::connect(native_, &QLineEdit::textChanged, Hub(), [this] { NativeTextChanged(); });
+  QObject::connect(native_, &QLineEdit::cursorPositionChanged, Hub(), [this] { NativeSelectionChanged(); });
+  QObject::connect(native_, &QLineEdit::selectionChanged, Hub(), [this] { NativeSelectionChanged(); });
+}
+
+bool MaskView::EditByKey(const QKeyEvent& event) {
+  QClipboard& clipboard = *QGuiApplication::clipboard();
+  const auto copy = [&](const std::string& text) {
+    if (!text.empty()) clipboard.setText(ToQString(text));
+  };
+  bool handled = true;
+  Context().application.Guard([&] {
+    if (event.matches(QKeySequence::Copy)) {
+      copy(box_.UserCopy());
+    } else if (event.matches(QKeySequence::Cut)) {
+      copy(box_.UserCut());
+    } else if (event.matches(QKeySequence::Paste)) {
+      box_.UserPaste(ToUtf8(clipboard.text()));
+    } else if (event.matches(QKeySequence::SelectAll)) {
+      box_.Select(0, environment::Length(box_.Text()));
+    } else if (event.key() == Qt::Key_Backspace) {
+      box_.UserBackspace();
+    } else if (event.key() == Qt::Key_Delete) {
+      box_.UserDelete();
+    } else {
+      std::string typed;
+      for (const char32_t character : CharactersOf(event)) {
+        if (character >= 32) typed += environment::Encode(character);
+      }
+      if (typed.empty()) {
+        handled = false;
+      } else {
+        box_.UserType(typed);
+      }
+    }
+  });
+  return handled;
+}
+
+void MaskView::EditByCommit(QInputMethodEvent& event) {
+  Context().application.SetComposing(!event.preeditString().isEmpty());
+  if (event.commitString().isEmpty()) return;
+  const auto life = Life();
+  Context().application.Guard([&] {
+    if (!FilterCommitted(event, box_, life)) return;
+    const std::string typed = ToUtf8(event.commitString());
+    if (!typed.empty()) box_.UserType(typed);
+  });
+  event.setCommitString({});
+}
+
+void MaskView::NativeTextChanged() {
+  if (showing_ || native_->text() == shown_.Shown()) return;
+  const auto life = Life();
+  Context().application.Guard([this] { box_.UserReplaceAll(ToUtf8(native_->text())); });
+  if (!life.expired()) ShowText();
+}
+
+void MaskView::NativeSelectionChanged() {
+  if (showing_ || native_->text() != shown_.Shown()) return;
+  const bool selected = native_->hasSelectedText();
+  const qsizetype start = selected ? native_->selectionStart() : native_->cursorPosition();
+  const std::size_t from = shown_.ModelPosition(start);
+  const std::size_t to = shown_.ModelPosition(start + (selected ? native_->selectionLength() : 0));
+  box_.UserSelect(from, to - from);
+}
+
+void MaskView::ShowStyle() {
+  WidgetView::ShowStyle();
+  QPalette palette = native_->palette();
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    palette.setColor(group, QPalette::Base, ColorOf(box_.BackColor()));
+    palette.setColor(group, QPalette::Text, ColorOf(box_.ForeColor()));
+  }
+  native_->setPalette(palette);
+}
+
+void MaskView::ShowText() {
+  shown_ = ShownText(box_.Text(), false);
+  showing_ = true;
+  if (native_->text() != shown_.Shown()) native_->setText(shown_.Shown());
+  showing_ = false;
+  ShowSelection();
+}
+
+void MaskView::ShowSelection() {
+  const auto start = static_cast<int>(shown_.ShownPosition(box_.SelStart()));
+  const auto end = static_cast<int>(shown_.ShownPosition(box_.SelStart() + box_.SelLength()));
+  showing_ = true;
+  if (end > start) {
+    native_->setSelection(start, end - start);
+  } else {
+    native_->deselect();
+    native_->setCursorPosition(start);
+  }
+  showing_ = false;
+}
+
+}  // namespace dossierkit::qt

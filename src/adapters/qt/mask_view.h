@@ -1,0 +1,40 @@
+// MaskView: a box that the model edits. The native widget never edits itself.
+#pragma once
+
+#include <string>
+
+#include "adapters/qt/texts.h"
+#include "adapters/qt/widget_view.h"
+#include "platform/toolkit/controls/mask_ed_box.h"
+
+class QInputMethodEvent;
+class QKeyEvent;
+class QLineEdit;
+
+namespace dossierkit::qt {
+
+class MaskView : public WidgetView {
+ public:
+  MaskView(ViewContext& context, toolkit::MaskEdBox& box);
+
+  // Edits by the key; false where it only moves the caret or means nothing here.
+  bool EditByKey(const QKeyEvent& event);
+  // Edits by what an input method committed, and takes it out of the event.
+  void EditByCommit(QInputMethodEvent& event);
+
+ protected:
+  void ShowStyle() override;
+  void ShowText() override;
+  void ShowSelection() override;
+
+ private:
+  void NativeTextChanged();
+  void NativeSelectionChanged();
+
+  toolkit::MaskEdBox& box_;
+  QLineEdit* native_;
+  ShownText shown_;
+  bool showing_ = false;
+};
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,108 @@
+#include "adapters/qt/menu_model.h"
+
+#include <QFile>
+#include <QPainter>
+
+#include "adapters/qt/texts.h"
+#include "platform/toolkit/controls/vertical_menu.h"
+
+namespace dossierkit::qt {
+namespace {
+
+constexpr int kIconSize = 32;
+constexpr int kRowHeight = 38;
+constexpr int kGap = 5;
+constexpr int kStripe = 3;  // at the left of the selected item
+
+}  // namespace
+
+void MenuModel::Detach() {
+  beginResetModel();
+  menu_ = nullptr;
+  rows_ = 0;
+  endResetModel();
+}
+
+void MenuModel::Refresh() {
+  const int rows = menu_->menuitemsmax();
+  if (rows != rows_) {
+    beginResetModel();
+    rows_ = rows;
+    endResetModel();
+  } else if (rows > 0) {
+    Q_EMIT dataChanged(index(0), index(rows - 1));
+  }
+}
+
+int MenuModel::Selected() const { return menu_ ? menu_->menuitemcur() - 1 : -1; }
+
+bool MenuModel::AnyIcon() const {
+  if (!menu_) return false;
+  for (const auto& item : menu_->Items()) {
+    if (!item.icon.empty() && !IconOf(item.icon).isNull()) return true;
+  }
+  return false;
+}
+
+const QIcon& MenuModel::IconOf(const std::string& path) const {
+  const QString native = ToNativePath(path);
+  const auto found = icons_.constFind(native);
+  if (found != icons_.constEnd()) return *found;
+  return *icons_.insert(native, QFile::exists(native) ? QIcon(native) : QIcon());
+}
+
+int MenuModel::rowCount(const QModelIndex& parent) const { return parent.isValid() || !menu_ ? 0 : rows_; }
+
+QVariant MenuModel::data(const QModelIndex& index, int role) const {
+  if (!menu_ || !index.isValid() || index.row() >= menu_->menuitemsmax()) return {};
+  const auto& item = menu_->Items()[static_cast<std::size_t>(index.row())];
+  switch (role) {
+    case Qt::DisplayRole:
+    case Qt::AccessibleTextRole: return ToQString(item.caption);
+    case Qt::DecorationRole: return item.icon.empty() ? QIcon() : IconOf(item.icon);
+    default: return {};
+  }
+}
+
+void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const bool selected = index.row() == model_.Selected();
+  const bool marked = (option.state & QStyle::State_Selected) && (option.state & QStyle::State_HasFocus);
+  const bool hovered = option.state & QStyle::State_MouseOver;
+  const bool enabled = option.state & QStyle::State_Enabled;
+  const QRect row = option.rect;
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  if (selected) {
+    painter->fillRect(row, QColor(0xD3, 0xE4, 0xF7));
+    painter->fillRect(QRect(row.left(), row.top(), metrics_.Scaled(kStripe), row.height()), AccentColor());
+  } else if (hovered) {
+    painter->fillRect(row, HoverColor());
+  }
+  if (marked) {
+    painter->setPen(QPen(AccentColor(), 1));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(row).adjusted(1.5, 1.5, -1.5, -1.5), 3, 3);
+  }
+  int left = row.left() + metrics_.Scaled(kStripe + kGap);
+  if (model_.AnyIcon()) {
+    const int side = metrics_.Scaled(kIconSize);
+    const QIcon icon = index.data(Qt::DecorationRole).value<QIcon>();
+    const QRect place(left, row.top() + (row.height() - side) / 2, side, side);
+    if (!icon.isNull()) icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+    left += side + metrics_.Scaled(kGap);
+  }
+  QFont font = option.font;
+  font.setBold(selected);
+  painter->setFont(font);
+  const auto group = enabled ? QPalette::Active : QPalette::Disabled;
+  painter->setPen(selected ? AccentColor().darker(135) : option.palette.color(group, QPalette::WindowText));
+  painter->drawText(QRect(left, row.top(), row.right() - left - metrics_.Scaled(2), row.height()),
+                    Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWrapAnywhere, index.data().toString());
+  painter->restore();
+}
+
+QSize MenuDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
+  return {option.rect.width(), metrics_.Scaled(kRowHeight)};
+}
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,50 @@
+// MenuModel and MenuDelegate: the items of a vertical menu, and how one is drawn.
+#pragma once
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QIcon>
+#include <QStyledItemDelegate>
+
+#include "adapters/qt/look.h"
+
+namespace dossierkit::toolkit {
+class VerticalMenu;
+}
+
+namespace dossierkit::qt {
+
+class MenuModel : public QAbstractListModel {
+ public:
+  MenuModel(toolkit::VerticalMenu& menu, QObject* parent) : QAbstractListModel(parent), menu_(&menu) {}
+
+  void Detach();
+  void Refresh();
+  int Selected() const;  // the item of the page on show, from 0
+  bool AnyIcon() const;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+
+ private:
+  const QIcon& IconOf(const std::string& path) const;
+
+  toolkit::VerticalMenu* menu_;
+  int rows_ = 0;
+  mutable QHash<QString, QIcon> icons_;  // by path; null for a file that is missing
+};
+
+class MenuDelegate : public QStyledItemDelegate {
+ public:
+  MenuDelegate(const Metrics& metrics, const MenuModel& model, QObject* parent)
+      : QStyledItemDelegate(parent), metrics_(metrics), model_(model) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ private:
+  Metrics metrics_;
+  const MenuModel& model_;
+};
+
+}  // namespace dossierkit::qt

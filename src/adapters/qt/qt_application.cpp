@@ -1,0 +1,275 @@
+#include "adapters/qt/qt_application.h"
+
+#include <QElapsedTimer>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStyleFactory>
+#include <QThread>
+#include <utility>
+
+#include "adapters/qt/keys.h"
+#include "adapters/qt/window_view.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::qt {
+namespace {
+
+constexpr auto kBusyAfter = std::chrono::milliseconds(300);
+constexpr int kActivationWait = 150;  // ms at most
+
+}  // namespace
+
+QtApplication::QtApplication(int& argc, char** argv) : QApplication(argc, argv) {
+  setQuitOnLastWindowClosed(false);
+  setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  setPalette(ProgramPalette());
+  QObject::connect(this, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+    Guard([&] { FollowFocus(now); });
+  });
+}
+
+QtApplication::~QtApplication() { sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+// --- widgets and views ---------------------------------------------------------------------------
+
+void QtApplication::Link(QWidget& widget, WidgetView& view) { views_.insert(&widget, &view); }
+
+void QtApplication::Unlink(QWidget& widget) { views_.remove(&widget); }
+
+WidgetView* QtApplication::ViewOf(const QWidget* widget) const { return views_.value(widget, nullptr); }
+
+WidgetView* QtApplication::NearestView(const QWidget* widget) const {
+  for (; widget; widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
+    if (WidgetView* view = ViewOf(widget)) return view;
+  }
+  return nullptr;
+}
+
+// --- events --------------------------------------------------------------------------------------
+
+bool QtApplication::notify(QObject* receiver, QEvent* event) {
+  if (busy_.depth++ == 0) busy_.since = std::chrono::steady_clock::now();
+  bool result = true;
+  try {
+    result = Notify(receiver, event);
+  } catch (...) {
+    ReportFailure(std::current_exception());
+  }
+  if (--busy_.depth == 0) EndBusy();
+  return result;
+}
+
+bool QtApplication::Notify(QObject* receiver, QEvent* event) {
+  if (!receiver->isWidgetType()) return QApplication::notify(receiver, event);
+  QPointer<QWidget> widget = static_cast<QWidget*>(receiver);
+  bool nested = false;
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
+      auto& press = static_cast<QMouseEvent&>(*event);
+      swallowed_ = Qt::NoButton;
+      if (!PassPress(*widget, press, nested)) {
+        swallowed_ = press.button();
+        press.accept();
+        return true;
+      }
+      break;
+    }
+    case QEvent::MouseButtonRelease:
+      if (static_cast<QMouseEvent*>(event)->button() == swallowed_) {
+        swallowed_ = Qt::NoButton;
+        event->accept();
+        return true;
+      }
+      break;
+    case QEvent::MouseMove:
+      ReportMove(*widget, static_cast<QMouseEvent&>(*event));
+      if (!widget) return true;
+      break;
+    case QEvent::KeyPress:
+      if (!PassKey(*widget, static_cast<QKeyEvent&>(*event)) || !widget) {
+        event->accept();
+        return true;
+      }
+      break;
+    case QEvent::FocusIn: focus_reason_ = static_cast<QFocusEvent*>(event)->reason(); break;
+    default: break;
+  }
+  const bool result = QApplication::notify(receiver, event);
+  if (nested && widget) {
+    // The window that the check opened took this press's release.
+    const auto& press = static_cast<QMouseEvent&>(*event);
+    QMouseEvent release(QEvent::MouseButtonRelease, press.position(), press.globalPosition(), press.button(),
+                        Qt::NoButton, press.modifiers());
+    QApplication::notify(widget, &release);
+  }
+  return result;
+}
+
+bool QtApplication::PassPress(QWidget& widget, const QMouseEvent& event, bool& nested) {
+  WidgetView* view = NearestView(&widget);
+  if (!view) return true;
+  const QPoint at = view->Widget()->mapFromGlobal(event.globalPosition().toPoint());
+  const Metrics metrics(view->GetMetrics());
+  const QPointer<QWidget> alive = &widget;
+  const int loops_before = loops_run_;
+  const bool passed = view->GetControl().UserMouseDown(ButtonOf(event.button()), ShiftOf(event.modifiers()),
+                                                       metrics.Twips(at.x()), metrics.Twips(at.y()));
+  nested = loops_run_ != loops_before;
+  return passed && alive;
+}
+
+void QtApplication::ReportMove(QWidget& widget, const QMouseEvent& event) {
+  WidgetView* view = NearestView(&widget);
+  if (!view) return;
+  const QPoint at = view->Widget()->mapFromGlobal(event.globalPosition().toPoint());
+  const Metrics metrics(view->GetMetrics());
+  int buttons = 0;
+  for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+    if (event.buttons() & button) buttons |= ButtonOf(button);
+  }
+  view->GetControl().UserMouseMove(buttons, ShiftOf(event.modifiers()), metrics.Twips(at.x()), metrics.Twips(at.y()));
+}
+
+bool QtApplication::PassKey(QWidget& widget, const QKeyEvent& event) {
+  WidgetView* view = ViewOf(widget.window());
+  if (!view) return true;
+  auto& form = static_cast<toolkit::Form&>(view->GetControl());
+  const auto keep = form.shared_from_this();
+  const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  if (composing_ && enter) return false;  // it only ends the composition
+  const bool plain = !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+  if (plain && (event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab)) {
+    form.UserTab(event.key() == Qt::Key_Tab && !(event.modifiers() & Qt::ShiftModifier));
+    return false;
+  }
+  if (const char letter = MnemonicKeyOf(event); letter && ClickMnemonic(form, letter)) return false;
+  const QPointer<QWidget> alive = &widget;
+  if (const int code = KeyCodeOf(event); code && !form.UserKeyDown(code, ShiftOf(event.modifiers()))) return false;
+  for (const char32_t character : CharactersOf(event)) {
+    if (!alive || !form.UserKeyPress(character)) return false;
+  }
+  return alive;
+}
+
+bool QtApplication::ClickMnemonic(toolkit::Form& form, char letter) {
+  return static_cast<WindowView*>(form.GetView())->ClickMnemonic(letter);
+}
+
+// --- focus ---------------------------------------------------------------------------------------
+
+void QtApplication::SyncFocus(toolkit::Form& form) {
+  auto* window = static_cast<WidgetView*>(form.GetView());
+  if (!window || !window->Widget()) return;
+  const auto focus = form.ActiveControl();
+  auto* view = focus ? static_cast<WidgetView*>(focus->GetView()) : nullptr;
+  QWidget* target = view ? view->FocusWidget() : nullptr;
+  if (target && (!target->isEnabled() || !target->isVisibleTo(window->Widget()))) target = nullptr;
+  QWidget* present = window->Widget()->focusWidget();
+  if (present == target) return;
+  ++own_focus_;
+  if (target) {
+    target->setFocus(Qt::OtherFocusReason);
+    static_cast<WindowView*>(window)->BringIntoSight(*target);
+  } else if (present) {
+    present->clearFocus();
+  }
+  --own_focus_;
+}
+
+// The native focus went to a widget. Unless the program moved it there, the model is asked.
+void QtApplication::FollowFocus(QWidget* now) {
+  WidgetView* view = now && own_focus_ == 0 ? NearestView(now) : nullptr;
+  if (!view) return;
+  toolkit::Control& control = view->GetControl();
+  toolkit::Form* form = control.Window();
+  if (!form || control.HasFocus()) return;
+  const auto keep = form->shared_from_this();
+  const bool from_window = focus_reason_ == Qt::ActiveWindowFocusReason || focus_reason_ == Qt::PopupFocusReason;
+  if (!from_window) control.UserFocus();
+  // Where the model did not follow, the native focus goes back.
+  const std::weak_ptr<toolkit::Control> later = form->shared_from_this();
+  QMetaObject::invokeMethod(
+      this,
+      [this, later] {
+        if (const auto window = later.lock()) SyncFocus(static_cast<toolkit::Form&>(*window));
+      },
+      Qt::QueuedConnection);
+}
+
+// --- loops ---------------------------------------------------------------------------------------
+
+void QtApplication::RunUntil(const std::function<bool()>& done) {
+  const Busy outer = std::exchange(busy_, {});
+  if (outer.shown) restoreOverrideCursor();
+  composing_ = false;
+  ++loops_run_;
+  QEventLoop loop;
+  loops_.push_back(&loop);
+  while (!done()) {
+    loop.exec();
+    // An application that is being quit lets no loop run: its events are run here.
+    if (!done()) loop.processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  loops_.pop_back();
+  ++loops_run_;
+  busy_ = outer;
+  busy_.shown = false;
+  busy_.since = std::chrono::steady_clock::now();
+}
+
+void QtApplication::WakeLoops() {
+  for (QEventLoop* loop : loops_) loop->quit();
+}
+
+void QtApplication::ReactivateTop() {
+  WindowView* top = TopWindow();
+  if (!top || !top->Widget() || !top->Widget()->isVisible()) return;
+  const QPointer<QWidget> window = top->Widget();
+  window->activateWindow();
+  QElapsedTimer timer;
+  timer.start();
+  while (window && !window->isActiveWindow() && timer.elapsed() < kActivationWait) {
+    processEvents(QEventLoop::ExcludeUserInputEvents, 5);
+    if (window && !window->isActiveWindow()) QThread::msleep(1);
+  }
+  if (WidgetView* view = ViewOf(window)) SyncFocus(static_cast<toolkit::Form&>(view->GetControl()));
+}
+
+// --- busy pointer, failures ----------------------------------------------------------------------
+
+void QtApplication::Tick() {
+  if (busy_.depth == 0 || busy_.shown || std::chrono::steady_clock::now() - busy_.since < kBusyAfter) return;
+  busy_.shown = true;
+  setOverrideCursor(Qt::WaitCursor);
+}
+
+void QtApplication::EndBusy() {
+  if (std::exchange(busy_.shown, false)) restoreOverrideCursor();
+}
+
+void QtApplication::Guard(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (...) {
+    ReportFailure(std::current_exception());
+  }
+}
+
+void QtApplication::ReportFailure(std::exception_ptr failure) {
+  QMetaObject::invokeMethod(
+      this,
+      [this, failure] {
+        WindowView* top = TopWindow();
+        if (!top) return;
+        auto& form = static_cast<toolkit::Form&>(top->GetControl());
+        if (toolkit::Form* topmost = form.GetDesktop().TopmostForm()) {
+          topmost->Deliver([&] { std::rethrow_exception(failure); });
+        }
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace dossierkit::qt

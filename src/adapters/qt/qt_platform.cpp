@@ -1,0 +1,136 @@
+#include "adapters/qt/qt_platform.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPointer>
+#include <cstdlib>
+
+#include "adapters/qt/create_view.h"
+#include "adapters/qt/file_dialog.h"
+#include "adapters/qt/message_dialog.h"
+#include "adapters/qt/pictures.h"
+#include "adapters/qt/qt_application.h"
+#include "adapters/qt/texts.h"
+#include "adapters/qt/translator.h"
+#include "adapters/qt/window_view.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::qt {
+namespace {
+
+// The arguments that an application object refers to for its whole life.
+int argument_count = 1;
+char program_name[] = "DossierKit";
+char* arguments[] = {program_name, nullptr};
+
+std::string ShareFolder(const std::string& wanted) {
+  if (!wanted.empty()) return wanted;
+  const QFileInfo program(QFile::symLinkTarget(QStringLiteral("/proc/self/exe")));
+  return ToUtf8(QDir::cleanPath(program.path() + QStringLiteral("/../share")));
+}
+
+// Has to be done before the application exists.
+void UseFonts(const std::string& share_folder) {
+  const std::string fonts = share_folder + "/fonts.conf";
+  if (QFileInfo(ToQString(fonts)).isFile()) setenv("FONTCONFIG_FILE", fonts.c_str(), 0);
+}
+
+}  // namespace
+
+struct QtPlatform::Parts {
+  std::unique_ptr<QtApplication> owned;
+  std::unique_ptr<Translator> translator;
+  ViewContext context;
+
+  Parts(const QtOptions& options, const std::string& share_folder, std::unique_ptr<QtApplication> made)
+      : owned(std::move(made)),
+        context{*static_cast<QtApplication*>(QCoreApplication::instance()), Metrics(options.scale),
+                share_folder + "/icons"} {
+    if (!owned) return;
+    translator = std::make_unique<Translator>();
+    owned->installTranslator(translator.get());
+    owned->setFont(context.metrics.ProgramFont());
+  }
+};
+
+QtPlatform::QtPlatform(QtOptions options) {
+  const std::string share_folder = ShareFolder(options.share_folder);
+  std::unique_ptr<QtApplication> application;
+  if (!QCoreApplication::instance()) {
+    UseFonts(share_folder);
+    application = std::make_unique<QtApplication>(argument_count, arguments);
+  }
+  parts_ = std::make_unique<Parts>(options, share_folder, std::move(application));
+}
+
+QtPlatform::~QtPlatform() = default;
+
+std::unique_ptr<toolkit::View> QtPlatform::CreateView(toolkit::Control& control) {
+  parts_->context.application.Tick();
+  return MakeView(parts_->context, control);
+}
+
+void QtPlatform::RunLoop(toolkit::Form& form) {
+  const auto done = [&] { return form.GetDesktop().LoopEnded(form); };
+  if (done()) return;
+  if (auto* view = static_cast<WindowView*>(form.GetView())) view->Present();
+  parts_->context.application.RunUntil(done);
+  if (auto* view = static_cast<WindowView*>(form.GetView())) {
+    // It was hidden only; its place in the stack goes to the window below.
+    view->Withdraw();
+    parts_->context.application.RemoveWindow(*view);
+  }
+  parts_->context.application.ReactivateTop();
+}
+
+void QtPlatform::WakeLoop() { parts_->context.application.WakeLoops(); }
+
+toolkit::MessageAnswer QtPlatform::ShowMessage(const std::string& text, int flags, const std::string& title) {
+  QtApplication& application = parts_->context.application;
+  WindowView* below = application.TopWindow();
+  // A message of a window that is about to show stands over that window.
+  if (below && !below->Widget()->isVisible()) below->Present();
+  const QPointer<MessageDialog> box = new MessageDialog(parts_->context.metrics, ToQString(text), flags, ToQString(title),
+                                                        below ? below->Widget() : nullptr);
+  box->OnAnswer([&application] { application.WakeLoops(); });
+  box->show();
+  box->activateWindow();
+  application.RunUntil([&] { return !box || box->Answered(); });
+  const auto answer = box ? box->Answer() : (flags & toolkit::kYesNo) ? toolkit::kAnswerNo : toolkit::kAnswerOk;
+  if (box) {
+    box->hide();
+    box->deleteLater();
+  }
+  application.ReactivateTop();
+  return answer;
+}
+
+std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
+  QtApplication& application = parts_->context.application;
+  WindowView* below = application.TopWindow();
+  const auto dialog = MakeFileDialog(request.filter, request.init_dir, below ? below->Widget() : nullptr);
+  bool answered = false;
+  QObject::connect(dialog.get(), &QDialog::finished, dialog.get(), [&] {
+    answered = true;
+    application.WakeLoops();
+  });
+  dialog->show();
+  dialog->activateWindow();
+  application.RunUntil([&] { return answered; });
+  const QStringList chosen = dialog->selectedFiles();
+  const bool accepted = dialog->result() == QDialog::Accepted && !chosen.isEmpty();
+  const std::string path = accepted ? ToUtf8(chosen.first()) : std::string();
+  dialog->hide();
+  application.ReactivateTop();
+  return path;
+}
+
+toolkit::Picture QtPlatform::LoadPicture(const std::string& path) { return ReadPicture(path); }
+
+void QtPlatform::Beep() { QApplication::beep(); }
+
+void QtPlatform::Tick() { parts_->context.application.Tick(); }
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,39 @@
+// QtPlatform: the toolkit on the screen, in Qt 6 widgets.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/toolkit/loop/platform.h"
+
+namespace dossierkit::qt {
+
+struct QtOptions {
+  double scale = 1.0;        // enlarges everything, besides what the screen asks for
+  std::string share_folder;  // holds icons/ and fonts.conf; empty: ../share beside the program's folder
+};
+
+// The first one makes the program's one application object and ends it; a later one, with a scale of
+// its own, must end before the first.
+class QtPlatform : public toolkit::Platform {
+ public:
+  explicit QtPlatform(QtOptions options = {});
+  ~QtPlatform() override;
+
+  std::unique_ptr<toolkit::View> CreateView(toolkit::Control& control) override;
+  void RunLoop(toolkit::Form& form) override;
+  void WakeLoop() override;
+  toolkit::MessageAnswer ShowMessage(const std::string& text, int flags, const std::string& title) override;
+  std::string ChooseFile(const toolkit::CommonDialog& request) override;
+  toolkit::Picture LoadPicture(const std::string& path) override;
+  void Beep() override;
+
+  // To be called now and then in long work: a busy pointer shows after 300 ms of one event.
+  void Tick();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace dossierkit::qt

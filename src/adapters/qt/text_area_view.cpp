@@ -1,0 +1,99 @@
+#include "adapters/qt/text_area_view.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QTextOption>
+#include <algorithm>
+
+#include "adapters/qt/qt_application.h"
+
+namespace dossierkit::qt {
+namespace {
+
+class TextEdit : public QPlainTextEdit {
+ public:
+  TextEdit(QtApplication& application, QWidget* parent) : QPlainTextEdit(parent), application_(application) {
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setAcceptDrops(false);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document()->setDocumentMargin(2);
+  }
+
+ protected:
+  void inputMethodEvent(QInputMethodEvent* event) override {
+    auto* view = View();
+    if (view && view->FilterCommit(*event)) QPlainTextEdit::inputMethodEvent(event);
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    QPlainTextEdit::mouseDoubleClickEvent(event);
+    if (auto* view = View()) view->DoubleClicked();
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter) {
+      // Also with Ctrl, which the native widget knows nothing of.
+      textCursor().insertBlock();
+      ensureCursorVisible();
+    } else {
+      QPlainTextEdit::keyPressEvent(event);
+    }
+  }
+  QMimeData* createMimeDataFromSelection() const override {
+    auto* copied = new QMimeData;
+    copied->setText(textCursor().selection().toPlainText());
+    return copied;
+  }
+  bool canInsertFromMimeData(const QMimeData* source) const override { return source->hasText(); }
+  void insertFromMimeData(const QMimeData* source) override { insertPlainText(source->text()); }
+
+ private:
+  TextView* View() { return static_cast<TextView*>(application_.ViewOf(this)); }
+  QtApplication& application_;
+};
+
+}  // namespace
+
+TextAreaView::TextAreaView(ViewContext& context, toolkit::TextBox& box)
+    : TextView(context, box, new TextEdit(context.application, ParentWidgetOf(box))),
+      native_(static_cast<QPlainTextEdit*>(Widget())) {
+  QObject::connect(native_, &QPlainTextEdit::textChanged, Hub(), [this] { NativeTextChanged(); });
+  QObject::connect(native_, &QPlainTextEdit::cursorPositionChanged, Hub(), [this] { NativeSelectionChanged(); });
+  QObject::connect(native_, &QPlainTextEdit::selectionChanged, Hub(), [this] { NativeSelectionChanged(); });
+}
+
+// Unlike the widget's own plain text this leaves blanks of every kind as they are.
+QString TextAreaView::NativeText() const {
+  QString text = native_->document()->toRawText();
+  for (QChar& character : text) {
+    if (character == QChar::ParagraphSeparator || character == QChar::LineSeparator) character = QLatin1Char('\n');
+  }
+  return text;
+}
+
+void TextAreaView::SetNativeText(const QString& text) { native_->setPlainText(text); }
+
+qsizetype TextAreaView::NativeCaret() const { return native_->textCursor().position(); }
+
+qsizetype TextAreaView::NativeSelectionStart() const { return native_->textCursor().selectionStart(); }
+
+qsizetype TextAreaView::NativeSelectionLength() const {
+  return native_->textCursor().selectionEnd() - native_->textCursor().selectionStart();
+}
+
+void TextAreaView::SetNativeSelection(qsizetype start, qsizetype length) {
+  const qsizetype end = native_->document()->characterCount() - 1;
+  QTextCursor cursor = native_->textCursor();
+  cursor.setPosition(static_cast<int>(std::min(start, end)));
+  if (length > 0) cursor.setPosition(static_cast<int>(std::min(start + length, end)), QTextCursor::KeepAnchor);
+  native_->setTextCursor(cursor);
+}
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,82 @@
+#include "adapters/qt/text_view.h"
+
+#include <QInputMethodEvent>
+#include <string>
+
+#include "adapters/qt/commits.h"
+#include "adapters/qt/qt_application.h"
+
+namespace dossierkit::qt {
+namespace {
+
+// Every break of a text of several lines becomes CR LF.
+std::string WithModelBreaks(const QString& text) {
+  QString breaks = text;
+  breaks.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  return ToUtf8(breaks.replace(QLatin1Char('\n'), QStringLiteral("\r\n")));
+}
+
+}  // namespace
+
+bool TextView::FilterCommit(QInputMethodEvent& event) {
+  Context().application.SetComposing(!event.preeditString().isEmpty());
+  return FilterCommitted(event, box_, Life());
+}
+
+void TextView::DoubleClicked() {
+  Context().application.Guard([this] { box_.UserDblClick(); });
+}
+
+void TextView::NativeTextChanged() {
+  if (showing_) return;
+  const QString after = NativeText();
+  const TextChange change = FindChange(shown_.Shown(), after, NativeCaret());
+  const std::size_t start = shown_.ModelPosition(change.start);
+  const std::size_t end = shown_.ModelPosition(change.start + change.removed);
+  const auto life = Life();
+  Context().application.Guard([&] {
+    box_.UserReplace(start, end - start, box_.MultiLine() ? WithModelBreaks(change.inserted) : ToUtf8(change.inserted));
+  });
+  // Also where the report was ignored, the model's text is what stands there.
+  if (!life.expired()) ShowText();
+}
+
+void TextView::NativeSelectionChanged() {
+  if (showing_ || NativeText() != shown_.Shown()) return;
+  const qsizetype start = NativeSelectionStart();
+  const std::size_t from = shown_.ModelPosition(start);
+  const std::size_t to = shown_.ModelPosition(start + NativeSelectionLength());
+  box_.UserSelect(from, to - from);
+}
+
+void TextView::ShowStyle() {
+  WidgetView::ShowStyle();
+  QPalette palette = Widget()->palette();
+  palette.setColor(QPalette::Active, QPalette::Base, ColorOf(box_.BackColor()));
+  palette.setColor(QPalette::Inactive, QPalette::Base, ColorOf(box_.BackColor()));
+  palette.setColor(QPalette::Active, QPalette::Text, ColorOf(box_.ForeColor()));
+  palette.setColor(QPalette::Inactive, QPalette::Text, ColorOf(box_.ForeColor()));
+  Widget()->setPalette(palette);
+}
+
+void TextView::ShowText() {
+  shown_ = ShownText(box_.Text(), box_.MultiLine());
+  // An equal text is left alone, and with it what the widget can undo.
+  if (NativeText() != shown_.Shown()) {
+    showing_ = true;
+    SetNativeText(shown_.Shown());
+    showing_ = false;
+  }
+  ShowSelection();
+}
+
+void TextView::ShowSelection() {
+  const qsizetype start = shown_.ShownPosition(box_.SelStart());
+  const qsizetype length = shown_.ShownPosition(box_.SelStart() + box_.SelLength()) - start;
+  if (NativeSelectionStart() == start && NativeSelectionLength() == length) return;
+  showing_ = true;
+  SetNativeSelection(start, length);
+  showing_ = false;
+}
+
+}  // namespace dossierkit::qt

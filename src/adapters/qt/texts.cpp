@@ -1,0 +1,64 @@
+#include "adapters/qt/texts.h"
+
+#include <algorithm>
+
+#include "platform/environment/text.h"
+
+namespace dossierkit::qt {
+
+QString ToQString(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string ToUtf8(const QString& text) { return text.toStdString(); }
+
+QString ToNativePath(std::string_view path) { return ToQString(path).replace(QLatin1Char('\\'), QLatin1Char('/')); }
+
+char MnemonicOf(std::string_view caption) {
+  const auto mark = caption.find('&');
+  if (mark == std::string_view::npos || mark + 1 >= caption.size()) return 0;
+  const char letter = caption[mark + 1];
+  if (letter >= 'a' && letter <= 'z') return static_cast<char>(letter - 'a' + 'A');
+  return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9') ? letter : '\0';
+}
+
+ShownText::ShownText(std::string_view text, bool multi_line) {
+  const auto characters = environment::Characters(text);
+  starts_.reserve(characters.size() + 1);
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    const std::string& character = characters[i];
+    starts_.push_back(shown_.size());
+    if (!multi_line) {
+      shown_ += ToQString(character);
+    } else if (character == "\r" && i + 1 < characters.size() && characters[i + 1] == "\n") {
+      continue;  // the pair is one break
+    } else if (character == "\r" || character == "\n" || character == "\u2028" || character == "\u2029") {
+      shown_ += QLatin1Char('\n');
+    } else {
+      shown_ += ToQString(character);
+    }
+  }
+  starts_.push_back(shown_.size());
+}
+
+std::size_t ShownText::ModelPosition(qsizetype shown) const {
+  const auto found = std::lower_bound(starts_.begin(), starts_.end(), shown);
+  return static_cast<std::size_t>(std::min(found, starts_.end() - 1) - starts_.begin());
+}
+
+qsizetype ShownText::ShownPosition(std::size_t model) const { return starts_[std::min(model, starts_.size() - 1)]; }
+
+TextChange FindChange(const QString& before, const QString& after, qsizetype caret) {
+  const qsizetype shorter = std::min(before.size(), after.size());
+  const qsizetype behind = std::clamp<qsizetype>(after.size() - caret, 0, shorter);
+  qsizetype suffix = 0;
+  while (suffix < behind && before[before.size() - 1 - suffix] == after[after.size() - 1 - suffix]) ++suffix;
+  qsizetype prefix = 0;
+  while (prefix < shorter - suffix && before[prefix] == after[prefix]) ++prefix;
+  // Never between the halves of a surrogate pair.
+  if (prefix > 0 && after[prefix - 1].isHighSurrogate()) --prefix;
+  if (suffix > 0 && after[after.size() - suffix].isLowSurrogate()) --suffix;
+  return {prefix, before.size() - prefix - suffix, after.mid(prefix, after.size() - prefix - suffix)};
+}
+
+}  // namespace dossierkit::qt

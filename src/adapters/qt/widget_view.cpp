@@ -1,0 +1,79 @@
+#include "adapters/qt/widget_view.h"
+
+#include "adapters/qt/qt_application.h"
+#include "adapters/qt/texts.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::qt {
+
+using toolkit::Aspect;
+
+QWidget* ParentWidgetOf(const toolkit::Control& control) {
+  const toolkit::Control* container = control.Container();
+  const auto* view = container ? static_cast<const WidgetView*>(container->GetView()) : nullptr;
+  return view ? view->Content() : nullptr;
+}
+
+WidgetView::WidgetView(ViewContext& context, toolkit::Control& control, QWidget* widget)
+    : context_(context), control_(control), widget_(widget), life_(std::make_shared<int>(0)) {
+  widget->setObjectName(ToQString(control.Name()));
+  widget->setFocusPolicy(control.TakesFocus() ? Qt::StrongFocus : Qt::NoFocus);
+  context_.application.Link(*widget, *this);
+}
+
+WidgetView::~WidgetView() {
+  if (!widget_) return;
+  context_.application.Unlink(*widget_);
+  widget_->hide();
+  widget_->clearFocus();
+  widget_->deleteLater();
+}
+
+void WidgetView::ShowAll() {
+  ShowStyle();
+  ShowText();
+  ShowContent();
+  ShowSelection();
+  ShowPlacement();
+  ShowState();
+}
+
+void WidgetView::Show(Aspect aspect) {
+  if (!widget_) return;
+  context_.application.Tick();
+  switch (aspect) {
+    case Aspect::kPlacement: ShowPlacement(); break;
+    case Aspect::kState: ShowState(); break;
+    case Aspect::kStyle: ShowStyle(); break;
+    case Aspect::kText: ShowText(); break;
+    case Aspect::kContent: ShowContent(); break;
+    case Aspect::kSelection: ShowSelection(); break;
+    case Aspect::kFocus: break;
+  }
+  if (aspect == Aspect::kFocus || aspect == Aspect::kState) {
+    if (toolkit::Form* window = control_.Window()) context_.application.SyncFocus(*window);
+  }
+}
+
+void WidgetView::ShowPlacement() {
+  if (QWidget* parent = ParentWidgetOf(control_); parent && widget_->parentWidget() != parent) {
+    widget_->setParent(parent);
+    if (control_.Visible()) widget_->show();
+  }
+  widget_->setGeometry(GetMetrics().Pixels(control_.Place()));
+}
+
+void WidgetView::ShowState() {
+  widget_->setEnabled(control_.Enabled());
+  widget_->setVisible(control_.Visible());
+}
+
+void WidgetView::ShowStyle() {
+  const QFont font = GetMetrics().FontOf(control_.GetFont());
+  if (widget_->font() != font) widget_->setFont(font);
+  widget_->setToolTip(ToQString(control_.ToolTipText()));
+  const QString name = ToQString(control_.AccessibleName());
+  if (widget_->accessibleName() != name) widget_->setAccessibleName(name);
+}
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,71 @@
+// WidgetView: a view with a native widget behind it.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+#include <string>
+
+#include "adapters/qt/look.h"
+#include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/controls/view.h"
+
+namespace dossierkit::qt {
+
+class QtApplication;
+
+// What all views of one platform share.
+struct ViewContext {
+  QtApplication& application;
+  Metrics metrics;
+  std::string icon_folder;  // holds toolbar-N.png
+};
+
+// Owns its widget. At its end the widget is hidden and unlinked at once and deleted later, since
+// that end may come inside one of the widget's own events.
+class WidgetView : public toolkit::View {
+ public:
+  ~WidgetView() override;
+
+  void Show(toolkit::Aspect aspect) override;
+  // Everything, after creation.
+  void ShowAll();
+
+  toolkit::Control& GetControl() const { return control_; }
+  QWidget* Widget() const { return widget_; }
+  const Metrics& GetMetrics() const { return context_.metrics; }
+  // The parent of the widgets of the controls that stand in this one.
+  virtual QWidget* Content() const { return widget_; }
+  // The widget that takes the native focus for this control.
+  virtual QWidget* FocusWidget() const { return widget_; }
+
+ protected:
+  WidgetView(ViewContext& context, toolkit::Control& control, QWidget* widget);
+
+  virtual void ShowPlacement();
+  virtual void ShowState();
+  virtual void ShowStyle();
+  virtual void ShowText() {}
+  virtual void ShowContent() {}
+  virtual void ShowSelection() {}
+
+  ViewContext& Context() const { return context_; }
+
+  // Connections that name it as their context end with the view.
+  QObject* Hub() { return &hub_; }
+  // Expires with the view: a report may end it.
+  std::weak_ptr<void> Life() const { return life_; }
+
+ private:
+  ViewContext& context_;
+  toolkit::Control& control_;
+  QPointer<QWidget> widget_;
+  QObject hub_;
+  std::shared_ptr<void> life_;
+};
+
+// The widget into which the widget of a control goes; nullptr for a window.
+QWidget* ParentWidgetOf(const toolkit::Control& control);
+
+}  // namespace dossierkit::qt

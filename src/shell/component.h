@@ -1,0 +1,32 @@
+// Component: what a program sets up once before it uses IUserCtrl.
+#pragma once
+
+#include <string>
+
+#include "platform/environment/clock.h"
+#include "platform/files/files.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "visit/runtime.h"
+
+namespace dossierkit {
+
+// Joins the component with the views of a platform and installs it as the one in use. One at a time;
+// it must outlive every use of IUserCtrl.
+class Component {
+ public:
+  // `app_path` is the folder of the component, in which USER.ICO and xinxj.ico lie.
+  Component(toolkit::Platform& platform, std::string app_path);
+  // The same with a clock and files of the caller's, which must outlive it.
+  Component(toolkit::Platform& platform, std::string app_path, const environment::Clock& clock, files::Files& files);
+  ~Component();
+  Component(const Component&) = delete;
+  Component& operator=(const Component&) = delete;
+
+ private:
+  environment::SystemClock system_clock_;
+  files::LocalFiles local_files_;
+  toolkit::Desktop desktop_;
+  Runtime runtime_;
+};
+
+}  // namespace dossierkit

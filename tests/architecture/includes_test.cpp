@@ -1,0 +1,117 @@
+// The direction of the includes, and the size of the files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace dossierkit::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMostLines = 500;
+
+// What the files of a folder of src/ may include besides the standard library and their own folder.
+const std::map<std::string, std::set<std::string>> kAllowed = {
+    {"platform/environment", {}},
+    {"platform/files", {"platform/environment"}},
+    {"platform/ado", {"platform/environment"}},
+    {"platform/jet", {"platform/environment", "platform/ado"}},
+    {"platform/toolkit", {"platform/environment", "platform/ado"}},
+    {"visit", {"platform"}},
+    {"binding", {"platform", "visit"}},
+    {"metadata", {"platform", "visit"}},
+    {"codes", {"platform", "visit", "metadata"}},
+    {"photos", {"platform", "visit"}},
+    {"pages", {"platform", "visit", "metadata", "binding", "codes", "photos"}},
+    {"shell", {"platform", "visit", "metadata", "binding", "codes", "photos", "pages"}},
+    {"adapters/sqlite", {"platform/environment", "platform/ado", "platform/jet"}},
+    {"adapters/headless", {"platform/environment", "platform/toolkit"}},
+    {"adapters/qt", {"platform/environment", "platform/toolkit"}},
+};
+
+// Headers of libraries, by the folder that may use them.
+const std::regex kQtHeader("Q[A-Za-z]+|Q[A-Za-z]+/.*|qt.*");
+const std::regex kSqliteHeader("sqlite3\\.h");
+
+std::vector<fs::path> Sources(const fs::path& folder) {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    const auto ending = entry.path().extension();
+    if (ending == ".h" || ending == ".cpp") files.push_back(entry.path());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::vector<std::string> Lines(const fs::path& file) {
+  std::ifstream in(file);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+bool IsWithin(const std::string& path, const std::string& folder) { return path.starts_with(folder + "/"); }
+
+std::string FolderOf(const std::string& path) {
+  for (const auto& [folder, allowed] : kAllowed) {
+    if (IsWithin(path, folder)) return folder;
+  }
+  return {};
+}
+
+TEST(Architecture, EveryFileHasAPlace) {
+  for (const auto& file : Sources(SOURCE_FOLDER "/src")) {
+    EXPECT_NE(FolderOf(fs::relative(file, SOURCE_FOLDER "/src").string()), "") << file;
+  }
+}
+
+TEST(Architecture, IncludesPointDownwardsOnly) {
+  const std::regex quoted("\\s*#include \"([^\"]+)\".*");
+  for (const auto& file : Sources(SOURCE_FOLDER "/src")) {
+    const std::string folder = FolderOf(fs::relative(file, SOURCE_FOLDER "/src").string());
+    const auto& allowed = kAllowed.at(folder);
+    for (const std::string& line : Lines(file)) {
+      std::smatch match;
+      if (!std::regex_match(line, match, quoted)) continue;
+      const std::string included = match[1];
+      const bool fine = IsWithin(included, folder) || std::any_of(allowed.begin(), allowed.end(), [&](const auto& other) {
+                          return IsWithin(included, other);
+                        });
+      EXPECT_TRUE(fine) << file << " includes " << included;
+    }
+  }
+}
+
+TEST(Architecture, LibrariesStayInTheirAdapters) {
+  const std::regex angled("\\s*#include <([^>]+)>.*");
+  for (const auto& file : Sources(SOURCE_FOLDER "/src")) {
+    const std::string folder = FolderOf(fs::relative(file, SOURCE_FOLDER "/src").string());
+    for (const std::string& line : Lines(file)) {
+      std::smatch match;
+      if (!std::regex_match(line, match, angled)) continue;
+      const std::string header = match[1];
+      EXPECT_TRUE(folder == "adapters/qt" || !std::regex_match(header, kQtHeader)) << file << " includes " << header;
+      EXPECT_TRUE(folder == "adapters/sqlite" || !std::regex_match(header, kSqliteHeader)) << file << " includes " << header;
+      const bool is_library = header.find('.') != std::string::npos || std::isupper(static_cast<unsigned char>(header[0]));
+      EXPECT_TRUE(!is_library || folder.starts_with("adapters/")) << file << " includes " << header;
+    }
+  }
+}
+
+TEST(Architecture, FilesStaySmall) {
+  for (const char* folder : {"/src", "/host", "/tests", "/bench"}) {
+    for (const auto& file : Sources(std::string(SOURCE_FOLDER) + folder)) {
+      EXPECT_LE(Lines(file).size(), std::size_t{kMostLines}) << file;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace dossierkit::tests

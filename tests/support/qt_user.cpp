@@ -1,0 +1,152 @@
+#include "tests/support/qt_user.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QListView>
+#include <QScrollArea>
+#include <QTableView>
+#include <QTest>
+#include <stdexcept>
+
+#include "platform/environment/text.h"
+#include "platform/toolkit/controls/user_control.h"
+
+namespace dossierkit::tests {
+namespace {
+
+Qt::KeyboardModifiers ModifiersOf(int shift) {
+  Qt::KeyboardModifiers modifiers;
+  if (shift & toolkit::kShift) modifiers |= Qt::ShiftModifier;
+  if (shift & toolkit::kCtrl) modifiers |= Qt::ControlModifier;
+  if (shift & toolkit::kAlt) modifiers |= Qt::AltModifier;
+  return modifiers;
+}
+
+Qt::Key KeyOf(int key) {
+  switch (key) {
+    case toolkit::kKeyBack: return Qt::Key_Backspace;
+    case toolkit::kKeyTab: return Qt::Key_Tab;
+    case toolkit::kKeyReturn: return Qt::Key_Return;
+    case toolkit::kKeyEscape: return Qt::Key_Escape;
+    case toolkit::kKeyEnd: return Qt::Key_End;
+    case toolkit::kKeyHome: return Qt::Key_Home;
+    case toolkit::kKeyLeft: return Qt::Key_Left;
+    case toolkit::kKeyUp: return Qt::Key_Up;
+    case toolkit::kKeyRight: return Qt::Key_Right;
+    case toolkit::kKeyDown: return Qt::Key_Down;
+    case toolkit::kKeyDelete: return Qt::Key_Delete;
+    case 188: return Qt::Key_Comma;
+    case 190: return Qt::Key_Period;
+    default: return static_cast<Qt::Key>(key);
+  }
+}
+
+// The native widget that has the focus, or else the window.
+QWidget& Target(QWidget& window) {
+  QWidget* focus = window.focusWidget();
+  return focus ? *focus : window;
+}
+
+// Brings a widget into sight and gives its place in it that is clicked.
+QPoint Reveal(QWidget& widget) {
+  for (QWidget* parent = widget.parentWidget(); parent; parent = parent->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(parent)) area->ensureWidgetVisible(&widget);
+  }
+  return {std::min(10, widget.width() / 2), std::min(10, widget.height() / 2)};
+}
+
+}  // namespace
+
+toolkit::Form& QtUser::Window() {
+  toolkit::Form* form = desktop_.TopmostForm();
+  if (!form) throw std::logic_error("no window is open");
+  return *form;
+}
+
+std::shared_ptr<toolkit::Control> QtUser::Find(const std::string& name) {
+  for (const auto& control : Window().Controls()) {
+    if (control->Name() == name) return control;
+    if (const auto* page = dynamic_cast<const toolkit::UserControl*>(control.get())) {
+      if (auto found = page->Controls().Find(name)) return found;
+    }
+  }
+  throw std::logic_error("no control " + name);
+}
+
+QWidget& QtUser::NativeWindow() {
+  const QString name = QString::fromStdString(Window().Name());
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && (window->objectName() == name || window->findChild<QWidget*>(name))) return *window;
+  }
+  throw std::logic_error("the window is not on the screen");
+}
+
+QWidget& QtUser::Native(const std::string& name) {
+  for (QWidget* widget : NativeWindow().findChildren<QWidget*>(QString::fromStdString(name))) {
+    if (widget->isVisible()) return *widget;
+  }
+  throw std::logic_error("no widget " + name);
+}
+
+void QtUser::Click(const std::string& name, int button) {
+  QWidget& widget = Native(name);
+  const auto native = button == toolkit::kLeftButton    ? Qt::LeftButton
+                      : button == toolkit::kRightButton ? Qt::RightButton
+                                                        : Qt::MiddleButton;
+  QTest::mouseClick(&widget, native, {}, Reveal(widget));
+}
+
+void QtUser::DoubleClick(const std::string& name) {
+  QWidget& widget = Native(name);
+  const QPoint place = Reveal(widget);
+  QTest::mouseClick(&widget, Qt::LeftButton, {}, place);
+  QTest::mouseDClick(&widget, Qt::LeftButton, {}, place);
+}
+
+void QtUser::ClickToolbar(const std::string& key) { Click(key); }
+
+void QtUser::ClickMenu(int item) {
+  QWidget& menu = Native("VMenu1");
+  auto* list = qobject_cast<QListView*>(&menu);
+  if (!list) list = menu.findChild<QListView*>();
+  const QModelIndex index = list->model()->index(item - 1, 0);
+  list->scrollTo(index);
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
+}
+
+void QtUser::ClickRow(int row) {
+  QWidget& grid = Native("DGItems");
+  auto* table = qobject_cast<QTableView*>(&grid);
+  if (!table) table = grid.findChild<QTableView*>();
+  const QModelIndex index = table->model()->index(row - 1, 0);
+  table->scrollTo(index);
+  QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(index).center());
+}
+
+void QtUser::Type(const std::string& text) {
+  for (const std::string& character : environment::Characters(text)) {
+    if (character.size() == 1) {
+      QTest::keyClick(&Target(NativeWindow()), character[0]);
+    } else {
+      QInputMethodEvent commit;
+      commit.setCommitString(QString::fromStdString(character));
+      QApplication::sendEvent(&Target(NativeWindow()), &commit);
+    }
+  }
+}
+
+void QtUser::Press(int key, int shift) { QTest::keyClick(&Target(NativeWindow()), KeyOf(key), ModifiersOf(shift)); }
+
+void QtUser::Tab() { QTest::keyClick(&Target(NativeWindow()), Qt::Key_Tab); }
+
+void QtUser::BackTab() { QTest::keyClick(&Target(NativeWindow()), Qt::Key_Backtab, Qt::ShiftModifier); }
+
+void QtUser::Paste(const std::string& text) {
+  QApplication::clipboard()->setText(QString::fromStdString(text));
+  QTest::keyClick(&Target(NativeWindow()), Qt::Key_V, Qt::ControlModifier);
+}
+
+void QtUser::Close() { NativeWindow().close(); }
+
+}  // namespace dossierkit::tests
