@@ -30,6 +30,7 @@ QString StartFolderOf(const std::string& init_dir) {
 std::unique_ptr<QFileDialog> MakeFileDialog(const std::string& filter, const std::string& init_dir, QWidget* parent) {
   auto dialog = std::make_unique<QFileDialog>(parent, QStringLiteral("打开"));
   dialog->setOption(QFileDialog::DontUseNativeDialog);
+  dialog->setAttribute(Qt::WA_QuitOnClose, false);
   dialog->setObjectName(QStringLiteral("FileDialog"));
   dialog->setWindowModality(Qt::ApplicationModal);
   dialog->setAcceptMode(QFileDialog::AcceptOpen);

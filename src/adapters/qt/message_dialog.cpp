@@ -43,6 +43,7 @@ MessageDialog::MessageDialog(const Metrics& metrics, const QString& text, int fl
                              QWidget* parent)
     : QDialog(parent, FlagsOf(flags & toolkit::kYesNo)), metrics_(metrics), asks_(flags & toolkit::kYesNo) {
   setObjectName(QStringLiteral("MessageBox"));
+  setAttribute(Qt::WA_QuitOnClose, false);
   setWindowTitle(title);
   setAccessibleName(title);
   setAccessibleDescription(text);

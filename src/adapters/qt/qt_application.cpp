@@ -22,7 +22,6 @@ constexpr int kActivationWait = 150;  // ms at most
 }  // namespace
 
 QtApplication::QtApplication(int& argc, char** argv) : QApplication(argc, argv) {
-  setQuitOnLastWindowClosed(false);
   setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   setPalette(ProgramPalette());
   QObject::connect(this, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {

@@ -22,8 +22,9 @@ constexpr int kBorderHeight = 405;
 
 class Window : public QWidget {
  public:
-  Window(QtApplication& application, QWidget* parent)
-      : QWidget(parent, Qt::Window), application_(application) {}
+  Window(QtApplication& application, QWidget* parent) : QWidget(parent, Qt::Window), application_(application) {
+    setAttribute(Qt::WA_QuitOnClose, false);  // the program's own windows decide that
+  }
 
  protected:
   void closeEvent(QCloseEvent* event) override {

@@ -68,7 +68,8 @@ class SqliteConnection::Engine {
   Prepared Prepare(const std::string& text, const std::string& statement) const {
     sqlite3_stmt* prepared = nullptr;
     const char* tail = nullptr;
-    if (sqlite3_prepare_v2(database_, text.data(), static_cast<int>(text.size()), &prepared, &tail) != SQLITE_OK) {
+    if (sqlite3_prepare_v2(database_, text.data(), static_cast<int>(text.size()), &prepared, &tail) !=
+        SQLITE_OK) {
       throw FailureOf(database_, statement);
     }
     Prepared owned(prepared);
@@ -219,6 +220,13 @@ ado::Snapshot SqliteConnection::Run(const std::string& statement) {
 }
 
 void SqliteConnection::RunScript(const std::string& script) { OpenEngine(script).RunScript(script); }
+
+std::string SqliteConnection::Pragma(const std::string& name) const {
+  const std::string text = "pragma " + name;
+  const Engine& engine = OpenEngine(text);
+  const Prepared prepared = engine.Prepare(text, text);
+  return engine.Step(prepared.get(), text) ? TextOf(sqlite3_column_text(prepared.get(), 0)) : std::string();
+}
 
 std::string SqliteConnection::Bytes() const {
   sqlite3_int64 size = 0;

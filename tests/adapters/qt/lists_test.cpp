@@ -1,0 +1,161 @@
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QListView>
+#include <QTableView>
+
+#include "tests/adapters/qt/stage.h"
+
+namespace dossierkit::qt {
+namespace {
+
+class QtLists : public Stage {
+ protected:
+  QTableView* Table() { return Native<QTableView>("DGItems"); }
+  QListView* Menu() { return Native<QListView>("VMenu1_Items"); }
+  void ClickRow(QAbstractItemView* view, int row, int column = 0) {
+    const QRect place = view->visualRect(view->model()->index(row, column));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place.center());
+  }
+};
+
+TEST_F(QtLists, AGridShowsHeadingsAndWidths) {
+  Play([&] {
+    EXPECT_EQ(Text(Table()->model()->headerData(1, Qt::Horizontal).toString()), "就读院校");
+    EXPECT_TRUE(Table()->isColumnHidden(0));
+    EXPECT_EQ(Table()->columnWidth(1), 300);
+    EXPECT_EQ(Text(Table()->model()->index(2, 1).data().toString()), "清华大学3");
+    EXPECT_EQ(Table()->currentIndex().row(), 0);
+    EXPECT_EQ(Table()->horizontalHeader()->font().families().first(), "华文细黑");
+  });
+}
+
+TEST_F(QtLists, AClickMovesTheCursorAlsoOnTheCurrentRow) {
+  int moves = 0;
+  Play([&] {
+    On(form->rows->WillMove, [&](std::int32_t, std::int32_t&, ado::Recordset&) { ++moves; });
+    ClickRow(Table(), 2, 1);
+    EXPECT_EQ(form->page->grid->Row(), 3);
+    EXPECT_EQ(Table()->currentIndex().row(), 2);
+    EXPECT_TRUE(form->page->grid->HasFocus());
+    ClickRow(Table(), 2, 1);
+    EXPECT_EQ(moves, 2);
+    Press(Table(), Qt::Key_Down);
+    Press(Table(), Qt::Key_PageDown);
+    Press(Table(), Qt::Key_End);
+    EXPECT_EQ(form->page->grid->Row(), 25);
+    Press(Table(), Qt::Key_Home);
+    EXPECT_EQ(form->page->grid->Row(), 1);
+    form->rows->MoveNext();
+    EXPECT_EQ(Table()->currentIndex().row(), 1);
+    EXPECT_TRUE(Table()->selectionModel()->isRowSelected(1));
+  });
+}
+
+TEST_F(QtLists, ACancelledMovePutsTheSelectionBack) {
+  Play([&] {
+    On(form->rows->WillMove, [&](std::int32_t, std::int32_t& status, ado::Recordset&) { status = ado::kStatusCancel; });
+    ClickRow(Table(), 4, 1);
+    EXPECT_EQ(Table()->currentIndex().row(), 0);
+    EXPECT_TRUE(Table()->selectionModel()->isRowSelected(0));
+    EXPECT_FALSE(Table()->selectionModel()->isRowSelected(4));
+    Table()->selectRow(3);  // as accessibility does
+    EXPECT_EQ(Table()->currentIndex().row(), 0);
+    EXPECT_TRUE(Table()->selectionModel()->isRowSelected(0));
+  });
+}
+
+TEST_F(QtLists, AMoveMayDropThePage) {
+  Play([&] {
+    On(form->rows->MoveComplete, [&](std::int32_t, std::int32_t&, ado::Recordset&) { form->NewPage(); });
+    ClickRow(Table(), 2, 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Table()->currentIndex().row(), 2);
+  });
+}
+
+TEST_F(QtLists, AColumnResizedByTheUserIsReported) {
+  int resizes = 0;
+  Play([&] {
+    On(form->page->grid->ColResize, [&] { ++resizes; });
+    Table()->horizontalHeader()->resizeSection(1, 120);
+    form->page->grid->SetColumnWidth(1, 3000);
+    EXPECT_EQ(Table()->columnWidth(1), 200);
+  });
+  EXPECT_EQ(resizes, 1);
+}
+
+TEST_F(QtLists, AGridOfManyRowsShowsAtOnce) {
+  form->row_count = 10000;
+  Play([&] {
+    EXPECT_EQ(Table()->model()->rowCount(), 10000);
+    QElapsedTimer timer;
+    timer.start();
+    Press(Table(), Qt::Key_End);
+    Table()->grab();
+    EXPECT_LT(timer.elapsed(), 2000);
+  });
+}
+
+TEST_F(QtLists, AnEmptyGridSelectsNothing) {
+  form->row_count = 0;
+  Play([&] {
+    EXPECT_FALSE(Table()->selectionModel()->hasSelection());
+    Press(Table(), Qt::Key_Down);
+    EXPECT_EQ(form->page->grid->Row(), 0);
+  });
+}
+
+TEST_F(QtLists, AMenuItemIsClickedOrMarkedAndEntered) {
+  std::vector<int> clicked;
+  Play([&] {
+    On(form->menu->MenuItemClick, [&](std::int32_t&, std::int32_t& item) { clicked.push_back(item); });
+    EXPECT_EQ(Menu()->currentIndex().row(), 1);
+    ClickRow(Menu(), 3);
+    EXPECT_TRUE(form->menu->HasFocus());
+    EXPECT_TRUE(Menu()->hasFocus());
+    form->menu->set_menuitemcur(4);
+    Press(Menu(), Qt::Key_Down);
+    Press(Menu(), Qt::Key_Down);
+    EXPECT_EQ(form->menu->Marked(), 6);
+    EXPECT_EQ(form->menu->menuitemcur(), 4);
+    Press(Menu(), Qt::Key_Return);
+    Press(Menu(), Qt::Key_End);
+    EXPECT_EQ(form->menu->Marked(), 16);
+  });
+  EXPECT_EQ(clicked, (std::vector<int>{4, 6}));
+}
+
+TEST_F(QtLists, AMenuClickIsRefusedWithTheFocus) {
+  int clicks = 0;
+  Play([&] {
+    On(form->page->name->Validate, [&](bool& cancel) { cancel = true; });
+    On(form->menu->MenuItemClick, [&](std::int32_t&, std::int32_t&) { ++clicks; });
+    ClickRow(Menu(), 3);
+    EXPECT_TRUE(Native(*form->page->name)->hasFocus());
+  });
+  EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(QtLists, AMenuClickArrivesOnceAfterACheckThatOpenedAMessage) {
+  std::vector<int> clicked;
+  Play([&] {
+    On(form->page->name->Validate, [&](bool&) { desktop.MsgBox("请核对。"); });
+    On(form->menu->MenuItemClick, [&](std::int32_t&, std::int32_t& item) { clicked.push_back(item); });
+    AnswerNext("OK");
+    const QRect place = Menu()->visualRect(Menu()->model()->index(4, 0));
+    QTest::mousePress(Menu()->viewport(), Qt::LeftButton, Qt::NoModifier, place.center());
+  });
+  EXPECT_EQ(clicked, std::vector<int>{5});
+}
+
+TEST_F(QtLists, AMenuScrollsWhereItsItemsDoNotFit) {
+  Play([&] {
+    form->menu->set_menuitemsmax(40);
+    EXPECT_EQ(Menu()->model()->rowCount(), 40);
+    form->menu->set_menuitemcur(40);
+    EXPECT_TRUE(Menu()->viewport()->rect().intersects(Menu()->visualRect(Menu()->model()->index(39, 0))));
+  });
+}
+
+}  // namespace
+}  // namespace dossierkit::qt

@@ -1,0 +1,99 @@
+#include "adapters/qt/texts.h"
+
+#include <gtest/gtest.h>
+
+#include "adapters/qt/file_dialog.h"
+#include "adapters/qt/keys.h"
+#include "platform/toolkit/controls/control.h"
+
+namespace dossierkit::qt {
+namespace {
+
+TEST(ShownText, CountsCodePointsInOneLine) {
+  const ShownText text("a𠮷b", false);
+  EXPECT_EQ(text.Shown().size(), 4);
+  EXPECT_EQ(text.ShownPosition(2), 3);
+  EXPECT_EQ(text.ModelPosition(3), 2U);
+  EXPECT_EQ(text.ModelPosition(4), 3U);
+}
+
+TEST(ShownText, ShowsEachBreakAsOneCharacter) {
+  const ShownText text("a\r\nb\rc\nd", true);
+  EXPECT_EQ(text.Shown(), QString("a\nb\nc\nd"));
+  EXPECT_EQ(text.ModelPosition(1), 1U);
+  EXPECT_EQ(text.ModelPosition(2), 3U);
+  EXPECT_EQ(text.ShownPosition(3), 2);
+}
+
+TEST(ShownText, ShowsABadByteAsOneReplacement) {
+  const ShownText text("a\xFF\xFE" "b", false);
+  EXPECT_EQ(text.Shown().size(), 4);
+  EXPECT_EQ(text.ModelPosition(3), 3U);
+}
+
+TEST(ShownText, EmptyTextHasOnePlace) {
+  const ShownText text;
+  EXPECT_EQ(text.ModelPosition(5), 0U);
+  EXPECT_EQ(text.ShownPosition(5), 0);
+}
+
+void ExpectChange(const char* before, const char* after, int caret, int start, int removed, const char* inserted) {
+  const TextChange change = FindChange(QString::fromUtf8(before), QString::fromUtf8(after), caret);
+  EXPECT_EQ(change.start, start);
+  EXPECT_EQ(change.removed, removed);
+  EXPECT_EQ(change.inserted, QString::fromUtf8(inserted));
+}
+
+TEST(FindChange, FindsWhatWasTypedAmongEqualCharacters) { ExpectChange("aaaa", "aaaaa", 3, 2, 0, "a"); }
+TEST(FindChange, FindsWhatWasDeleted) { ExpectChange("aaaa", "aaa", 1, 1, 1, ""); }
+TEST(FindChange, FindsAReplacement) { ExpectChange("北京大学", "北京师范", 4, 2, 2, "师范"); }
+TEST(FindChange, KeepsSurrogatePairsWhole) { ExpectChange("𠮷", "𠮸", 2, 0, 2, "𠮸"); }
+TEST(FindChange, FindsNothingInEqualTexts) { ExpectChange("a", "a", 1, 1, 0, ""); }
+
+TEST(Mnemonics, StandBehindTheMark) {
+  EXPECT_EQ(MnemonicOf("增加(&N)"), 'N');
+  EXPECT_EQ(MnemonicOf("选择(&s)..."), 'S');
+  EXPECT_EQ(MnemonicOf("取   消"), 0);
+  EXPECT_EQ(MnemonicOf("a&"), 0);
+}
+
+QKeyEvent Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const char* text = "") {
+  return {QEvent::KeyPress, key, modifiers, QString::fromUtf8(text)};
+}
+
+TEST(Keys, HaveTheCodesOfTheModel) {
+  EXPECT_EQ(KeyCodeOf(Key(Qt::Key_N, Qt::ControlModifier)), 78);
+  EXPECT_EQ(KeyCodeOf(Key(Qt::Key_Comma, Qt::ControlModifier)), 188);
+  EXPECT_EQ(KeyCodeOf(Key(Qt::Key_Period)), 190);
+  EXPECT_EQ(KeyCodeOf(Key(0xFF0C, Qt::ControlModifier)), 188) << "while Chinese punctuation is on";
+  EXPECT_EQ(KeyCodeOf(Key(Qt::Key_Enter, Qt::KeypadModifier)), 13);
+  EXPECT_EQ(KeyCodeOf(Key(Qt::Key_5, Qt::KeypadModifier)), 101);
+  EXPECT_EQ(KeyCodeOf(Key(Qt::Key_F5)), 116);
+  EXPECT_EQ(ShiftOf(Qt::ControlModifier | Qt::ShiftModifier), toolkit::kCtrl + toolkit::kShift);
+}
+
+TEST(Keys, HaveTheCharactersOfTheModel) {
+  using Characters = std::vector<char32_t>;
+  EXPECT_EQ(CharactersOf(Key(Qt::Key_Return, Qt::NoModifier, "\r")), Characters{U'\r'});
+  EXPECT_EQ(CharactersOf(Key(Qt::Key_Return, Qt::ControlModifier, "\r")), Characters{U'\n'});
+  EXPECT_EQ(CharactersOf(Key(Qt::Key_Apostrophe, Qt::NoModifier, "'")), Characters{U'\''});
+  EXPECT_EQ(CharactersOf(Key(Qt::Key_S, Qt::ControlModifier, "\x13")), Characters{19});
+  EXPECT_EQ(CharactersOf(Key(Qt::Key_Delete, Qt::NoModifier, "\x7f")), Characters{});
+  EXPECT_EQ(CharactersOf(Key(Qt::Key_N, Qt::AltModifier, "n")), Characters{});
+  EXPECT_EQ(CharactersOf(Key(0, Qt::NoModifier, "中")), Characters{U'中'});
+}
+
+TEST(FileDialogRequest, FilterWithATrailingSeparator) {
+  EXPECT_EQ(NameFiltersOf("图片文件 (*.jpg)|*.jpg;"), QStringList{"图片文件 (*.jpg)"});
+  EXPECT_EQ(NameFiltersOf("图片|*.jpg;*.jpeg|所有|*.*"), (QStringList{"图片 (*.jpg *.jpeg)", "所有 (*.*)"}));
+  EXPECT_TRUE(NameFiltersOf("").isEmpty());
+}
+
+TEST(FileDialogRequest, StartFolderMayBeAFile) {
+  EXPECT_EQ(StartFolderOf("/tmp\\no-such-file.jpg"), QString("/tmp"));
+  EXPECT_EQ(StartFolderOf("/tmp"), QString("/tmp"));
+  EXPECT_EQ(StartFolderOf(""), QString());
+}
+
+}  // namespace
+}  // namespace dossierkit::qt

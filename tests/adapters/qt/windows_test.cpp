@@ -1,0 +1,207 @@
+#include <QLabel>
+#include <QLineEdit>
+#include <stdexcept>
+
+#include "platform/environment/failure.h"
+#include "tests/adapters/qt/stage.h"
+
+namespace dossierkit::qt {
+namespace {
+
+class QtWindows : public Stage {
+ protected:
+  std::shared_ptr<DemoForm> inner = std::make_shared<DemoForm>(desktop, "frmInner", 9000, 6000);
+};
+
+TEST_F(QtWindows, ShowsItsCaptionAndActivatesOnce) {
+  Play([&] {
+    auto* window = QApplication::activeWindow();
+    ASSERT_TRUE(window);
+    EXPECT_EQ(Text(window->windowTitle()), "人员维护");
+    EXPECT_EQ(window->objectName(), "frmDemo");
+    EXPECT_TRUE(window->isModal());
+    form->SetCaption("另一个");
+    EXPECT_EQ(Text(window->windowTitle()), "另一个");
+  });
+  EXPECT_EQ(form->activations, 1);
+  EXPECT_FALSE(form->Loaded());
+  EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+TEST_F(QtWindows, TheCloseBoxEndsTheLoopWithoutACheck) {
+  bool checked = false;
+  Play([&] {
+    On(form->page->name->Validate, [&](bool&) { checked = true; });
+    QApplication::activeWindow()->close();
+    EXPECT_FALSE(form->Loaded());
+  });
+  EXPECT_FALSE(checked);
+}
+
+TEST_F(QtWindows, EscClosesNothing) {
+  Play([&] {
+    Press(Native(*form->page->name), Qt::Key_Escape);
+    EXPECT_TRUE(form->Loaded());
+    EXPECT_TRUE(QApplication::activeWindow());
+  });
+}
+
+TEST_F(QtWindows, ReportsItsSize) {
+  Play([&] {
+    const int before = form->resizes;
+    QApplication::activeWindow()->resize(1200, 900);
+    EXPECT_EQ(form->resizes, before + 1);
+    EXPECT_EQ(form->Place().width, 1200 * 15 + 120);
+    EXPECT_EQ(form->Place().height, 900 * 15 + 405);
+    QApplication::activeWindow()->resize(600, 400);
+    EXPECT_EQ(form->Place().width, 15240 + 120) << "a smaller window scrolls";
+  });
+}
+
+TEST_F(QtWindows, Nest) {
+  Play([&] {
+    auto* outer = QApplication::activeWindow();
+    Next([&] {
+      EXPECT_EQ(QApplication::activeWindow()->objectName(), "frmInner");
+      Type(Native(*inner->page->name), "x");
+      EXPECT_EQ(inner->page->name->Text(), "x");
+      outer->close();
+      EXPECT_TRUE(form->Loaded()) << "a window above it keeps it open";
+      QApplication::activeWindow()->close();
+    });
+    inner->ShowModal();
+    EXPECT_EQ(QApplication::activeWindow(), outer);
+    EXPECT_TRUE(Native(*form->page->name)->hasFocus());
+    EXPECT_EQ(QApplication::focusWidget(), Native(*form->page->name));
+    Type(Native(*form->page->name), "y");
+    EXPECT_EQ(form->page->name->Text(), "y");
+  });
+}
+
+TEST_F(QtWindows, IsShownAgainAfterHiding) {
+  for (int i = 0; i < 2; ++i) {
+    Play([&] {
+      EXPECT_TRUE(QApplication::activeWindow());
+      form->Hide();
+    });
+    EXPECT_TRUE(form->Loaded());
+    form->Unload();
+  }
+}
+
+TEST_F(QtWindows, AMessageBoxIsAnsweredByMouseAndKeys) {
+  Play([&] {
+    const auto answer = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+      Next([key, modifiers] { QTest::keyClick(QApplication::activeModalWidget()->focusWidget(), key, modifiers); });
+      return desktop.MsgBox("是否保存？", toolkit::kYesNo + toolkit::kQuestionIcon, "信息保存");
+    };
+    AnswerNext("No");
+    EXPECT_EQ(desktop.MsgBox("是否保存？", toolkit::kYesNo), toolkit::kAnswerNo);
+    EXPECT_EQ(answer(Qt::Key_Return), toolkit::kAnswerYes);
+    EXPECT_EQ(answer(Qt::Key_Space), toolkit::kAnswerYes);
+    EXPECT_EQ(answer(Qt::Key_N), toolkit::kAnswerNo);
+    EXPECT_EQ(answer(Qt::Key_Y, Qt::AltModifier), toolkit::kAnswerYes);
+    Next([] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    EXPECT_EQ(desktop.MsgBox("完成。"), toolkit::kAnswerOk);
+    Next([] { QApplication::activeModalWidget()->close(); });
+    EXPECT_EQ(desktop.MsgBox("完成。"), toolkit::kAnswerOk);
+    EXPECT_TRUE(Native(*form->page->name)->hasFocus());
+    EXPECT_TRUE(QApplication::activeWindow()->isActiveWindow());
+  });
+}
+
+TEST_F(QtWindows, AQuestionHasNoOtherWayOut) {
+  Play([&] {
+    Next([] {
+      auto* box = dynamic_cast<MessageDialog*>(QApplication::activeModalWidget());
+      ASSERT_TRUE(box);
+      EXPECT_EQ(box->windowTitle(), "信息保存");
+      EXPECT_FALSE(box->windowFlags() & Qt::WindowCloseButtonHint);
+      EXPECT_EQ(box->findChild<QPushButton*>("Yes")->text(), "是(&Y)");
+      EXPECT_EQ(box->findChild<QPushButton*>("No")->accessibleName(), "否");
+      EXPECT_TRUE(box->findChild<QPushButton*>("Yes")->isDefault());
+      QTest::keyClick(box, Qt::Key_Escape);
+      box->close();
+      EXPECT_TRUE(box->isVisible());
+      EXPECT_FALSE(box->Answered());
+      QTest::mouseClick(box->findChild<QPushButton*>("No"), Qt::LeftButton);
+    });
+    EXPECT_EQ(desktop.MsgBox("是否保存？", toolkit::kYesNo, "信息保存"), toolkit::kAnswerNo);
+  });
+}
+
+TEST_F(QtWindows, AMessageWithoutATitleBearsTheProgramsName) {
+  Play([&] {
+    Next([] {
+      EXPECT_EQ(QApplication::activeModalWidget()->windowTitle(), "DossierKit");
+      QApplication::activeModalWidget()->close();
+    });
+    desktop.MsgBox("完成。");
+  });
+}
+
+TEST_F(QtWindows, AMessageBeforeTheWindowIsShownStandsOverIt) {
+  form->on_activate = [&] {
+    AnswerNext("OK");
+    desktop.MsgBox("开始。");
+  };
+  Play([&] { EXPECT_TRUE(QApplication::activeWindow()); });
+  EXPECT_EQ(message, "开始。");
+}
+
+TEST_F(QtWindows, AFailureGoesThroughTwoLoopsToTheCaller) {
+  int number = 0;
+  try {
+    Play([&] {
+      On(form->page->button->Click, [&] { inner->ShowModal(); });
+      Next([&] {
+        On(inner->page->name->Change, [] { throw environment::MakeFailure(environment::kOverflow); });
+        Type(Native(*inner->page->name), "x");
+      });
+      Click(Native(*form->page->button));
+    });
+  } catch (const environment::Failure& failure) {
+    number = failure.number();
+  }
+  EXPECT_EQ(number, environment::kOverflow);
+  EXPECT_FALSE(inner->Loaded());
+  EXPECT_FALSE(form->Loaded());
+  EXPECT_FALSE(QApplication::activeModalWidget());
+  // And the next visit works.
+  Play([&] { EXPECT_TRUE(Native(*form->page->name)->hasFocus()); });
+}
+
+TEST_F(QtWindows, AFailureOfAClosedListEndsTheWindow) {
+  EXPECT_NO_THROW(Play([&] {
+    form->rows->Close();
+    Native("DGItems")->grab();
+  }));
+}
+
+TEST_F(QtWindows, APageMayBeRemovedInItsOwnEvent) {
+  Play([&] {
+    On(form->page->button->Click, [&] { form->NewPage(); });
+    Click(Native(*form->page->button));
+    EXPECT_TRUE(Native(*form->page->name)->hasFocus());
+    On(form->menu->MenuItemClick, [&](std::int32_t&, std::int32_t&) { form->NewPage(); });
+    On(form->page->date->KeyPress, [&](char32_t&) { form->NewPage(); });
+    form->page->date->SetFocus();
+    Type(Native(*form->page->date), "1");
+    On(form->page->notes->KeyDown, [&](int&, int) { form->DropPage(); });
+    form->page->notes->SetFocus();
+    Type(Native(*form->page->notes), "1");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(QApplication::activeWindow()->findChild<QWidget*>("A02_A0202_v"));
+  });
+}
+
+TEST_F(QtWindows, AWindowUnloadedInItsOwnEventGoesLater) {
+  Play([&] {
+    On(form->bar->ButtonClick, [&](toolkit::ToolbarButton&) { form->Unload(); });
+    Click(Native("Exit"));
+    EXPECT_FALSE(form->Loaded());
+  });
+}
+
+}  // namespace
+}  // namespace dossierkit::qt
