@@ -46,34 +46,34 @@ struct List {
   const char* set;
   const char* columns;  // the statement up to the condition on the person
   const char* order;
-  Widths widths;
+  std::size_t width_count;  // the last is the number, hidden
 };
 
 // clang-format off
 const std::vector<List>& Lists() {
   static const std::vector<List> lists = {
       {"A02", "select format(A02.A0201,'yyyy-mm') as 起始年月, format(A02.A0201A,'yyyy-mm') as 截止年月, A02.A0202 as 就读院校, A02.A0203 as 专业, GB6864_A0204.dmcpt as 学位, A02.A0299 as 序号 from ( A02  left join GB6864 GB6864_A0204 on A02.A0204=GB6864_A0204.dmcod) ",
-       "A0201", {1100, 1100, 3600, 2500, 2000, 0}},
+       "A0201", 6},
       {"A03", "select format(A03.A0301,'yyyy-mm') as 起始年月, format(A03.A0301A,'yyyy-mm') as 截止年月, A03.A0302 as 工作单位, GB8561_A0304.dmcpt as 职称, LCZW_A0303.dmcpt as 行政职务, A03.A0399 as 序号 from (( A03  left join GB8561 GB8561_A0304 on A03.A0304=GB8561_A0304.dmcod)   left join LCZW LCZW_A0303 on A03.A0303=LCZW_A0303.dmcod) ",
-       "A0301", {1100, 1100, 4200, 2500, 1800, 0}},
+       "A0301", 6},
       {"A04", "select format(A04.A0401,'yyyy-mm') as 起始年月, format(A04.A0402,'yyyy-mm') as 截止时间, A04.A0403 as 任职单位名称, A04.A0404 as 职务名称, A04.A0499 as 序号 from A04",
-       "A0401", {1100, 1100, 4200, 2500, 0}},
+       "A0401", 5},
       {"A05", "select format(A05.A0501,'yyyy-mm') as 起始年月, format(A05.A0502,'yyyy-mm') as 截止年月, A05.A0503 as 访问机构名称, A05.A0506 as 身份, A05.A0504 as 地点, A05.A0505 as 有关内容, A05.A0599 as 序号 from A05",
-       "A0501", {1100, 1100, 4200, 1800, 2000, 3600, 0}},
+       "A0501", 7},
       {"A06", "select format(A06.A0601,'yyyy-mm') as 时间, A06.A0603 as 会议名称, A06.A0602 as 主办单位, A06.A0604 as 会议地点, A06.A0605 as 论文题目, A06.A0699 as 序号 from A06",
-       "A0601", {1100, 4200, 3600, 2000, 4200, 0}},
+       "A0601", 6},
       {"A08", "select A08.A0801 as 成果项目名称, format(A08.A0802,'yyyy-mm') as 完成时间, A08.A0803 as 创新性成果, A08.A0804 as 经济或社会效益, A08.A0806 as 合作者, LCCYJS_A0805.dmcpt as 角色, A08.A0899 as 序号 from ( A08  left join LCCYJS LCCYJS_A0805 on A08.A0805=LCCYJS_A0805.dmcod) ",
-       "A0802", {4200, 1100, 3600, 3600, 2500, 1500, 0}},
+       "A0802", 7},
       {"A09", "select A09.A0901 as 成果名称, A09.A0902 as 奖励名称, A09.A0904 as 批准机关, A09.A0905 as 排名, LCJLDJ_A0906.dmcpt as 等级, A09.A0907 as 年份, A09.A0908 as 证书编号, A09.A0909 as 主要合作者, LCJLJB_A0910.dmcpt as 奖励级别, A09.A0999 as 序号 from (( A09  left join LCJLDJ LCJLDJ_A0906 on A09.A0906=LCJLDJ_A0906.dmcod)   left join LCJLJB LCJLJB_A0910 on A09.A0910=LCJLJB_A0910.dmcod) ",
-       "A0907", {4200, 3000, 2500, 800, 1200, 900, 2200, 2500, 1400, 0}},
+       "A0907", 10},
       {"A10", "select A10.A1001 as 名称, A10.A1002 as 发表年份, LCZZJS_A1003.dmcpt as 角色, A10.A1005 as 主要合作者, A10.A1004 as 排名, A10.A1006 as 出版机构, A10.A1007 as 情况说明, A10.A1099 as 序号 from ( A10  left join LCZZJS LCZZJS_A1003 on A10.A1003=LCZZJS_A1003.dmcod) ",
-       "A1002", {4200, 1000, 1200, 2500, 800, 3000, 3600, 0}},
+       "A1002", 8},
       {"A11", "select A11.A1101 as 成果名称, A11.A1102 as 完成年份, A11.A1103 as 主要完成人, A11.A1104 as 对成果的简要评价, A11.A1199 as 序号 from A11",
-       "A1102", {4200, 1000, 2500, 4200, 0}},
+       "A1102", 5},
       {"A15", "select A15.A1501 as 项目名称, A15.A1502 as 任务来源, A15.A1503 as 技术路线, A15.A1505 as 合作者, A15.A1504 as 意义, A15.A1599 as 序号 from A15",
-       "A1599", {4200, 3000, 3600, 2500, 3600, 0}},
+       "A1599", 6},
       {"A21", "select GB2659_A2111.dmcpt as 授权国家, A21.A2107 as 专利保护期, A21.A2101 as 专利名称, LCZLLB_A2104.dmcpt as 专利类别, A21.A2112 as 专利所有者, A21.A2113 as 排名, A21.A2199 as 序号 from (( A21  left join GB2659 GB2659_A2111 on A21.A2111=GB2659_A2111.dmcod)   left join LCZLLB LCZLLB_A2104 on A21.A2104=LCZLLB_A2104.dmcod) ",
-       "A2199", {1500, 2000, 4200, 1800, 3000, 800, 0}},
+       "A2199", 7},
   };
   return lists;
 }
@@ -104,11 +104,15 @@ TEST(RecordList, TheStatementOfItsMetadata) {
 
 TEST(RecordList, WidthsComeFromTheMetadataAndTheNumberIsHidden) {
   Visit visit;
+  visit.database->RunScript("update s_infoitem set FldWidth=100+10*cast(FldOrder as integer) where FldWidth>0");
   visit.OpenPerson(kPerson, [&] {
     for (const List& list : Lists()) {
       visit.GoTo(list.set);
-      EXPECT_EQ(WidthsOf(Grid(visit)), list.widths) << list.set;
-      EXPECT_EQ(Grid(visit).Heading(list.widths.size() - 1), "序号");
+      const Widths widths = WidthsOf(Grid(visit));
+      ASSERT_EQ(widths.size(), list.width_count) << list.set;
+      for (std::size_t i = 0; i + 1 < widths.size(); ++i) EXPECT_EQ(widths[i], 110 + 10 * static_cast<float>(i));
+      EXPECT_EQ(widths.back(), 0);
+      EXPECT_EQ(Grid(visit).Heading(widths.size() - 1), "序号");
       EXPECT_TRUE(Grid(visit).Visible());
     }
   });
@@ -179,10 +183,12 @@ TEST(RecordList, APageWithoutASetRunsNothing) {
 
 TEST(RecordList, AWidthThatIsNotGivenIs2000) {
   Visit visit;
-  visit.database->RunScript("update s_infoitem set FldWidth=null where itemname='A0403'");
+  visit.database->RunScript("update s_infoitem set FldWidth=100 where tblname='A04';"
+                            "update s_infoitem set FldWidth=null where itemname='A0403';"
+                            "update s_infoitem set FldWidth=0 where itemname='A0499'");
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
-    EXPECT_EQ(WidthsOf(Grid(visit)), (Widths{1100, 1100, 2000, 2500, 0}));
+    EXPECT_EQ(WidthsOf(Grid(visit)), (Widths{100, 100, 2000, 100, 0}));
   });
 }
 
@@ -261,13 +267,14 @@ TEST(RecordList, OnePersonsRecordsAlone) {
 
 TEST(RecordList, APersonWithoutRecordsHasAnEmptyFormAndNoMove) {
   Visit visit;
-  visit.database->RunScript("delete from A04 where A00='" + kPerson + "'");
+  visit.database->RunScript("delete from A04 where A00='" + kPerson +
+                            "'; update s_infoitem set FldWidth=100 where tblname='A04' and FldWidth>0");
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     EXPECT_EQ(Grid(visit).RowCount(), 0);
     EXPECT_EQ(HeadingsOf(Grid(visit)),
               (std::vector<std::string>{"起始年月", "截止时间", "任职单位名称", "职务名称", "序号"}));
-    EXPECT_EQ(WidthsOf(Grid(visit)), (Widths{1100, 1100, 4200, 2500, 0}));
+    EXPECT_EQ(WidthsOf(Grid(visit)), (Widths{100, 100, 100, 100, 0}));
     EXPECT_TRUE(Grid(visit).Visible());
     EXPECT_EQ(visit.Text("A04_A0403").Text(), "");
     EXPECT_EQ(visit.Caption("A04_A0403_c"), "任职单位名称");
