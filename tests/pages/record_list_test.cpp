@@ -248,7 +248,7 @@ TEST(RecordList, ACodeWithoutACaptionKeepsItsRowWithAnEmptyCell) {
   visit.database->RunScript("update A02 set A0204='zzz' where A00='" + kPerson + "' and A0299=1");
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A02");
-    EXPECT_EQ(Grid(visit).RowCount(), 3);
+    ASSERT_EQ(Grid(visit).RowCount(), 3);
     EXPECT_EQ(Grid(visit).Cell(1, 4), "");
     EXPECT_EQ(visit.Text("A02_A0204").Text(), "zzz");
   });

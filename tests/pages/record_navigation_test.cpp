@@ -128,6 +128,7 @@ TEST(QuestionToContinue, RequiredNoKeepsTheRowButRefillsTheFormAndDropsTheEdits)
     visit.platform.WillAnswer(kAnswerNo);
     const auto from = visit.statements.size();
     visit.user.ClickRow(2);
+    ASSERT_FALSE(Since(visit, from).empty());
     EXPECT_EQ(Since(visit, from).back(),
               "select * from A04 where a00 ='47EAA099-2CB6-416D-A6DC-283CF0480FF9' and A0499=1");
     EXPECT_EQ(visit.OnShow().WhInfo().id, 1);
