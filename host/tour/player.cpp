@@ -13,8 +13,8 @@
 namespace dossierkit::host {
 namespace {
 
-constexpr int kPause = 2;           // milliseconds between two actions
-constexpr int kPatience = 5000;     // until an action that finds nothing fails
+constexpr int kPause = 8;        // milliseconds between two actions
+constexpr int kPatience = 5000;  // until an action that finds nothing fails
 
 QWidget* TopWindow() {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
@@ -183,6 +183,14 @@ void Player::Start() { timer_.start(); }
 void Player::Next() {
   if (actions_.empty()) {
     timer_.stop();
+    return;
+  }
+  // A person acts on a window that has come to rest, not on one that is just becoming active again.
+  const QWidget* window = TopWindow();
+  const bool at_rest = window && window->isActiveWindow() && window == seen_;
+  seen_ = window;
+  if (!at_rest) {
+    if ((waited_ += kPause) > kPatience) Fail("no window is open");
     return;
   }
   // The action may open a window, in whose loop the next one is played.

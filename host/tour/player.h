@@ -50,6 +50,7 @@ class Player {
   std::deque<std::pair<QString, Action>> actions_;
   QTimer timer_;
   int waited_ = 0;
+  const QWidget* seen_ = nullptr;  // the window that was active at the last look
   QString failure_;
 };
 

@@ -15,7 +15,10 @@ using Lines = std::vector<std::string>;
 
 const std::string kThisPerson = " where A00 in (select A00 from A01 where A0101='林知远')";
 const std::string kBasicData = "select A0101,A0104,A0115,A0131,A0136 from A01 where A0101='林知远'";
+const std::string kStored = "林知远|1985/6/12|江淮省农业科学院|110101198506120014|1";
 const std::string kWorkHistory = "select A0399,A0301,A0301A,A0302 from A03" + kThisPerson + " order by A0399";
+const std::string kVisits = "select A0599,A0501,A0503 from A05" + kThisPerson + " order by A0599";
+const std::string kEducation = "select A0299,A0201,A0202,A0203 from A02" + kThisPerson + " order by A0299";
 const std::string kPosts = "select A0499,A0401,A0403,A0404 from A04" + kThisPerson + " order by A0499";
 
 // Plays the steps one after another, each with its picture and its rows.
@@ -86,7 +89,7 @@ class Tour {
     player_.Type("110101198506120014");
     Step("填好的基本信息", kBasicData, {});
     player_.Click("保存");
-    Step("新人员已保存", kBasicData, {"林知远|1985/6/12|江淮省农业科学院|110101198506120014|1"});
+    Step("新人员已保存", kBasicData, {kStored});
   }
 
   // A record typed by keyboard alone; Enter in its last field saves it and opens the next.
@@ -127,33 +130,60 @@ class Tour {
     player_.Click("是");
   }
 
-  // Each question about edits once; nothing of what was typed here is stored. A deletion renumbers with
-  // the rows of all persons in mind, so the numbers are left out.
-  void Questions() {
-    const std::string records = "select A0301,A0301A,A0302 from A03" + kThisPerson + " order by A0301";
-    const Lines stored = {"2008/7/1|2012/6/1|青禾县种子站", "2012/7/1|2019/6/1|云溪市农业农村局"};
-    Step("第三条已删除", records, stored);
-    // A save of the set gives the numbers out from 1 again.
-    player_.Click("工作单位");
-    Retype("青禾县种子管理站");
+  // A record with its first date and its name; Ctrl+S saves it and opens the next.
+  void TypeVisit(const QString& from, const QString& name) {
+    player_.Type(from);
+    Enter(2);
+    player_.Type(name);
     Save();
-    const Lines renamed = {"2008/7/1|2012/6/1|青禾县种子管理站", "2012/7/1|2019/6/1|云溪市农业农村局"};
-    Step("第一条已修改，等待录入新记录", records, renamed);
+  }
+
+  // Each question about edits once; nothing of what is typed before it is stored.
+  void Questions() {
+    // The deletion renumbers with the rows of all persons in mind, so the numbers are left out.
+    Step("第三条已删除", "select A0301,A0301A,A0302 from A03" + kThisPerson + " order by A0301",
+         {"2008/7/1|2012/6/1|青禾县种子站", "2012/7/1|2019/6/1|云溪市农业农村局"});
+    OpenSet("访问进修");
+    TypeVisit("201003", "青禾大学");
+    TypeVisit("201509", "云溪农业研究所");
+    const Lines visits = {"1|2010/3/1|青禾大学", "2|2015/9/1|云溪农业研究所"};
+    Step("两条访问进修经历", kVisits, visits);
     player_.Type("2024");
     player_.ClickRow("记录列表", 1);
-    Step("移动之前的询问", records, renamed);
+    Step("移动之前的询问", kVisits, visits);
     player_.Click("是");
-    player_.Click("工作单位");
+    player_.Click("访问机构名称");
     player_.Type("某");
     Add();
-    Step("增加之前的询问", records, renamed);
+    Step("增加之前的询问", kVisits, visits);
     player_.Click("否");
     player_.Type("2024");
     player_.Click("取消");
-    Step("取消：第一次询问", records, renamed);
+    Step("取消：第一次询问", kVisits, visits);
     player_.Click("是");
-    Step("取消：第二次询问", records, renamed);
+    Step("取消：第二次询问", kVisits, visits);
     player_.Click("否");
+    Education();
+  }
+
+  void Education() {
+    OpenSet("学习经历");
+    for (const char* from : {"200309", "200709"}) {
+      player_.Type(from);
+      Enter(2);
+      player_.Type("江淮农业大学");
+      Enter();
+      player_.Type("农学");
+      Save();
+    }
+    player_.ClickRow("记录列表", 0);
+    player_.Click("专业");
+    player_.Type("某");
+    player_.ClickRow("记录列表", 1);
+    const Lines stored = {"1|2003/9/1|江淮农业大学|农学", "2|2007/9/1|江淮农业大学|农学"};
+    Step("学习经历：移动之前的询问，是为不保存", kEducation, stored);
+    player_.Click("是");
+    Step("移动之后，没有保存", kEducation, stored);
   }
 
   void Limit() {
@@ -174,6 +204,10 @@ class Tour {
   }
 
   void Leave() {
+    OpenSet("基本信息");
+    player_.Click("删除");
+    Step("删除此人之前的询问", kBasicData, {kStored});
+    player_.Click("否");
     OpenSet("近期工作");
     player_.Type("耐旱水稻");
     player_.Click("退出");
