@@ -53,7 +53,7 @@ class WidgetView : public toolkit::View {
   ViewContext& Context() const { return context_; }
 
   // Connections that name it as their context end with the view.
-  QObject* Hub() { return &hub_; }
+  QObject* Hub() { return hub_.get(); }
   // Expires with the view: a report may end it.
   std::weak_ptr<void> Life() const { return life_; }
 
@@ -61,7 +61,7 @@ class WidgetView : public toolkit::View {
   ViewContext& context_;
   toolkit::Control& control_;
   QPointer<QWidget> widget_;
-  QObject hub_;
+  std::unique_ptr<QObject> hub_;
   std::shared_ptr<void> life_;
 };
 

@@ -49,10 +49,9 @@ TEST_F(QtAccessibility, PressesAButtonAndChecksABox) {
   Play([&] {
     On(form->page->button->Click, [&] { ++clicks; });
     Interface(*form->page->button)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    QCoreApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return clicks == 1; }));
     Interface(*form->page->check)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-    QCoreApplication::processEvents();
-    EXPECT_EQ(form->page->check->Value(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form->page->check->Value() == 1; }));
   });
   EXPECT_EQ(clicks, 1);
 }

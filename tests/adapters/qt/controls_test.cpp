@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QToolButton>
+#include <cmath>
+#include <cstdlib>
 #include <filesystem>
 
 #include "platform/environment/failure.h"
@@ -20,6 +22,23 @@ TEST_F(QtControls, StandAtTheirPlaces) {
     EXPECT_EQ(box->parentWidget()->objectName(), "ctrlUserA02");
     EXPECT_EQ(Native("LabInterFace")->parentWidget()->objectName(), "Frm2");
     EXPECT_EQ(QApplication::activeWindow()->size(), QSize(800, 741).expandedTo({0, 0})) << "of the offscreen screen";
+  });
+}
+
+// Where QT_TESTS_PICTURE names a file, the window is kept there for the eye.
+TEST_F(QtControls, DrawThemselves) {
+  Play([&] {
+    auto* window = QApplication::activeWindow();
+    window->resize(1016, 741);
+    form->page->coded->SetText("硕士");
+    form->page->name->SetText("清华大学");
+    form->page->date->SetText("1990年03月");
+    form->page->notes->SetText("师从张教授，从事结构力学研究。\r\n毕业论文获优秀奖。");
+    form->bar->Button("Delete").SetEnabled(false);
+    const QImage picture = window->grab().toImage();
+    EXPECT_EQ(picture.size(), window->size());
+    const char* file = std::getenv("QT_TESTS_PICTURE");
+    EXPECT_TRUE(!file || picture.save(file));
   });
 }
 
@@ -174,6 +193,7 @@ TEST(QtScale, EnlargesPlacesAndFonts) {
     toolkit::Desktop desktop(platform);
     const auto form = std::make_shared<DemoForm>(desktop);
     QTimer::singleShot(0, qApp, [&] {
+      ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeWindow() != nullptr; }));
       auto* box = QApplication::activeWindow()->findChild<QWidget*>("A02_A0202_v");
       ASSERT_TRUE(box);
       EXPECT_EQ(box->x(), std::lround(1450 * scale / 15));

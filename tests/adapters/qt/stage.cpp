@@ -9,10 +9,22 @@ QtPlatform* Stage::the_platform = nullptr;
 
 void Stage::Play(toolkit::Form& window, const std::function<void()>& scene) {
   QTimer::singleShot(0, qApp, [&window, scene] {
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeWindow() != nullptr; }));
     scene();
     if (window.Loaded()) window.UserClose();
   });
   window.ShowModal();
+}
+
+void Stage::Next(const std::function<void()>& act) {
+  const QWidget* present = QApplication::activeModalWidget();
+  QTimer::singleShot(0, qApp, [present, act] {
+    ASSERT_TRUE(QTest::qWaitFor([present] {
+      QWidget* modal = QApplication::activeModalWidget();
+      return modal && modal != present && modal == QApplication::activeWindow();
+    }));
+    act();
+  });
 }
 
 void Stage::AnswerNext(const char* button) {

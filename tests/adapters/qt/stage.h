@@ -28,7 +28,7 @@ class Stage : public ::testing::Test {
   void Play(toolkit::Form& window, const std::function<void()>& scene);
 
   // Runs once the next nested loop (a message box, a window) runs.
-  void Next(const std::function<void()>& act) { QTimer::singleShot(0, qApp, act); }
+  void Next(const std::function<void()>& act);
   // Answers the next message box by a click on its button ("OK", "Yes", "No") and notes its text.
   void AnswerNext(const char* button);
   std::string message;  // of the box answered last
