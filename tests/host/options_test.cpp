@@ -1,0 +1,85 @@
+#include "host/options.h"
+
+#include <gtest/gtest.h>
+
+namespace dossierkit::host {
+namespace {
+
+using Action = Options::Action;
+
+TEST(Options, WithoutArgumentsThePeopleAreShown) {
+  const Options options = ParseOptions({});
+  EXPECT_EQ(options.action, Action::kPeople);
+  EXPECT_EQ(options.person_type, 1);
+  EXPECT_TRUE(options.database.empty());
+}
+
+TEST(Options, APersonIsOpenedWithOperationTypeThree) {
+  const Options options = ParseOptions({"--person", "P", "--database", "d.db", "--photos", "dir"});
+  EXPECT_EQ(options.action, Action::kVisit);
+  EXPECT_EQ(options.person, "P");
+  EXPECT_EQ(options.operation_type, 3);
+  EXPECT_EQ(options.database, "d.db");
+  EXPECT_EQ(options.photos, "dir");
+}
+
+TEST(Options, ANewPersonIsOpenedWithOperationTypeZero) {
+  const Options options = ParseOptions({"--new"});
+  EXPECT_EQ(options.action, Action::kVisit);
+  EXPECT_EQ(options.operation_type, 0);
+}
+
+TEST(Options, TypesAreTakenAsGiven) {
+  const Options options = ParseOptions({"--person", "P", "--operation-type", "1", "--person-type", "2"});
+  EXPECT_EQ(options.operation_type, 1);
+  EXPECT_EQ(options.person_type, 2);
+}
+
+TEST(Options, TheTourHasAFolder) {
+  const Options options = ParseOptions({"--tour", "dir", "--trace-sql", "t.json"});
+  EXPECT_EQ(options.action, Action::kTour);
+  EXPECT_EQ(options.folder, "dir");
+  EXPECT_EQ(options.trace_file, "t.json");
+}
+
+TEST(Options, CreateSampleHasOneFile) {
+  EXPECT_EQ(ParseOptions({"create-sample", "f.db"}).file, "f.db");
+  EXPECT_THROW(ParseOptions({"create-sample"}), UsageError);
+  EXPECT_THROW(ParseOptions({"create-sample", "a", "b"}), UsageError);
+}
+
+TEST(Options, HelpAndVersionNeedNothingElse) {
+  EXPECT_EQ(ParseOptions({"--help"}).action, Action::kHelp);
+  EXPECT_EQ(ParseOptions({"--version"}).action, Action::kVersion);
+}
+
+TEST(Options, WhatIsWrongIsNamed) {
+  const auto reason = [](const std::vector<std::string>& arguments) -> std::string {
+    try {
+      ParseOptions(arguments);
+    } catch (const UsageError& error) {
+      return error.what();
+    }
+    return "accepted";
+  };
+  EXPECT_EQ(reason({"--nonsense"}), "unknown argument '--nonsense'");
+  EXPECT_EQ(reason({"--person"}), "--person takes a value");
+  EXPECT_EQ(reason({"--person", ""}), "--person takes an identifier");
+  EXPECT_EQ(reason({"--new", "--person", "P"}), "--person and --new exclude one another");
+  EXPECT_EQ(reason({"--database", "d", "--connection", "c"}), "--database and --connection exclude one another");
+  EXPECT_EQ(reason({"--new", "--person-type", "x"}), "--person-type takes a number from -32768 to 32767, not 'x'");
+  EXPECT_EQ(reason({"--new", "--operation-type", "40000"}),
+            "--operation-type takes a number from -32768 to 32767, not '40000'");
+  EXPECT_EQ(reason({"--operation-type", "3"}), "--operation-type goes with --person or --new");
+  EXPECT_EQ(reason({"--tour", "d", "--new"}), "--tour chooses its own person");
+}
+
+TEST(Options, TheUsageNamesEveryOption) {
+  for (const char* option : {"--database", "--connection", "--photos", "--person", "--new", "--operation-type", "--person-type",
+                             "--trace-sql", "--tour", "create-sample", "--help", "--version"}) {
+    EXPECT_NE(Usage().find(option), std::string::npos) << option;
+  }
+}
+
+}  // namespace
+}  // namespace dossierkit::host
