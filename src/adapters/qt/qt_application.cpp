@@ -10,7 +10,6 @@
 
 #include "adapters/qt/keys.h"
 #include "adapters/qt/window_view.h"
-#include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::qt {
@@ -257,16 +256,16 @@ void QtApplication::Guard(const std::function<void()>& work) {
   }
 }
 
+// Not at once: this may run in the middle of the painting. A window that went meanwhile hears nothing.
 void QtApplication::ReportFailure(std::exception_ptr failure) {
+  WindowView* top = TopWindow();
+  if (!top) return;
+  const std::weak_ptr<toolkit::Control> window = top->GetControl().weak_from_this();
   QMetaObject::invokeMethod(
       this,
-      [this, failure] {
-        WindowView* top = TopWindow();
-        if (!top) return;
-        auto& form = static_cast<toolkit::Form&>(top->GetControl());
-        if (toolkit::Form* topmost = form.GetDesktop().TopmostForm()) {
-          topmost->Deliver([&] { std::rethrow_exception(failure); });
-        }
+      [window, failure] {
+        const auto form = window.lock();
+        if (form) static_cast<toolkit::Form&>(*form).Deliver([&] { std::rethrow_exception(failure); });
       },
       Qt::QueuedConnection);
 }

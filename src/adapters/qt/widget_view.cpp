@@ -25,6 +25,7 @@ WidgetView::~WidgetView() {
   hub_.reset();
   if (!widget_) return;
   context_.application.Unlink(*widget_);
+  widget_->setObjectName({});
   widget_->hide();
   widget_->clearFocus();
   widget_->deleteLater();

@@ -171,11 +171,30 @@ TEST_F(QtWindows, AFailureGoesThroughTwoLoopsToTheCaller) {
   Play([&] { EXPECT_TRUE(Native(*form->page->name)->hasFocus()); });
 }
 
-TEST_F(QtWindows, AFailureOfAClosedListEndsTheWindow) {
-  EXPECT_NO_THROW(Play([&] {
+TEST_F(QtWindows, AListThatWasClosedShowsNothing) {
+  Play([&] {
     form->rows->Close();
     Native("DGItems")->grab();
-  }));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(form->Loaded());
+  });
+}
+
+TEST_F(QtWindows, AFailureInANativeHandlerEndsTheWindow) {
+  class Failing : public QObject {
+    bool event(QEvent*) override { throw environment::MakeFailure(environment::kOverflow); }
+  } failing;
+  int number = 0;
+  try {
+    Play([&] {
+      QEvent event(QEvent::User);
+      QCoreApplication::sendEvent(&failing, &event);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return form->LoopEnded(); }));
+    });
+  } catch (const environment::Failure& failure) {
+    number = failure.number();
+  }
+  EXPECT_EQ(number, environment::kOverflow);
 }
 
 TEST_F(QtWindows, APageMayBeRemovedInItsOwnEvent) {
