@@ -10,6 +10,8 @@
 #include "host/options.h"
 #include "host/paths.h"
 #include "host/people_window.h"
+#include "host/tour/tour.h"
+#include "platform/ado/recordset.h"
 #include "shell/component.h"
 #include "shell/i_user_ctrl.h"
 
@@ -20,14 +22,45 @@ std::string PhotosFolder(const Options& options) {
   return options.photos.empty() ? WorkingPhotos().string() : options.photos;
 }
 
-bool ShowVisit(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
+IUserCtrl MakeComponent(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
   IUserCtrl dossier;
   dossier.SetConnection(connection);
   dossier.personID = options.person;
   dossier.OperationType = options.operation_type;
   dossier.PersonType = options.person_type;
   dossier.PhotoPath = PhotosFolder(options);
-  return dossier.ShowDossier();
+  return dossier;
+}
+
+bool ShowVisit(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
+  return MakeComponent(connection, options).ShowDossier();
+}
+
+// The tour starts from a fresh copy of the sample database, unless a database was named.
+int RunTour(Options options) {
+  std::filesystem::create_directories(options.folder);
+  if (options.database.empty() && options.connection.empty()) {
+    options.database = (std::filesystem::path(options.folder) / "tour.db").string();
+    CreateSample(options.database);
+  }
+  const auto connection = OpenDatabase(options);
+  qt::QtPlatform platform;
+  const Component component(platform, ProgramFolder().string());
+  options.operation_type = 0;
+  IUserCtrl dossier = MakeComponent(connection, options);
+  const auto query = [&](const std::string& sql) {
+    std::vector<std::string> lines;
+    const auto rows = connection->Execute(sql);
+    for (int row = 1; row <= rows->RecordCount(); ++row) {
+      std::string line;
+      for (std::size_t column = 0; column < rows->FieldCount(); ++column) {
+        line += (column > 0 ? "|" : "") + environment::TextOr(rows->ValueAt(row, column), "NULL");
+      }
+      lines.push_back(line);
+    }
+    return lines;
+  };
+  return PlayTour(dossier, query, options.folder) ? 0 : 1;
 }
 
 void ShowPeople(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
@@ -58,6 +91,7 @@ int Run(const Options& options) {
     case Options::Action::kTour: break;
   }
   ChooseDisplay(options);
+  if (options.action == Options::Action::kTour) return RunTour(options);
   const auto connection = OpenDatabase(options);
   qt::QtPlatform platform;
   const Component component(platform, ProgramFolder().string());

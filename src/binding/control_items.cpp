@@ -50,7 +50,7 @@ environment::Value ControlItem::GetProperty(const std::string& PropName,
                                             const std::optional<environment::Value>& DefaultValue) const {
   const auto found = Properties.find(PropName);
   if (found != Properties.end()) return found->second;
-  return DefaultValue.value_or(environment::Value());
+  return DefaultValue ? *DefaultValue : environment::Value();
 }
 
 void ControlItem::Forward(environment::Event<>& event, const char* name) {

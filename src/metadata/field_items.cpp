@@ -20,9 +20,8 @@ std::size_t cFieldItems::Find(std::string_view key) const {
 
 cFieldItems::Member cFieldItems::Add(Member& objNewMember, const std::string& sKey) {
   if (!sKey.empty() && Find(sKey) < members_.size()) throw environment::MakeFailure(environment::kDuplicateKey);
-  members_.push_back(std::move(objNewMember));
+  members_.push_back(std::move(objNewMember));  // which clears the caller's variable
   keys_.push_back(sKey);
-  objNewMember.reset();
   return members_.back();
 }
 

@@ -9,6 +9,7 @@
 
 #include "binding/control_items.h"
 #include "pages/page_design.h"
+#include "pages/stored_properties.h"
 #include "platform/ado/recordset.h"
 #include "platform/toolkit/controls/data_grid.h"
 #include "visit/dossier_page.h"
@@ -35,14 +36,6 @@ class ctrlUser : public DossierPage {
   void Refresh() {}
 
   // Stored design properties; they do not touch the look of the page.
-  struct StoredProperties {
-    std::int32_t BackColor = 0;
-    std::int32_t ForeColor = 0;
-    bool Enabled = false;
-    toolkit::Font Font;
-    std::int16_t BackStyle = 0;
-    std::int16_t BorderStyle = 0;
-  };
   StoredProperties stored;
 
   environment::Event<> Resize;

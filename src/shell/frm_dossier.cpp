@@ -35,7 +35,6 @@ void frmDossier::BuildDesign() {
   labPersonName_->SetContainer(*band);
   labPersonName_->Move({30, 30, 1920, 330});
   labPersonName_->SetFont({"宋体", 14.25, true});
-  labPersonName_->SetAccessibleName("姓名");
 
   TbMain_ = Controls().Make<toolkit::Toolbar>("TbMain");
   TbMain_->SetContainer(*CBar1_);

@@ -88,8 +88,10 @@ void HeadlessUser::ClickRow(int row) { FindKind<toolkit::DataGrid>(Window())->Us
 void HeadlessUser::Type(const std::string& text) {
   for (const auto& character : environment::Characters(text)) {
     const char32_t code = Decode(character);
-    const int key = code < 0x80 ? static_cast<int>(environment::UpperCase(character)[0]) : 0xE5;
-    if (Window().UserKeyDown(key, 0)) TypeCharacter(code);
+    // Beyond ASCII it is the committed text of an input method: no key goes down.
+    if (code >= 0x80 || Window().UserKeyDown(static_cast<int>(environment::UpperCase(character)[0]), 0)) {
+      TypeCharacter(code);
+    }
   }
 }
 

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QTimer>
 #include <limits>
 
 #include "adapters/qt/commits.h"
@@ -50,6 +51,16 @@ class MaskEdit : public QLineEdit {
     if (auto* view = View()) view->EditByCommit(*event);
     if (alive && View()) QLineEdit::inputMethodEvent(event);
   }
+  void focusInEvent(QFocusEvent* event) override {
+    QLineEdit::focusInEvent(event);
+    gaining_focus_ = true;
+    QTimer::singleShot(0, this, [this] { gaining_focus_ = false; });
+  }
+  void mousePressEvent(QMouseEvent* event) override {
+    // The click that gives the focus leaves the caret where the model put it, so that typing starts at
+    // the first position of the mask.
+    if (!gaining_focus_) QLineEdit::mousePressEvent(event);
+  }
   void mouseReleaseEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton) QLineEdit::mouseReleaseEvent(event);  // the middle button would paste
   }
@@ -57,6 +68,7 @@ class MaskEdit : public QLineEdit {
  private:
   MaskView* View() { return static_cast<MaskView*>(application_.ViewOf(this)); }
   QtApplication& application_;
+  bool gaining_focus_ = false;
 };
 
 }  // namespace

@@ -2,16 +2,19 @@
 
 #include <sqlite3.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <map>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "adapters/sqlite/sqlite_functions.h"
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
 #include "platform/jet/statement.h"
+#include "platform/jet/tokens.h"
 
 namespace dossierkit::sqlite {
 namespace {
@@ -57,6 +60,7 @@ class SqliteConnection::Engine {
     sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   }
   ~Engine() {
+    update_.reset();
     schema_version_.reset();
     sqlite3_close_v2(database_);
   }
@@ -68,7 +72,8 @@ class SqliteConnection::Engine {
   Prepared Prepare(const std::string& text, const std::string& statement) const {
     sqlite3_stmt* prepared = nullptr;
     const char* tail = nullptr;
-    if (sqlite3_prepare_v2(database_, text.data(), static_cast<int>(text.size()), &prepared, &tail) != SQLITE_OK) {
+    if (sqlite3_prepare_v2(database_, text.data(), static_cast<int>(text.size()), &prepared, &tail) !=
+        SQLITE_OK) {
       throw FailureOf(database_, statement);
     }
     Prepared owned(prepared);
@@ -79,11 +84,40 @@ class SqliteConnection::Engine {
     return owned;
   }
 
+  // Prepares an update with its constants as parameters, and keeps the last one: a renumbering sends the
+  // same update for every row of a table, and its preparation would be a third of the time.
+  sqlite3_stmt* PrepareUpdate(const std::string& text, const std::string& statement) {
+    std::string shape;
+    std::vector<jet::Token> constants;
+    std::size_t copied = 0;
+    for (const jet::Token& token : jet::Tokenize(text)) {
+      if (token.kind != jet::TokenKind::kLiteral && token.kind != jet::TokenKind::kNumber) continue;
+      shape.append(text, copied, token.position - copied).append("?");
+      copied = token.End();
+      constants.push_back(token);
+    }
+    shape.append(text, copied);
+    if (!update_ || shape != update_shape_) {
+      update_ = Prepare(shape, statement);
+      update_shape_ = std::move(shape);
+    }
+    int index = 0;
+    for (const jet::Token& constant : constants) Bind(++index, constant);
+    return update_.get();
+  }
+
   // True while there is a row.
   bool Step(sqlite3_stmt* prepared, const std::string& statement) const {
     const int result = sqlite3_step(prepared);
     if (result != SQLITE_ROW && result != SQLITE_DONE) throw FailureOf(database_, statement);
     return result == SQLITE_ROW;
+  }
+
+  void RunUpdate(const std::string& text, const std::string& statement) {
+    sqlite3_stmt* update = PrepareUpdate(text, statement);
+    // Takes no lock into the next statement, whether it failed or not.
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> reset(update, sqlite3_reset);
+    Step(update, statement);
   }
 
   // The columns of a table as it is declared now, or nullptr.
@@ -109,6 +143,17 @@ class SqliteConnection::Engine {
   }
 
  private:
+  void Bind(int index, const jet::Token& constant) {
+    if (constant.kind == jet::TokenKind::kLiteral) {
+      const std::string literal = jet::TextOfLiteral(constant.text);
+      sqlite3_bind_text(update_.get(), index, literal.data(), static_cast<int>(literal.size()), SQLITE_TRANSIENT);
+    } else if (constant.text.find('.') == std::string_view::npos) {
+      sqlite3_bind_int64(update_.get(), index, std::strtoll(std::string(constant.text).c_str(), nullptr, 10));
+    } else {
+      sqlite3_bind_double(update_.get(), index, std::strtod(std::string(constant.text).c_str(), nullptr));
+    }
+  }
+
   // Another program may change a table while this one is connected.
   void ForgetOldSchema() {
     static const std::string kText = "pragma schema_version";
@@ -122,6 +167,8 @@ class SqliteConnection::Engine {
 
   sqlite3* database_ = nullptr;
   Prepared schema_version_;
+  Prepared update_;
+  std::string update_shape_;
   sqlite3_int64 known_version_ = -1;
   std::map<std::string, jet::TableColumns> tables_;  // by name in small letters
 };
@@ -157,7 +204,7 @@ void AppendCell(ado::Snapshot& rows, sqlite3_stmt* prepared, int index) {
 
 SqliteConnection::SqliteConnection(const std::string& path, std::chrono::milliseconds busy_timeout) {
   RequireDatabaseFile(path);
-  engine_ = std::make_unique<Engine>(path, SQLITE_OPEN_READWRITE);
+  engine_ = std::make_unique<Engine>(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX);
   sqlite3_busy_timeout(engine_->database(), static_cast<int>(busy_timeout.count()));
   // Reads the file, so that one that is no database is told of now and not at the first statement.
   engine_->RunScript("select count(*) from sqlite_master");
@@ -174,7 +221,7 @@ SqliteConnection::SqliteConnection(std::unique_ptr<Engine> engine) : engine_(std
 SqliteConnection::~SqliteConnection() = default;
 
 std::shared_ptr<SqliteConnection> SqliteConnection::OpenInMemory(const std::string& bytes) {
-  auto engine = std::make_unique<Engine>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  auto engine = std::make_unique<Engine>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX);
   if (!bytes.empty()) {
     auto* copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size()));
     if (copy == nullptr) throw Failure(environment::kEngineFailure, "内存不足。");
@@ -205,6 +252,10 @@ ado::Snapshot SqliteConnection::Run(const std::string& statement) {
   Engine& engine = OpenEngine(statement);
   const jet::Statement translated =
       jet::Translate(statement, [&](std::string_view table) { return engine.ColumnsOf(table); });
+  if (translated.kind == jet::Statement::Kind::kUpdate) {
+    engine.RunUpdate(translated.text, statement);
+    return {};
+  }
   const Prepared prepared = engine.Prepare(translated.text, statement);
   const int column_count = sqlite3_column_count(prepared.get());
   ado::Snapshot rows;
@@ -219,6 +270,13 @@ ado::Snapshot SqliteConnection::Run(const std::string& statement) {
 }
 
 void SqliteConnection::RunScript(const std::string& script) { OpenEngine(script).RunScript(script); }
+
+std::string SqliteConnection::Pragma(const std::string& name) const {
+  const std::string text = "pragma " + name;
+  const Engine& engine = OpenEngine(text);
+  const Prepared prepared = engine.Prepare(text, text);
+  return engine.Step(prepared.get(), text) ? TextOf(sqlite3_column_text(prepared.get(), 0)) : std::string();
+}
 
 std::string SqliteConnection::Bytes() const {
   sqlite3_int64 size = 0;

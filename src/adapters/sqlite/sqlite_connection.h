@@ -35,6 +35,8 @@ class SqliteConnection : public ado::Connection {
 
   // Runs a script of SQLite's own SQL, past the dialect: schemas and test data.
   void RunScript(const std::string& script);
+  // What SQLite answers to a pragma, its first row's first column: settings and checks.
+  std::string Pragma(const std::string& name) const;
   // The database as the content of a file, to compare or to keep.
   std::string Bytes() const;
 

@@ -37,7 +37,8 @@ void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
     }
     sqlite3_result_int(context, pattern->Matches(TextOf(arguments[1])) ? 1 : 0);
     if (made) {
-      sqlite3_set_auxdata(context, 0, made.release(), [](void* old) { delete static_cast<jet::LikePattern*>(old); });
+      sqlite3_set_auxdata(context, 0, made.release(),
+                          [](void* old) { delete static_cast<jet::LikePattern*>(old); });
     }
   } catch (const std::exception&) {
     sqlite3_result_error_nomem(context);
@@ -58,22 +59,27 @@ environment::Failure FailureOfMessage(const std::string& message, const std::str
   using environment::Failure;
   std::string piece;
   if (Cut(message, "no such table: ", "", piece)) {
-    return Failure(environment::kNoSuchTable, "找不到输入表或查询“" + piece + "”。确定它是否存在，以及它的名称的拼写是否正确。",
+    return Failure(environment::kNoSuchTable,
+                   "找不到输入表或查询“" + piece + "”。确定它是否存在，以及它的名称的拼写是否正确。",
                    statement);
   }
   if (Cut(message, "no such column: ", "", piece)) {
-    return Failure(environment::kUnknownName, "至少一个参数没有被指定值：未知的名称“" + piece + "”。", statement);
+    return Failure(environment::kUnknownName, "至少一个参数没有被指定值：未知的名称“" + piece + "”。",
+                   statement);
   }
   if (Cut(message, "has no column named ", "", piece)) {
-    return Failure(environment::kUnknownName, "语句包含下列未知的字段名：“" + piece + "”。确保输入的名称正确。", statement);
+    return Failure(environment::kUnknownName,
+                   "语句包含下列未知的字段名：“" + piece + "”。确保输入的名称正确。", statement);
   }
   if (Cut(message, "ambiguous column name: ", "", piece)) {
-    return Failure(environment::kSyntaxError, "特定字段“" + piece + "”可以参考 SQL 语句中的多个表。", statement);
+    return Failure(environment::kSyntaxError, "特定字段“" + piece + "”可以参考 SQL 语句中的多个表。",
+                   statement);
   }
   if (Cut(message, "near \"", "\": syntax error", piece)) {
     return Failure(environment::kSyntaxError, "SQL 语句语法错误：“" + piece + "”附近有错。", statement);
   }
-  if (message == "incomplete input") return Failure(environment::kSyntaxError, "SQL 语句语法错误：语句不完整。", statement);
+  if (message == "incomplete input")
+    return Failure(environment::kSyntaxError, "SQL 语句语法错误：语句不完整。", statement);
   return Failure(environment::kSyntaxError, "SQL 语句语法错误：" + message + "。", statement);
 }
 

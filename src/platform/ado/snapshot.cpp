@@ -67,15 +67,11 @@ Value Snapshot::ValueAt(std::size_t row, std::size_t column) const {
   const Cell& cell = cells_.at(row * columns_.size() + column);
   Value value;
   switch (cell.kind) {
-    case Cell::Kind::kNull:
-      value = environment::Null{};
-      break;
+    case Cell::Kind::kNull: value = environment::Null{}; break;
     case Cell::Kind::kInteger:
       value = description.kind == ColumnKind::kBoolean ? Value(cell.integer != 0) : Value(cell.integer);
       break;
-    case Cell::Kind::kFloating:
-      value = cell.floating;
-      break;
+    case Cell::Kind::kFloating: value = cell.floating; break;
     case Cell::Kind::kText:
       value = ValueOfText(std::string_view(arena_).substr(cell.offset, cell.length), description.kind);
       break;

@@ -35,8 +35,15 @@ class Event {
   }
 
   void Raise(Arguments... arguments) {
+    RaiseWhile([] { return true; }, arguments...);
+  }
+
+  // As Raise, but asks before each subscriber whether to go on.
+  template <typename Condition>
+  void RaiseWhile(const Condition& condition, Arguments... arguments) {
     const auto slots = slots_;
     for (const auto& weak : slots) {
+      if (!condition()) break;
       if (const auto slot = weak.lock()) (*slot)(arguments...);
     }
     std::erase_if(slots_, [](const auto& weak) { return weak.expired(); });

@@ -26,7 +26,8 @@ const char* DescriptionOf(int number) {
     case kInvalidPicture: return "无效图片";
     case kUnknownClass: return "无法创建控件，没有这个类";
     case kInvalidArgument: return "参数类型不正确，或不在可以接受的范围之内，或与其他参数冲突。";
-    case kNoCurrentRow: return "BOF 或 EOF 中有一个是“真”，或者当前的记录已被删除，所需的操作要求一个当前的记录。";
+    case kNoCurrentRow:
+      return "BOF 或 EOF 中有一个是“真”，或者当前的记录已被删除，所需的操作要求一个当前的记录。";
     case kUnknownItem: return "在对应所需名称或序数的集合中，未找到项目。";
     case kObjectClosed: return "对象关闭时，不允许操作。";
     case kObjectOpen: return "对象打开时，不允许操作。";

@@ -13,7 +13,7 @@ namespace {
 
 struct DateToken {
   std::string_view text;
-  int DateTime::* part;
+  int DateTime::*part;
   std::size_t digits;
 };
 
@@ -47,7 +47,9 @@ bool IsDatePattern(std::string_view pattern) {
 
 bool IsPlaceholder(char c) { return c == '0' || c == '#'; }
 
-bool IsNumberPattern(std::string_view pattern) { return pattern.find_first_of("0#") != std::string_view::npos; }
+bool IsNumberPattern(std::string_view pattern) {
+  return pattern.find_first_of("0#") != std::string_view::npos;
+}
 
 std::string FormatDate(const DateTime& date, std::string_view pattern) {
   std::string result;

@@ -130,8 +130,7 @@ std::string Replace(std::string_view text, std::string_view what, std::string_vi
   std::string result;
   std::size_t start = 0;
   if (what.empty()) return std::string(text);
-  for (std::size_t found = text.find(what); found != std::string_view::npos;
-       found = text.find(what, start)) {
+  for (std::size_t found = text.find(what); found != std::string_view::npos; found = text.find(what, start)) {
     result.append(text.substr(start, found - start)).append(with);
     start = found + what.size();
   }

@@ -35,7 +35,8 @@ std::string CoerceBoolean(std::string_view text) {
 std::string CoerceInteger(std::string_view text, bool is_short) {
   const auto number = environment::ParseNumber(text);
   if (!number) throw MakeFailure(environment::kDataMismatch);
-  return is_short ? std::to_string(environment::ToInt16(*number)) : std::to_string(environment::ToInt32(*number));
+  return is_short ? std::to_string(environment::ToInt16(*number))
+                  : std::to_string(environment::ToInt32(*number));
 }
 
 std::string CoerceFloating(std::string_view text) {

@@ -15,7 +15,7 @@ namespace {
 
 // Words that may stand before "(": functions of the dialect first, then those that are no functions.
 constexpr std::array<std::string_view, 20> kBeforeParenthesis{
-    "iif", "len", "format", "count", "max", "min", "sum", "avg",  "and",   "or",
+    "iif", "len", "format", "count", "max",  "min",   "sum",  "avg",    "and",    "or",
     "not", "in",  "from",   "on",    "join", "where", "like", "values", "select", "by"};
 
 class Translator {
@@ -72,7 +72,8 @@ class Translator {
   std::size_t Find(std::size_t begin, std::initializer_list<std::string_view> words) const {
     int depth = 0;
     for (std::size_t i = begin; i < tokens_.size(); ++i) {
-      const bool found = std::any_of(words.begin(), words.end(), [&](auto word) { return tokens_[i].Is(word); });
+      const bool found =
+          std::any_of(words.begin(), words.end(), [&](auto word) { return tokens_[i].Is(word); });
       if (depth == 0 && (found || tokens_[i].Is(")"))) return i;
       if (tokens_[i].Is("(")) ++depth;
       if (tokens_[i].Is(")")) --depth;
@@ -90,7 +91,8 @@ class Translator {
       const bool taken_out = std::find(formats_.begin(), formats_.end(), i) != formats_.end();
       if (known && (taken_out || !At(i).Is("format"))) continue;
       throw environment::Failure(environment::kSyntaxError,
-                                 "表达式中 '" + std::string(At(i).text) + "' 函数未定义。", std::string(statement_));
+                                 "表达式中 '" + std::string(At(i).text) + "' 函数未定义。",
+                                 std::string(statement_));
     }
   }
 
@@ -151,7 +153,8 @@ class Translator {
       names.push_back(At(i).text);
       if (!At(i + 1).Is(",")) break;
     }
-    Require(IsWord(i) && At(i + 1).Is(")") && At(i + 2).Is("values") && At(i + 3).Is("("), "INSERT INTO 语句有错");
+    Require(IsWord(i) && At(i + 1).Is(")") && At(i + 2).Is("values") && At(i + 3).Is("("),
+            "INSERT INTO 语句有错");
     UseTable(At(2).text);
     std::size_t value = i + 4;
     for (std::size_t column = 0; column < names.size(); ++column) {
@@ -219,7 +222,7 @@ class Translator {
   std::vector<Token> tokens_;
   TableColumns columns_;
   Statement result_;
-  std::size_t copied_ = 0;  // bytes of the statement that are in the result
+  std::size_t copied_ = 0;            // bytes of the statement that are in the result
   std::vector<std::size_t> formats_;  // tokens "format" that were taken out
   std::size_t item_count_ = 0;
   bool has_star_ = false;

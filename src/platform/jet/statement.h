@@ -12,8 +12,8 @@ namespace dossierkit::jet {
 
 // What is known of a column of the result beyond what its engine tells.
 struct ResultColumn {
-  std::string format;                                   // the pattern of format(v,p), or empty
-  ado::ColumnKind kind = ado::ColumnKind::kUnknown;     // unknown: as the engine tells
+  std::string format;                                // the pattern of format(v,p), or empty
+  ado::ColumnKind kind = ado::ColumnKind::kUnknown;  // unknown: as the engine tells
 };
 
 // A statement as an engine is to run it.

@@ -11,7 +11,8 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Bytes of a character beyond ASCII belong to words: captions are names of columns.
 bool IsWordStart(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+         static_cast<unsigned char>(c) >= 0x80;
 }
 bool IsWordCharacter(char c) { return IsWordStart(c) || IsDigit(c); }
 
@@ -107,8 +108,9 @@ class Tokenizer {
 }  // namespace
 
 bool Token::Is(std::string_view word) const {
-  return kind == TokenKind::kOperator ? text == word
-                                      : kind == TokenKind::kWord && environment::EqualIgnoringCase(text, word);
+  return kind == TokenKind::kOperator
+             ? text == word
+             : kind == TokenKind::kWord && environment::EqualIgnoringCase(text, word);
 }
 
 std::vector<Token> Tokenize(std::string_view statement) { return Tokenizer(statement).Run(); }

@@ -26,7 +26,7 @@ void Image::SetPicture(Picture picture) {
 void CommandButton::UserClick() {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   window->Deliver([&] {
     if (!Reachable() || !window->MoveFocus(*this)) return;
     Raise(Click);
@@ -43,14 +43,15 @@ void CheckBox::SetValue(int value) {
 void CheckBox::UserToggle() {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
+  bool toggled = false;
   window->Deliver([&] {
-    if (Reachable() && window->MoveFocus(*this)) {
-      SetValue(value_ == 0 ? 1 : 0);
-    } else {
-      ShowAspect(Aspect::kText);
-    }
+    if (!Reachable() || !window->MoveFocus(*this)) return;
+    toggled = true;
+    SetValue(value_ == 0 ? 1 : 0);
   });
+  // The native widget may have toggled itself.
+  if (!toggled) ShowAspect(Aspect::kText);
 }
 
 void CommonDialog::ShowOpen() {

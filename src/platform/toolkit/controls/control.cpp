@@ -66,7 +66,10 @@ bool Control::Reachable() {
   if (removed_) return false;
   for (Control* control = this; control; control = control->Container()) {
     if (!control->visible_ || !control->enabled_) return false;
-    if (control->kind_ == Kind::kForm) return static_cast<Form*>(control)->Shown();
+    if (control->kind_ == Kind::kForm) {
+      const auto* window = static_cast<Form*>(control);
+      return window->Shown() && !window->LoopEnded();
+    }
   }
   return false;
 }
@@ -192,8 +195,8 @@ void Control::ShowAspect(Aspect aspect) {
 
 void Control::CreateViews() {
   if (view_) return;
-  // A container's view comes first.
-  if (const auto container = container_.lock()) container->CreateViews();
+  // A container's view comes first. The owner's exists already.
+  if (const auto container = container_.lock(); container && container.get() != owner_) container->CreateViews();
   if (Form* window = Window()) view_ = window->GetDesktop().GetPlatform().CreateView(*this);
 }
 

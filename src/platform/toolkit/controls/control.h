@@ -131,13 +131,13 @@ class Control : public std::enable_shared_from_this<Control> {
   environment::Event<int, int, int, int> MouseDown;  // button, shift, x, y in twips
   environment::Event<int, int, int, int> MouseMove;
 
-  // Raises an event of this control, keeping control, page and window alive meanwhile; nothing if
-  // the control was removed.
+  // Raises an event of this control, keeping control, page and window alive meanwhile; nothing, and
+  // no further subscriber, once the control was removed.
   template <typename... Parameters, typename... Arguments>
   void Raise(environment::Event<Parameters...>& event, Arguments&&... arguments) {
     if (removed_) return;
     const KeepAlive keep(*this);
-    event.Raise(std::forward<Arguments>(arguments)...);
+    event.RaiseWhile([this] { return !removed_; }, std::forward<Arguments>(arguments)...);
   }
 
   // Reports of the view. UserMouseDown moves the focus first where the kind takes it and gives false
@@ -154,6 +154,15 @@ class Control : public std::enable_shared_from_this<Control> {
   // The caption changed: shows it, here and where this control names another.
   void CaptionChanged();
 
+  // Keeps a control, its page and its window alive during a report or an event.
+  class KeepAlive {
+   public:
+    explicit KeepAlive(Control& control);
+
+   private:
+    std::shared_ptr<Control> self_, owner_, window_;
+  };
+
   // Called by the owner's Controls and by the window.
   friend class Controls;
   friend class Form;
@@ -163,14 +172,6 @@ class Control : public std::enable_shared_from_this<Control> {
   virtual void DestroyViews();
 
  private:
-  class KeepAlive {
-   public:
-    explicit KeepAlive(Control& control);
-
-   private:
-    std::shared_ptr<Control> self_, owner_, window_;
-  };
-
   Kind kind_;
   std::string name_;
   Control* owner_ = nullptr;

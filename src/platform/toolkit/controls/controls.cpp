@@ -1,5 +1,7 @@
 #include "platform/toolkit/controls/controls.h"
 
+#include <exception>
+
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/user_control.h"
@@ -42,7 +44,15 @@ void Controls::Remove(std::size_t index) {
 }
 
 void Controls::Clear() {
-  while (!items_.empty()) Remove(items_.size() - 1);
+  std::exception_ptr failure;
+  while (!items_.empty()) {
+    try {
+      Remove(items_.size() - 1);
+    } catch (...) {
+      if (!failure) failure = std::current_exception();
+    }
+  }
+  if (failure) std::rethrow_exception(failure);
 }
 
 }  // namespace dossierkit::toolkit

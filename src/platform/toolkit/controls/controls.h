@@ -38,6 +38,7 @@ class Controls {
   // Removes the control at a position: it loses the focus without Validate or LostFocus, a page
   // raises Terminate, the views go.
   void Remove(std::size_t index);
+  // Removes all, the last first, and throws the first failure of a Terminate at the end.
   void Clear();
 
   auto begin() const { return items_.begin(); }

@@ -30,7 +30,10 @@ std::int32_t DataGrid::RowCount() const {
   return recordset_ && recordset_->State() == ado::kStateOpen ? recordset_->RecordCount() : 0;
 }
 
-std::string DataGrid::Heading(std::size_t column) const { return recordset_->FieldName(column); }
+std::string DataGrid::Heading(std::size_t column) const {
+  // The page closes its recordset while the grid still stands.
+  return recordset_ && recordset_->State() == ado::kStateOpen ? recordset_->FieldName(column) : std::string();
+}
 
 std::string DataGrid::Cell(std::int32_t row, std::size_t column) const {
   return environment::TextOr(recordset_->ValueAt(row, column), "");
@@ -49,15 +52,16 @@ std::int32_t DataGrid::Row() const { return RowCount() > 0 ? std::max(recordset_
 void DataGrid::UserSelectRow(std::int32_t row) {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   window->Deliver([&] {
-    if (Reachable() && row >= 1 && row <= RowCount() && window->MoveFocus(*this) && !Removed()) {
-      // The page may drop its recordset while it is told of the move.
-      const auto recordset = recordset_;
-      recordset->SetAbsolutePosition(row);
-    }
-    ShowAspect(Aspect::kSelection);
+    if (!Reachable() || row < 1 || row > RowCount() || !window->MoveFocus(*this)) return;
+    // Getting the focus may have brought other rows.
+    if (Removed() || row > RowCount()) return;
+    // The page may drop its recordset while it is told of the move.
+    const auto recordset = recordset_;
+    recordset->SetAbsolutePosition(row);
   });
+  ShowAspect(Aspect::kSelection);
 }
 
 }  // namespace dossierkit::toolkit

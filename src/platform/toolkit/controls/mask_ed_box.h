@@ -36,7 +36,7 @@ class MaskEdBox : public Control {
 
   environment::Event<> Change;
 
-  // Reports of the view. A character that does not fit is refused with a beep.
+  // Reports of the view. A character that does not fit is refused with a beep; a paste takes what fits.
   void UserType(const std::string& characters);
   void UserPaste(const std::string& text);
   void UserBackspace();
@@ -50,10 +50,12 @@ class MaskEdBox : public Control {
  private:
   using CharacterList = std::vector<std::string>;  // characters
   bool Fits(const std::string& text) const;
+  bool Fills(const std::string& text) const;  // fits, and is as long as the mask
   void UserEdit(const std::function<bool(CharacterList&, const CharacterList&)>& edit);
   void BlankSelection(CharacterList& characters, const CharacterList& mask);
   void StepOverLiterals(const CharacterList& mask);
-  bool Put(const std::string& digit, CharacterList& characters, const CharacterList& mask);
+  bool Put(const std::string& character, CharacterList& characters, const CharacterList& mask);
+  bool Insert(const std::string& text, CharacterList& characters, const CharacterList& mask);
   void Commit(std::string text);
 
   std::string mask_;

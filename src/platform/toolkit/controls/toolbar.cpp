@@ -30,7 +30,7 @@ ToolbarButton& Toolbar::Button(std::string_view key) {
 void Toolbar::UserClick(std::size_t index) {
   Form* window = Window();
   if (!window || index >= buttons_.size()) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   window->Deliver([&] {
     ToolbarButton& button = buttons_[index];
     if (!Reachable() || !button.Enabled() || button.IsSeparator()) return;

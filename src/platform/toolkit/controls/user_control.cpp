@@ -1,12 +1,22 @@
 #include "platform/toolkit/controls/user_control.h"
 
+#include <exception>
+
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 
 UserControl::UserControl(std::string name) : Control(Kind::kUserControl, std::move(name)), controls_(*this) {}
 
-UserControl::~UserControl() = default;
+UserControl::~UserControl() { ReleaseControls(); }
+
+// Whoever still holds one of the page's controls finds it removed.
+void UserControl::ReleaseControls() {
+  for (const auto& control : controls_) {
+    control->removed_ = true;
+    control->owner_ = nullptr;
+  }
+}
 
 void UserControl::Move(const Rect& place) {
   const bool resized = place.width != Place().width || place.height != Place().height;
@@ -15,11 +25,20 @@ void UserControl::Move(const Rect& place) {
 }
 
 void UserControl::OnRemoved() {
-  // The page loses the focus first, so that nothing that Terminate does can raise its events.
+  // The page counts as removed before its Terminate, so that nothing done there raises its events or
+  // brings the focus back; and it goes also if Terminate fails.
   if (Form* window = Window()) window->ForgetFocusOf(*this);
-  UserControl_Terminate();
-  Control::OnRemoved();
+  removed_ = true;
   for (const auto& control : controls_) control->removed_ = true;
+  std::exception_ptr failure;
+  try {
+    UserControl_Terminate();
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  Control::OnRemoved();
+  ReleaseControls();
+  if (failure) std::rethrow_exception(failure);
 }
 
 void UserControl::CreateViews() {

@@ -37,6 +37,8 @@ class UserControl : public Control {
   void DestroyViews() override;
 
  private:
+  void ReleaseControls();
+
   toolkit::Controls controls_;
   bool key_preview_ = false;
 };

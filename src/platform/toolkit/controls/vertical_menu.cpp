@@ -59,7 +59,7 @@ MenuItem& VerticalMenu::Current() { return const_cast<MenuItem&>(std::as_const(*
 void VerticalMenu::UserClick(std::int32_t item) {
   Form* window = Window();
   if (!window) return;
-  const auto keep = weak_from_this().lock();
+  const KeepAlive keep(*this);
   window->Deliver([&] {
     if (!Reachable() || item < 1 || item > menuitemsmax() || !window->MoveFocus(*this)) return;
     std::int32_t group = group_;
@@ -67,6 +67,7 @@ void VerticalMenu::UserClick(std::int32_t item) {
     marked_ = item;
     Raise(MenuItemClick, group, clicked);
   });
+  ShowAspect(Aspect::kSelection);
 }
 
 void VerticalMenu::UserMark(std::int32_t item) {

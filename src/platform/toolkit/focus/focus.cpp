@@ -84,10 +84,14 @@ void Form::UserTab(bool forward) {
   });
 }
 
+// A control that was disabled or hidden while it has the focus keeps it, but gets no keys.
+std::shared_ptr<Control> Form::KeyTarget() const { return focus_ && focus_->Reachable() ? focus_ : nullptr; }
+
 bool Form::UserKeyDown(int key, int shift) {
   bool passed = false;
+  std::shared_ptr<Control> target;
   Deliver([&] {
-    const auto target = focus_;
+    target = KeyTarget();
     if (shift == 0 && ClickButtonOf(key)) return;
     if (target) {
       if (UserControl* page = target->Page(); page && page->KeyPreview()) {
@@ -96,9 +100,9 @@ bool Form::UserKeyDown(int key, int shift) {
       }
       if (key != 0) target->Raise(target->KeyDown, key, shift);
     }
-    passed = key != 0 && focus_ == target && loaded_;
+    passed = key != 0;
   });
-  return passed;
+  return passed && KeyTarget() == target;
 }
 
 // Enter clicks the window's default button and Esc its cancel button, where it has one.
@@ -119,8 +123,9 @@ bool Form::ClickButtonOf(int key) {
 
 bool Form::UserKeyPress(char32_t character) {
   bool passed = false;
+  std::shared_ptr<Control> target;
   Deliver([&] {
-    const auto target = focus_;
+    target = KeyTarget();
     if (key_preview_) Form_KeyPress(character);
     if (target && character != 0) {
       if (UserControl* page = target->Page(); page && page->KeyPreview()) {
@@ -129,9 +134,9 @@ bool Form::UserKeyPress(char32_t character) {
       }
       if (character != 0) target->Raise(target->KeyPress, character);
     }
-    passed = character != 0 && focus_ == target && loaded_;
+    passed = character != 0;
   });
-  return passed;
+  return passed && KeyTarget() == target;
 }
 
 void Form::DeliverSentKeys(const SentKeys& sent) {

@@ -1,5 +1,7 @@
 #include "platform/toolkit/loop/form.h"
 
+#include <exception>
+
 #include "platform/environment/failure.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/desktop.h"
@@ -16,7 +18,12 @@ constexpr int kBorderHeight = 405;
 Form::Form(Desktop& desktop, std::string name) : Control(Kind::kForm, std::move(name)), desktop_(desktop) {}
 
 Form::~Form() {
-  if (controls_) controls_->Clear();
+  if (!controls_) return;
+  try {
+    controls_->Clear();
+  } catch (...) {
+    // Nobody is left to hear of it.
+  }
 }
 
 void Form::SetCaption(std::string caption) {
@@ -36,19 +43,24 @@ toolkit::Controls& Form::Controls() {
 }
 
 void Form::Load() {
+  struct Loading {
+    bool& flag;
+    explicit Loading(bool& loading) : flag(loading) { flag = true; }
+    ~Loading() { flag = false; }
+  } loading(loading_);
   loaded_ = true;
   controls_ = std::make_shared<toolkit::Controls>(*this);
   try {
     BuildDesign();
     Form_Load();
   } catch (...) {
-    Unload();
+    UnloadAfterFailure();
     throw;
   }
 }
 
 void Form::ShowModal() {
-  if (shown_) throw environment::MakeFailure(environment::kAlreadyShown);
+  if (InVisit()) throw environment::MakeFailure(environment::kAlreadyShown);
   if (!loaded_) Load();
   if (!loaded_) throw environment::MakeFailure(environment::kObjectUnloaded);
   const auto keep = shared_from_this();
@@ -57,14 +69,15 @@ void Form::ShowModal() {
     desktop_.RunModal(*this, [this] {
       CreateViews();
       Form_Resize();
-      if (Shown()) Form_Activate();
+      if (!LoopEnded()) Form_Activate();
     });
   } catch (...) {
     shown_ = false;
-    Unload();
+    UnloadAfterFailure();
     throw;
   }
   shown_ = false;
+  sent_keys_.clear();
   DestroyViews();
 }
 
@@ -77,10 +90,24 @@ void Form::Unload() {
   loaded_ = false;
   shows_.clear();
   sent_keys_.clear();
-  controls_->Clear();
+  std::exception_ptr failure;
+  try {
+    controls_->Clear();
+  } catch (...) {
+    failure = std::current_exception();
+  }
   focus_.reset();
   DestroyViews();
   desktop_.EndLoop(*this);
+  if (failure) std::rethrow_exception(failure);
+}
+
+// The failure that is on its way counts, not one of the unloading.
+void Form::UnloadAfterFailure() {
+  try {
+    Unload();
+  } catch (...) {
+  }
 }
 
 void Form::CreateViews() {
@@ -98,8 +125,8 @@ void Form::DestroyViews() {
 
 void Form::PageAdded(const std::shared_ptr<UserControl>& page) { shows_.push_back(page); }
 
-void Form::Deliver(const std::function<void()>& event) {
-  if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) return;
+bool Form::Deliver(const std::function<void()>& event) {
+  if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) return false;
   const auto keep = weak_from_this().lock();
   ++depth_;
   try {
@@ -109,6 +136,7 @@ void Form::Deliver(const std::function<void()>& event) {
     desktop_.Fail(std::current_exception());
   }
   --depth_;
+  return true;
 }
 
 void Form::RunQueues() {

@@ -35,7 +35,7 @@ class Form : public Control {
   bool KeyPreview() const { return key_preview_; }
 
   // Loads the window if needed, shows it and runs a nested loop until it is hidden or unloaded.
-  // Throws 400 if it is on show already, 364 if it was unloaded in its own load, and whatever left
+  // Throws 400 if it is on show or loading already, 364 if it was unloaded in its own load, and whatever left
   // an event handler meanwhile; the window is unloaded then.
   void ShowModal();
   void Hide();
@@ -43,7 +43,7 @@ class Form : public Control {
   void Unload();
   bool Loaded() const { return loaded_; }
   bool Shown() const { return shown_; }
-  bool InVisit() const { return loaded_ || shown_; }  // from the load to the end of ShowModal
+  bool InVisit() const { return loading_ || shown_; }  // from the load to the end of ShowModal
   bool LoopEnded() const;  // no loop of this window runs, or it is about to return
 
   // The controls; throws 364 while the window is unloaded.
@@ -60,9 +60,10 @@ class Form : public Control {
 
   // --- reports of the view ---------------------------------------------------------------------
   // All input runs through Deliver: one event of the user, with whatever it queues. Ignored while
-  // the window is not the topmost modal one. Never throws: a failure ends the window's loop.
-  void Deliver(const std::function<void()>& event);
-  // A key went down or a character came; false if it must go no further.
+  // the window is not the topmost modal one; gives false then. Never throws: a failure ends the
+  // window's loop.
+  bool Deliver(const std::function<void()>& event);
+  // A key went down or a character came; false if it must go no further, as where the focus moved.
   bool UserKeyDown(int key, int shift);
   bool UserKeyPress(char32_t character);
   void UserTab(bool forward);
@@ -97,9 +98,11 @@ class Form : public Control {
   };
 
   void Load();
+  void UnloadAfterFailure();
   void PageAdded(const std::shared_ptr<UserControl>& page);
   void ForgetFocusOf(const Control& removed);
   void RunQueues();
+  std::shared_ptr<Control> KeyTarget() const;
   bool ClickButtonOf(int key);
   void DeliverSentKeys(const SentKeys& sent);
   std::vector<std::shared_ptr<Control>> TabOrder() const;
@@ -110,6 +113,7 @@ class Form : public Control {
   int design_height_ = 0;
   bool sizable_ = false;
   bool key_preview_ = false;
+  bool loading_ = false;  // by ShowModal
   bool loaded_ = false;
   bool shown_ = false;
   bool checking_ = false;  // a Validate is being raised

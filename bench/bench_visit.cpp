@@ -1,0 +1,59 @@
+#include "bench/bench_visit.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+namespace dossierkit::bench {
+
+namespace fs = std::filesystem;
+
+Copy::Copy(const fs::path& original)
+    : path_((fs::path(BENCH_FOLDER) / ("copy-" + std::to_string(getpid()) + ".db")).string()) {
+  fs::create_directories(BENCH_FOLDER);
+  fs::copy_file(original, path_, fs::copy_options::overwrite_existing);
+}
+
+Copy::~Copy() {
+  std::error_code error;
+  for (const char* ending : {"", "-wal", "-shm"}) fs::remove(path_ + ending, error);
+}
+
+std::string GeneratedDatabase(int persons, int records) {
+  fs::create_directories(BENCH_FOLDER);
+  const fs::path path = fs::path(BENCH_FOLDER) / ("generated-" + std::to_string(persons) + "-" + std::to_string(records) + ".db");
+  if (!fs::exists(path)) {
+    const std::string command = std::string(DATA_FOLDER "/generate-large.sh ") + std::to_string(persons) + " " +
+                                std::to_string(records) + " '" + path.string() + "' >&2";
+    if (std::system(command.c_str()) != 0) throw std::runtime_error("cannot generate " + path.string());
+  }
+  return path.string();
+}
+
+BenchVisit::BenchVisit(const std::string& database) {
+  dossier_.SetConnection(std::make_shared<sqlite::SqliteConnection>(database));
+  dossier_.OperationType = 3;
+  dossier_.PersonType = 1;
+  dossier_.personID = kPerson;
+}
+
+void BenchVisit::Open(const std::function<void()>& scene) {
+  platform.WillRun([scene](toolkit::Form&) { scene(); });
+  dossier_.ShowDossier();
+}
+
+void BenchVisit::GoTo(const std::string& set) {
+  const auto& items = Window().VMenu1().Items();
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i].key == set) user.ClickMenu(static_cast<int>(i + 1));
+  }
+}
+
+const std::vector<std::string>& AllSets() {
+  static const std::vector<std::string> sets = {"A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10",
+                                                "A11", "A12", "A13", "A14", "A15", "A21", "B01"};
+  return sets;
+}
+
+}  // namespace dossierkit::bench

@@ -1,0 +1,58 @@
+// BenchVisit: the component on a database file, on one of the stages of the tests.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "adapters/sqlite/sqlite_connection.h"
+#include "shell/component.h"
+#include "shell/frm_dossier.h"
+#include "shell/i_user_ctrl.h"
+#include "tests/support/stage.h"
+
+namespace dossierkit::bench {
+
+// The first person of the sample and of every generated database.
+inline const std::string kPerson = "47EAA099-2CB6-416D-A6DC-283CF0480FF9";
+
+// A copy of the sample database that goes with the object.
+class Copy {
+ public:
+  explicit Copy(const std::filesystem::path& original);
+  ~Copy();
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+// A generated database of that many persons with that many records each in A02; made at its first use
+// and kept beside the program.
+std::string GeneratedDatabase(int persons, int records);
+
+class BenchVisit {
+ public:
+  explicit BenchVisit(const std::string& database);
+
+  // Opens the component on the person and plays `scene` in its window.
+  void Open(const std::function<void()>& scene);
+  void GoTo(const std::string& set);
+  frmDossier& Window() { return dynamic_cast<frmDossier&>(*TheRuntime().window); }
+
+  tests::StagePlatform platform;
+
+ private:
+  Component component_{platform, "/opt/dossier"};
+  IUserCtrl dossier_;
+
+ public:
+  tests::StageUser user{TheRuntime().desktop};
+};
+
+// The sets of the menu besides A01.
+const std::vector<std::string>& AllSets();
+
+}  // namespace dossierkit::bench

@@ -1,0 +1,100 @@
+// The system alone, with views without a screen.
+#include "bench/bench_visit.h"
+#include "bench/measure.h"
+#include "platform/environment/failure.h"
+
+namespace dossierkit::bench {
+namespace {
+
+constexpr int kChanges = 200;
+
+Samples ChangesOfSet(benchmark::State& state, const std::string& database, int changes) {
+  Samples samples;
+  BenchVisit visit(database);
+  visit.Open([&] {
+    std::size_t next = 0;
+    const auto change = [&] { visit.GoTo(AllSets()[next++ % AllSets().size()]); };
+    for (std::size_t i = 0; i < AllSets().size(); ++i) change();
+    if (changes > 0) {
+      for (int i = 0; i < changes; ++i) samples.Add(Milliseconds(change));
+    } else {
+      for (auto _ : state) Measure(state, samples, change);
+    }
+  });
+  return samples;
+}
+
+void ChangeOfSet(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  state.counters["median_ms"] = ChangesOfSet(state, copy.Path(), 0).Median();
+}
+BENCHMARK(ChangeOfSet)->UseManualTime()->Iterations(kChanges)->Unit(benchmark::kMillisecond);
+
+// 100,000 persons, 1,000,000 rows in A02; `times` is the time in those of the sample database.
+void ChangeOfSetLarge(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  const std::string large = GeneratedDatabase(100'000, 10);
+  const double sample = ChangesOfSet(state, copy.Path(), kChanges).Median();
+  const double median = ChangesOfSet(state, large, 0).Median();
+  state.counters["median_ms"] = median;
+  state.counters["times"] = median / sample;
+}
+BENCHMARK(ChangeOfSetLarge)->UseManualTime()->Iterations(kChanges)->Unit(benchmark::kMillisecond);
+
+// The toolbar's Save on an edited record of a person who has five, with the reload and the next new
+// record, on the disk.
+void SaveOfFive(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  Samples samples;
+  BenchVisit visit(copy.Path());
+  visit.Open([&] {
+    visit.GoTo("A03");
+    for (auto _ : state) {
+      visit.user.ClickRow(1);
+      visit.user.Click("A03_A0302_v");
+      visit.user.Type("x");
+      Measure(state, samples, [&] { visit.user.ClickToolbar("Save"); });
+      visit.user.ClickRow(1);
+      visit.user.Click("A03_A0302_v");
+      visit.user.Press(toolkit::kKeyEnd);
+      visit.user.Press(toolkit::kKeyBack);
+      visit.user.ClickToolbar("Save");
+    }
+  });
+  state.counters["median_ms"] = samples.Median();
+}
+BENCHMARK(SaveOfFive)->UseManualTime()->Iterations(50)->Unit(benchmark::kMillisecond);
+
+// Delete with its walk over all rows of the table. Beyond 32,767 rows the reload fails with 溢出, as
+// required.
+void DeleteWalk(benchmark::State& state) {
+  const int rows = static_cast<int>(state.range(0));
+  const Copy copy(GeneratedDatabase(rows / 10, 10));
+  Samples samples;
+  BenchVisit visit(copy.Path());
+  try {
+    visit.Open([&] {
+      visit.GoTo("A02");
+      visit.platform.WillAnswer(toolkit::kAnswerYes);
+      for (auto _ : state) Measure(state, samples, [&] { visit.user.ClickToolbar("Delete"); });
+    });
+  } catch (const environment::Failure& failure) {
+    if (failure.number() != environment::kOverflow) throw;
+  }
+  state.counters["seconds"] = samples.Median() / 1000;
+  state.counters["us_per_row"] = samples.Median() * 1000 / rows;
+  state.counters["peak_MiB"] = PeakResidentMebibytes();
+}
+BENCHMARK(DeleteWalk)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace dossierkit::bench
+
+int main(int argc, char** argv) {
+  return dossierkit::bench::RunBenchmarks(argc, argv,
+                                          {{"ChangeOfSet", "median_ms", 3},
+                                           {"ChangeOfSetLarge", "times", 1.5},
+                                           {"SaveOfFive", "median_ms", 20},
+                                           {"DeleteWalk/1000000", "seconds", 15},
+                                           {"DeleteWalk/1000000", "peak_MiB", 400}});
+}

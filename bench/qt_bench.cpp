@@ -1,0 +1,93 @@
+// The window in Qt, offscreen, until it is painted.
+#include <QApplication>
+#include <QWidget>
+
+#include "bench/bench_visit.h"
+#include "bench/measure.h"
+
+namespace dossierkit::bench {
+namespace {
+
+// Everything that was asked to be painted is painted when this returns.
+void Paint() { QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+
+void ChangeOfSetPainted(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  Samples samples;
+  BenchVisit visit(copy.Path());
+  visit.Open([&] {
+    std::size_t next = 0;
+    const auto change = [&] {
+      visit.GoTo(AllSets()[next++ % AllSets().size()]);
+      Paint();
+    };
+    for (std::size_t i = 0; i < AllSets().size(); ++i) change();
+    for (auto _ : state) Measure(state, samples, change);
+  });
+  state.counters["median_ms"] = samples.Median();
+}
+BENCHMARK(ChangeOfSetPainted)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
+
+void ShowToFirstPage(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  Samples samples;
+  BenchVisit visit(copy.Path());
+  visit.Open([] { Paint(); });  // fonts and icons
+  for (auto _ : state) {
+    const auto start = std::chrono::steady_clock::now();
+    double milliseconds = 0;
+    visit.Open([&] {
+      Paint();
+      milliseconds = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    });
+    samples.Add(milliseconds);
+    state.SetIterationTime(milliseconds / 1000);
+  }
+  state.counters["median_ms"] = samples.Median();
+}
+BENCHMARK(ShowToFirstPage)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
+
+void MoveInList(benchmark::State& state, const std::string& database, const std::string& set) {
+  Samples moves;
+  double shown = 0;
+  BenchVisit visit(database);
+  visit.Open([&] {
+    Paint();
+    shown = Milliseconds([&] {
+      visit.GoTo(set);
+      Paint();
+    });
+    bool forward = true;
+    for (auto _ : state) {
+      Measure(state, moves, [&] {
+        visit.user.Press(forward ? 190 : 188, toolkit::kCtrl);
+        Paint();
+      });
+      forward = !forward;
+    }
+  });
+  state.counters["shown_ms"] = shown;
+  state.counters["median_ms"] = moves.Median();
+}
+
+void MoveToTheNextRecord(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  MoveInList(state, copy.Path(), "A03");
+}
+BENCHMARK(MoveToTheNextRecord)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
+
+void ListOfTenThousand(benchmark::State& state) { MoveInList(state, GeneratedDatabase(1, 10'000), "A02"); }
+BENCHMARK(ListOfTenThousand)->UseManualTime()->Iterations(100)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace dossierkit::bench
+
+int main(int argc, char** argv) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  return dossierkit::bench::RunBenchmarks(argc, argv,
+                                          {{"ChangeOfSetPainted", "median_ms", 30},
+                                           {"ShowToFirstPage", "median_ms", 60},
+                                           {"MoveToTheNextRecord", "median_ms", 8},
+                                           {"ListOfTenThousand", "shown_ms", 50},
+                                           {"ListOfTenThousand", "median_ms", 8}});
+}

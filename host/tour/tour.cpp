@@ -1,0 +1,243 @@
+#include "host/tour/tour.h"
+
+#include <iostream>
+#include <stdexcept>
+
+#include "host/tour/player.h"
+
+namespace dossierkit::host {
+namespace {
+
+constexpr int kWindowWidth = 1016;
+constexpr int kWindowHeight = 741;
+
+using Lines = std::vector<std::string>;
+
+const std::string kThisPerson = " where A00 in (select A00 from A01 where A0101='林知远')";
+const std::string kBasicData = "select A0101,A0104,A0115,A0131,A0136 from A01 where A0101='林知远'";
+const std::string kStored = "林知远|1985/6/12|江淮省农业科学院|110101198506120014|1";
+const std::string kWorkHistory = "select A0399,A0301,A0301A,A0302 from A03" + kThisPerson + " order by A0399";
+const std::string kVisits = "select A0599,A0501,A0503 from A05" + kThisPerson + " order by A0599";
+const std::string kEducation = "select A0299,A0201,A0202,A0203 from A02" + kThisPerson + " order by A0299";
+const std::string kPosts = "select A0499,A0401,A0403,A0404 from A04" + kThisPerson + " order by A0499";
+
+// Plays the steps one after another, each with its picture and its rows.
+class Tour {
+ public:
+  Tour(const Query& query, std::filesystem::path folder) : query_(query), folder_(std::move(folder)) {}
+
+  void Prepare() {
+    NewPerson();
+    WorkHistory();
+    Questions();
+    Limit();
+    Leave();
+  }
+  Player& GetPlayer() { return player_; }
+
+ private:
+  // Ends a step: its picture, and the rows that the query must give now.
+  void Step(const std::string& title, const std::string& sql, const Lines& expected) {
+    ++steps_;
+    const std::string number = (steps_ < 10 ? "0" : "") + std::to_string(steps_);
+    const std::string label = number + " " + title;
+    player_.Picture(folder_ / (number + ".png"));
+    player_.Check([this, label, sql, expected] {
+      const Lines rows = query_(sql);
+      std::cout << label << "\n";
+      for (const std::string& row : rows) std::cout << "     " << row << "\n";
+      if (rows.empty()) std::cout << "     （没有记录）\n";
+      if (rows == expected) return;
+      std::string wanted;
+      for (const std::string& row : expected) wanted += "\n  " + row;
+      throw std::runtime_error(label + "：数据库中的记录不对，应该是" + (wanted.empty() ? "空" : wanted));
+    });
+  }
+
+  void Enter(int times = 1) { player_.Press(Qt::Key_Return, {}, times); }
+  void Save() { player_.Press(Qt::Key_S, Qt::ControlModifier); }
+  void Add() { player_.Press(Qt::Key_N, Qt::ControlModifier); }
+  void OpenSet(const QString& caption) { player_.ClickItem("信息集", caption); }
+  // Replaces the whole text of the field with the focus.
+  void Retype(const QString& text) {
+    player_.Press(Qt::Key_A, Qt::ControlModifier);
+    player_.Type(text);
+  }
+
+  void NewPerson() {
+    player_.Resize(kWindowWidth, kWindowHeight);
+    Step("新增人员：空白的基本信息", kBasicData, {});
+    player_.Click("姓名");
+    player_.Type("林知远");
+    OpenSet("工作经历");
+    Step("基本信息未保存，询问是否保存", kBasicData, {});
+    player_.Click("否");
+    Step("必须先维护基本信息集", kBasicData, {});
+    player_.Click("确定");
+    player_.Click("保存");
+    Step("保存失败：必填项和身份证号", kBasicData, {});
+    player_.Click("确定");
+    player_.Click("出生日期");
+    player_.Type("19850612");
+    player_.Click("从事专业");
+    player_.Type("水稻栽培");
+    player_.Click("工作单位");
+    player_.Type("江淮省农业科学院");
+    player_.Click("手机号码");
+    player_.Type("10000000099");
+    player_.Click("身份证号");
+    player_.Type("110101198506120014");
+    Step("填好的基本信息", kBasicData, {});
+    player_.Click("保存");
+    Step("新人员已保存", kBasicData, {kStored});
+  }
+
+  // A record typed by keyboard alone; Enter in its last field saves it and opens the next.
+  void TypeWork(const QString& from, const QString& to, const QString& unit) {
+    player_.Type(from);
+    Enter();
+    player_.Type(to);
+    Enter();
+    player_.Type(unit);
+    Enter(3);
+  }
+
+  void WorkHistory() {
+    OpenSet("工作经历");
+    TypeWork("200807", "201206", "青禾县种子站");
+    Step("第一条工作经历，只用键盘", kWorkHistory, {"1|2008/7/1|2012/6/1|青禾县种子站"});
+    TypeWork("201907", "", "江淮省农业科学院");
+    Step("第二条工作经历", kWorkHistory,
+         {"1|2008/7/1|2012/6/1|青禾县种子站", "2|2019/7/1|NULL|江淮省农业科学院"});
+    TypeWork("201207", "201906", "云溪市农业局");
+    Step("第三条工作经历，按时间排在第二", kWorkHistory,
+         {"1|2008/7/1|2012/6/1|青禾县种子站", "2|2012/7/1|2019/6/1|云溪市农业局", "3|2019/7/1|NULL|江淮省农业科学院"});
+    player_.ClickRow("记录列表", 2);
+    player_.Press(Qt::Key_Comma, Qt::ControlModifier);
+    Step("在列表中移动到第二条", kWorkHistory,
+         {"1|2008/7/1|2012/6/1|青禾县种子站", "2|2012/7/1|2019/6/1|云溪市农业局", "3|2019/7/1|NULL|江淮省农业科学院"});
+    player_.Click("工作单位");
+    Retype("云溪市农业农村局");
+    Save();
+    Step("第二条已修改", kWorkHistory,
+         {"1|2008/7/1|2012/6/1|青禾县种子站", "2|2012/7/1|2019/6/1|云溪市农业农村局",
+          "3|2019/7/1|NULL|江淮省农业科学院"});
+    player_.ClickRow("记录列表", 2);
+    player_.Click("删除");
+    Step("删除之前的询问", kWorkHistory,
+         {"1|2008/7/1|2012/6/1|青禾县种子站", "2|2012/7/1|2019/6/1|云溪市农业农村局",
+          "3|2019/7/1|NULL|江淮省农业科学院"});
+    player_.Click("是");
+  }
+
+  // A record with its first date and its name; Ctrl+S saves it and opens the next.
+  void TypeVisit(const QString& from, const QString& name) {
+    player_.Type(from);
+    Enter(2);
+    player_.Type(name);
+    Save();
+  }
+
+  // Each question about edits once; nothing of what is typed before it is stored.
+  void Questions() {
+    // The deletion renumbers with the rows of all persons in mind, so the numbers are left out.
+    Step("第三条已删除", "select A0301,A0301A,A0302 from A03" + kThisPerson + " order by A0301",
+         {"2008/7/1|2012/6/1|青禾县种子站", "2012/7/1|2019/6/1|云溪市农业农村局"});
+    OpenSet("访问进修");
+    TypeVisit("201003", "青禾大学");
+    TypeVisit("201509", "云溪农业研究所");
+    const Lines visits = {"1|2010/3/1|青禾大学", "2|2015/9/1|云溪农业研究所"};
+    Step("两条访问进修经历", kVisits, visits);
+    player_.Type("2024");
+    player_.ClickRow("记录列表", 1);
+    Step("移动之前的询问", kVisits, visits);
+    player_.Click("是");
+    player_.Click("访问机构名称");
+    player_.Type("某");
+    Add();
+    Step("增加之前的询问", kVisits, visits);
+    player_.Click("否");
+    player_.Type("2024");
+    player_.Click("取消");
+    Step("取消：第一次询问", kVisits, visits);
+    player_.Click("是");
+    Step("取消：第二次询问", kVisits, visits);
+    player_.Click("否");
+    Education();
+  }
+
+  void Education() {
+    OpenSet("学习经历");
+    for (const char* from : {"200309", "200709"}) {
+      player_.Type(from);
+      Enter(2);
+      player_.Type("江淮农业大学");
+      Enter();
+      player_.Type("农学");
+      Save();
+    }
+    player_.ClickRow("记录列表", 0);
+    player_.Click("专业");
+    player_.Type("某");
+    player_.ClickRow("记录列表", 1);
+    const Lines stored = {"1|2003/9/1|江淮农业大学|农学", "2|2007/9/1|江淮农业大学|农学"};
+    Step("学习经历：移动之前的询问，是为不保存", kEducation, stored);
+    player_.Click("是");
+    Step("移动之后，没有保存", kEducation, stored);
+  }
+
+  void Limit() {
+    OpenSet("主要兼职");
+    Lines stored;
+    for (int i = 1; i <= 5; ++i) {
+      const std::string year = std::to_string(2010 + i);
+      player_.Type(QString::fromStdString(year + "01"));
+      Enter(2);
+      player_.Type(QString("学会%1").arg(i));
+      Enter();
+      player_.Type("理事");
+      Save();
+      stored.push_back(std::to_string(i) + "|" + year + "/1/1|学会" + std::to_string(i) + "|理事");
+    }
+    Step("第五条已保存，达到上限", kPosts, stored);
+    player_.Click("确定");
+  }
+
+  void Leave() {
+    OpenSet("基本信息");
+    player_.Click("删除");
+    Step("删除此人之前的询问", kBasicData, {kStored});
+    player_.Click("否");
+    OpenSet("近期工作");
+    player_.Type("耐旱水稻");
+    player_.Click("退出");
+    Step("退出之前的询问", "select count(*) from A15" + kThisPerson, {"0"});
+    player_.Click("否");
+  }
+
+  const Query& query_;
+  std::filesystem::path folder_;
+  int steps_ = 0;
+  Player player_;
+};
+
+}  // namespace
+
+bool PlayTour(IUserCtrl& component, const Query& query, const std::filesystem::path& folder) {
+  Tour tour(query, folder);
+  tour.Prepare();
+  tour.GetPlayer().Start();
+  const bool saved = component.ShowDossier();
+  const Player& player = tour.GetPlayer();
+  if (player.Failed()) {
+    std::cerr << player.Failure().toStdString() << "\n";
+    return false;
+  }
+  if (!player.Finished() || !saved) {
+    std::cerr << "演示没有播放完。\n";
+    return false;
+  }
+  return true;
+}
+
+}  // namespace dossierkit::host

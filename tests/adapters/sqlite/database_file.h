@@ -1,0 +1,47 @@
+// A database file of a test's own, gone with it.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "adapters/sqlite/sqlite_connection.h"
+
+namespace dossierkit::sqlite {
+
+class DatabaseFile {
+ public:
+  // A database with the tables that `script` makes.
+  explicit DatabaseFile(const std::string& script) {
+    folder_ = std::filesystem::path(testing::TempDir()) /
+              ("dossierkit-" + std::to_string(getpid()) + "-" +
+               testing::UnitTest::GetInstance()->current_test_info()->name());
+    std::filesystem::create_directories(folder_ / "数据库");
+    const auto memory = SqliteConnection::OpenInMemory({});
+    memory->RunScript(script);
+    Write("专家.db", memory->Bytes());
+  }
+  ~DatabaseFile() { std::filesystem::remove_all(folder_); }
+  DatabaseFile(const DatabaseFile&) = delete;
+  DatabaseFile& operator=(const DatabaseFile&) = delete;
+
+  std::string Path(const std::string& name = "专家.db") const { return (folder_ / "数据库" / name).string(); }
+
+  void Write(const std::string& name, const std::string& content) const {
+    std::ofstream(Path(name), std::ios::binary) << content;
+  }
+  std::string Read(const std::string& name = "专家.db") const {
+    std::ostringstream content;
+    content << std::ifstream(Path(name), std::ios::binary).rdbuf();
+    return content.str();
+  }
+
+ private:
+  std::filesystem::path folder_;
+};
+
+}  // namespace dossierkit::sqlite

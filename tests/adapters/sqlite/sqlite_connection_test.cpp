@@ -1,0 +1,171 @@
+#include "adapters/sqlite/sqlite_connection.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "platform/ado/recordset.h"
+#include "platform/environment/failure.h"
+#include "tests/adapters/sqlite/database_file.h"
+
+namespace dossierkit::sqlite {
+namespace {
+
+using environment::DateTime;
+using environment::Failure;
+using environment::Value;
+
+const char* const kPeople =
+    "create table A01(A00 varchar(36) collate nocase, A0101 varchar(20) collate nocase, A0199 integer);";
+
+template <typename Action>
+Failure FailureOf(Action action) {
+  try {
+    action();
+  } catch (const Failure& failure) {
+    return failure;
+  }
+  ADD_FAILURE() << "no failure";
+  return Failure(0, "");
+}
+
+TEST(SqliteConnection, OpensAFileWithAChineseName) {
+  const DatabaseFile file(kPeople);
+  SqliteConnection connection(file.Path());
+  EXPECT_TRUE(connection.IsOpen());
+  connection.Run("insert into A01(A00,A0101) values('P','王一')");
+  EXPECT_EQ(SqliteConnection(file.Path()).Execute("select a0101 from a01")->Fields(0), Value("王一"));
+}
+
+TEST(SqliteConnection, KeepsALogAndFlushesEveryCommit) {
+  const DatabaseFile file(kPeople);
+  const SqliteConnection connection(file.Path());
+  EXPECT_EQ(connection.Pragma("journal_mode"), "wal");
+  EXPECT_EQ(connection.Pragma("synchronous"), "2");
+}
+
+TEST(SqliteConnection, MissingFileIsToldAndNotMade) {
+  const DatabaseFile file(kPeople);
+  const Failure failure = FailureOf([&] { SqliteConnection connection(file.Path("没有.db")); });
+  EXPECT_EQ(failure.number(), environment::kEngineFailure);
+  EXPECT_EQ(failure.description(), "数据库文件不存在：" + file.Path("没有.db"));
+  EXPECT_FALSE(std::filesystem::exists(file.Path("没有.db")));
+}
+
+TEST(SqliteConnection, FilesThatAreNoDatabaseAreTold) {
+  const DatabaseFile file(kPeople);
+  file.Write("空.db", "");
+  file.Write("照片.db", std::string(5000, 'x'));
+  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("空.db")); })
+                  .description()
+                  .starts_with("文件不是数据库"));
+  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("照片.db")); })
+                  .description()
+                  .starts_with("文件不是数据库"));
+  EXPECT_TRUE(FailureOf([&] { SqliteConnection connection(file.Path("")); })
+                  .description()
+                  .starts_with("不是数据库，而是文件夹"));
+  EXPECT_EQ(file.Read("空.db"), "");
+}
+
+TEST(SqliteConnection, DamagedDatabaseIsTold) {
+  const DatabaseFile file(kPeople);
+  std::string bytes = file.Read();
+  ASSERT_GT(bytes.size(), 8000U);
+  bytes.replace(4096, 100, std::string(100, '\xFF'));
+  file.Write("坏.db", bytes);
+  SqliteConnection connection(file.Path("坏.db"));
+  EXPECT_TRUE(
+      FailureOf([&] { connection.Run("select * from A01"); }).description().starts_with("数据库已损坏"));
+}
+
+TEST(SqliteConnection, ClosedConnectionFailsEveryStatement) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->Close();
+  connection->Close();
+  EXPECT_FALSE(connection->IsOpen());
+  const Failure failure = FailureOf([&] { connection->Run("select 1 from t"); });
+  EXPECT_EQ(failure.number(), 3709);
+  EXPECT_EQ(failure.statement(), "select 1 from t");
+}
+
+TEST(SqliteConnection, MemoryIsACopyOfAFileThatIsInUse) {
+  const DatabaseFile file(kPeople);
+  // Leaves the mark of a log in the file.
+  SqliteConnection(file.Path()).Run("insert into A01(A00) values('P')");
+  const std::string before = file.Read();
+  const auto copy = SqliteConnection::OpenInMemory(before);
+  copy->Run("insert into A01(A00) values('Q')");
+  EXPECT_EQ(copy->Execute("select count(*) from A01")->Fields(0), Value(2));
+  EXPECT_EQ(file.Read(), before);
+  EXPECT_EQ(SqliteConnection::OpenInMemory(copy->Bytes())->Execute("select count(*) from A01")->Fields(0),
+            Value(2));
+}
+
+TEST(SqliteConnection, MemoryRefusesWhatIsNoDatabase) {
+  EXPECT_EQ(FailureOf([] { SqliteConnection::OpenInMemory(std::string(5000, 'x')); }).number(),
+            environment::kEngineFailure);
+}
+
+TEST(SqliteConnection, BadBytesOfAStoredTextAreReplaced) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->RunScript(std::string(kPeople) + "insert into A01(A0101) values(cast(x'61FF62' as text))");
+  EXPECT_EQ(connection->Execute("select a0101 from a01")->Fields(0), Value("a\xEF\xBF\xBD"
+                                                                           "b"));
+}
+
+TEST(SqliteConnection, TableThatAnotherProgramMadeAnewIsSeenAnew) {
+  const DatabaseFile file("create table t(a varchar(20))");
+  SqliteConnection connection(file.Path());
+  connection.Run("insert into t(a) values('1990年03月')");
+  SqliteConnection(file.Path()).RunScript("drop table t; create table t(a datetime)");
+  EXPECT_EQ(FailureOf([&] { connection.Run("insert into t(a) values('x')"); }).number(),
+            environment::kDataMismatch);
+  connection.Run("insert into t(a) values('1990年03月')");
+  EXPECT_EQ(connection.Execute("select a from t")->Fields(0), Value(DateTime{1990, 3, 1}));
+}
+
+TEST(SqliteConnection, NameInDoubleQuotesIsNeverAText) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->RunScript(kPeople);
+  EXPECT_EQ(FailureOf([&] { connection->RunScript("select \"nothing\" from A01"); }).number(),
+            environment::kUnknownName);
+}
+
+TEST(SqliteConnection, ConstraintsAndFailuresOfTriggersAreTold) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->RunScript("create table t(a integer not null)");
+  const Failure failure = FailureOf([&] { connection->Run("insert into t(a) values(null)"); });
+  EXPECT_TRUE(failure.description().starts_with("违反了数据库的约束")) << failure.description();
+  EXPECT_EQ(failure.statement(), "insert into t(a) values(null)");
+}
+
+TEST(SqliteConnection, StatementWithoutItsEndIsASyntaxError) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->RunScript(kPeople);
+  EXPECT_EQ(FailureOf([&] { connection->Run("select a00 from a01 where"); }).description(),
+            "SQL 语句语法错误：语句不完整。");
+  EXPECT_EQ(FailureOf([&] { connection->Run("select a00 from a01 where where a00=1"); }).description(),
+            "SQL 语句语法错误：“where”附近有错。");
+}
+
+TEST(SampleDatabase, AnswersTheMenuAndHoldsEveryCodeTable) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(SAMPLE_DATABASE, std::ios::binary).rdbuf();
+  const auto connection = SqliteConnection::OpenInMemory(bytes.str());
+  const auto sets =
+      connection->Execute("SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp");
+  EXPECT_GE(sets->RecordCount(), 15);
+  const auto fields = connection->Execute("select codetable from s_infoitem where codetable<>''");
+  ASSERT_GT(fields->RecordCount(), 0);
+  for (std::int32_t row = 1; row <= fields->RecordCount(); ++row) {
+    const std::string table = environment::TextOf(fields->ValueAt(row, 0));
+    EXPECT_GT(connection->Execute("select dmcod from " + table + " where dmattr =true ")->RecordCount(), 0)
+        << table;
+  }
+}
+
+}  // namespace
+}  // namespace dossierkit::sqlite

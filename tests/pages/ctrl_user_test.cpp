@@ -1,0 +1,475 @@
+// How the metadata and the values of a record reach the controls of a page, and where the focus goes.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "metadata/field_items.h"
+#include "metadata/loaders.h"
+#include "tests/support/visit.h"
+
+namespace dossierkit::tests {
+namespace {
+
+using environment::Failure;
+using environment::Value;
+
+constexpr toolkit::Color kLightBlue = 16572617;
+constexpr toolkit::Color kSystemWindow = 2147483653;
+
+// A field of the page of set A03, ready to be changed.
+class Filling : public ::testing::Test {
+ protected:
+  // Opens the page of A03 and hands the metadata of a record without values to `scene`.
+  void OnPage(const std::function<void(ctrlUser& page)>& scene) {
+    visit_.OpenPerson(kPerson, [&] {
+      visit_.GoTo("A03");
+      items_ = LoadFieldItems("A03");
+      scene(visit_.OnShow());
+    });
+  }
+  cFieldItem& Item(const std::string& key) { return *items_->Item(std::string_view(key)); }
+  toolkit::TextBox& Box() { return visit_.Text("A03_A0302"); }
+  toolkit::MaskEdBox& Month() { return visit_.Masked("A03_A0301"); }
+
+  Visit visit_;
+  std::shared_ptr<cFieldItems> items_;
+};
+
+TEST_F(Filling, ACodedFieldIsLightBlueAndShowsTheCaptionOfItsCode) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0303").Dmcod = "310";
+    Item("A03_A0303").Dmcpt = "某长";
+    page.setCtrl(items_);
+    EXPECT_EQ(visit_.Text("A03_A0303").BackColor(), kLightBlue);
+    EXPECT_EQ(visit_.Text("A03_A0303").Text(), "某长");
+    EXPECT_EQ(visit_.Text("A03_A0302").BackColor(), kSystemWindow);
+  });
+}
+
+TEST_F(Filling, ACodeWithoutACaptionIsShownItself) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0303").Dmcod = "310";
+    page.setCtrl(items_);
+    EXPECT_EQ(visit_.Text("A03_A0303").Text(), "310");
+  });
+}
+
+TEST_F(Filling, AnUnsetValueIsAnEmptyText) {
+  OnPage([&](ctrlUser& page) {
+    page.setCtrl(items_);
+    EXPECT_EQ(Box().Text(), "");
+    EXPECT_EQ(Month().Text(), "____年__月");
+  });
+}
+
+TEST_F(Filling, ColourFollowsTheMetadataOfEachFill) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0302").CodeTable = "GB6864";
+    page.setCtrl(items_);
+    EXPECT_EQ(Box().BackColor(), kLightBlue);
+    Item("A03_A0302").CodeTable = "";
+    page.setCtrl(items_);
+    EXPECT_EQ(Box().BackColor(), kSystemWindow);
+  });
+}
+
+TEST_F(Filling, LengthIsLimitedForTheTwoTypesWithACapitalAlone) {
+  OnPage([&](ctrlUser& page) {
+    cFieldItem& item = Item("A03_A0302");
+    const auto limit = [&](const char* type, const char* length, const char* codes) {
+      item.FieldType = type;
+      item.FieldLength = length;
+      item.CodeTable = codes;
+      page.setCtrl(items_);
+      return Box().MaxLength();
+    };
+    EXPECT_EQ(limit("Varchar", "120", ""), 120U);
+    EXPECT_EQ(limit("Ntext", "500", ""), 500U);
+    EXPECT_EQ(limit("Varchar", "", ""), 0U);
+    EXPECT_EQ(limit("Varchar", "120", "GB6864"), 0U);
+    EXPECT_EQ(limit("int", "5", ""), 0U);
+    EXPECT_EQ(limit("Varchar", "0", ""), 0U);
+  });
+}
+
+TEST_F(Filling, RequiredTypesInOtherLettersSetNoLimit) {
+  OnPage([&](ctrlUser& page) {
+    cFieldItem& item = Item("A03_A0302");
+    item.FieldLength = "120";
+    for (const char* type : {"varchar", "ntext", "VARCHAR", "NTEXT", "NText"}) {
+      item.FieldType = type;
+      Box().SetMaxLength(7);
+      page.setCtrl(items_);
+      EXPECT_EQ(Box().MaxLength(), 0U) << type;
+    }
+  });
+}
+
+TEST_F(Filling, ALengthThatIsNoNumberFails) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0302").FieldLength = "viele";
+    EXPECT_THROW(page.setCtrl(items_), Failure);
+    Item("A03_A0302").FieldLength = "40000";
+    EXPECT_THROW(page.setCtrl(items_), Failure);
+  });
+}
+
+TEST_F(Filling, ALengthThatIsNoNumberIsNotReadForAnUnlimitedField) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0302").FieldLength = "viele";
+    Item("A03_A0302").FieldType = "varchar";
+    EXPECT_NO_THROW(page.setCtrl(items_));
+  });
+}
+
+TEST_F(Filling, AMaskedDateIsFormattedByTheControlsOwnFormat) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0301").FieldType = "DateTime";
+    Item("A03_A0301").Dmcod = environment::DateTime{1990, 3, 5};
+    page.setCtrl(items_);
+    EXPECT_EQ(Month().Text(), "1990年03月");
+    Item("A03_A0301").Dmcod = "1985-12-01";
+    page.setCtrl(items_);
+    EXPECT_EQ(Month().Text(), "1985年12月");
+  });
+}
+
+TEST_F(Filling, AMaskedTextOrNumberIsShownAsItIs) {
+  OnPage([&](ctrlUser& page) {
+    for (const char* type : {"varchar", "Varchar", "int", "INT"}) {
+      Item("A03_A0301").FieldType = type;
+      Item("A03_A0301").Dmcod = "";
+      page.setCtrl(items_);
+      Item("A03_A0301").Dmcod = "2001年07月";
+      page.setCtrl(items_);
+      EXPECT_EQ(Month().Text(), "2001年07月") << type;
+    }
+  });
+}
+
+TEST_F(Filling, AMaskedFieldOfAnotherTypeIsLeftAlone) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0301").FieldType = "varchar";
+    Item("A03_A0301").Dmcod = "2001年07月";
+    page.setCtrl(items_);
+    Item("A03_A0301").Dmcod = "1990年01月";
+    for (const char* type : {"ntext", "bit", "", "money"}) {
+      Item("A03_A0301").FieldType = type;
+      page.setCtrl(items_);
+      EXPECT_EQ(Month().Text(), "2001年07月") << type;
+    }
+  });
+}
+
+TEST_F(Filling, AnEmptyMaskedFieldOfAnyTypeShowsItsBlankMask) {
+  OnPage([&](ctrlUser& page) {
+    for (const char* type : {"datetime", "varchar", "ntext"}) {
+      Month().SetText("2001年07月");
+      Item("A03_A0301").FieldType = type;
+      Item("A03_A0301").Dmcod = "";
+      page.setCtrl(items_);
+      EXPECT_EQ(Month().Text(), "____年__月") << type;
+    }
+  });
+}
+
+TEST_F(Filling, CaptionsComeFromTheMetadataAndRequiredOnesAreBold) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0302").ItemDesc = "单位 名称";
+    Item("A03_A0302").IsNUll = false;
+    Item("A03_A0304").IsNUll = true;
+    page.setCtrl(items_);
+    const auto& label = *visit_.user.Find<toolkit::Label>("A03_A0302_c");
+    EXPECT_EQ(label.Caption(), "单位 名称");
+    EXPECT_TRUE(label.FontBold());
+    EXPECT_FALSE(visit_.user.Find<toolkit::Label>("A03_A0304_c")->FontBold());
+  });
+}
+
+TEST_F(Filling, NeverLeavesTheMarkOfEdits) {
+  OnPage([&](ctrlUser& page) {
+    visit_.user.Type("2");
+    EXPECT_TRUE(page.WhInfo().IsChange);
+    Item("A03_A0302").Dmcod = "别的单位";
+    page.setCtrl(items_);
+    EXPECT_FALSE(page.WhInfo().IsChange);
+  });
+}
+
+TEST_F(Filling, AFieldWithoutItsMetadataFailsAndNoEditIsNoticedAnyMore) {
+  OnPage([&](ctrlUser& page) {
+    items_->remove("A03_A0304");
+    try {
+      page.setCtrl(items_);
+      ADD_FAILURE() << "a field without metadata was filled";
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.number(), environment::kInvalidCall);
+    }
+    visit_.user.Type("1");
+    EXPECT_FALSE(page.WhInfo().IsChange);
+  });
+}
+
+TEST_F(Filling, MetadataWithoutAControlIsNotShown) {
+  OnPage([&](ctrlUser& page) {
+    auto extra = std::make_shared<cFieldItem>();
+    items_->Add(extra, "A03_A0398");
+    EXPECT_NO_THROW(page.setCtrl(items_));
+  });
+}
+
+TEST_F(Filling, TheKeyIsTheNameWithoutItsLastTwoCharacters) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0301A").Dmcod = "2003-06-01";
+    page.setCtrl(items_);
+    EXPECT_EQ(visit_.Masked("A03_A0301A").Text(), "2003年06月");
+    EXPECT_EQ(Month().Text(), "____年__月");
+  });
+}
+
+TEST_F(Filling, NothingBeforeTheFirstFillMarksTheRecordAsEdited) {
+  OnPage([&](ctrlUser&) {
+    const auto page = visit_.Window().LoadUCtrl("ctrlUserA03");
+    visit_.Text("A03_A0302").SetText("x");
+    EXPECT_FALSE(page->WhInfo().IsChange);
+    page->setCtrl(items_);
+    visit_.Text("A03_A0302").SetText("y");
+    EXPECT_TRUE(page->WhInfo().IsChange);
+  });
+}
+
+// The page of A12 with a check box, and a list box with the ending of a value, added to its design.
+class PageWithACheckBox : public ctrlUser {
+ public:
+  explicit PageWithACheckBox(const std::string& name) : ctrlUser(name, *FindPageDesign("A12")) {
+    Controls().Make<toolkit::CheckBox>("A12_A1202_v");
+    Controls().Make<toolkit::CommandButton>("A12_A1203_v");
+    Controls().Make<toolkit::CheckBox>("A12_A1204_c");
+  }
+};
+
+class CheckBoxes : public ::testing::Test {
+ protected:
+  void OnPage(const std::function<void(DossierPage&, toolkit::CheckBox&)>& scene) {
+    visit_.desktop.RegisterClass("DossierKit.ctrlUserA12",
+                                 [](const std::string& name) { return std::make_shared<PageWithACheckBox>(name); });
+    visit_.OpenPerson(kPerson, [&] {
+      const auto page = visit_.Window().LoadUCtrl("ctrlUserA12");
+      items_ = LoadFieldItems("A12");
+      item_ = std::make_shared<cFieldItem>();
+      item_->FieldType = "bit";
+      auto added = item_;
+      items_->Add(added, "A12_A1202");
+      page->SetFieldItems(items_);
+      scene(*page, *visit_.user.Find<toolkit::CheckBox>("A12_A1202_v"));
+    });
+  }
+
+  Visit visit_;
+  std::shared_ptr<cFieldItems> items_;
+  std::shared_ptr<cFieldItem> item_;
+};
+
+TEST_F(CheckBoxes, AreOffForFalseZeroAndNothingAndElseOn) {
+  OnPage([&](DossierPage& page, toolkit::CheckBox& box) {
+    for (const Value& off : {Value(false), Value(0), Value(""), Value("0"), Value("False"), Value()}) {
+      box.SetValue(1);
+      item_->Dmcod = off;
+      page.setCtrl(items_);
+      EXPECT_EQ(box.Value(), 0) << environment::TextOf(off);
+    }
+    for (const Value& on : {Value(true), Value(1), Value(-1), Value("1"), Value("True"), Value("是")}) {
+      box.SetValue(0);
+      item_->Dmcod = on;
+      page.setCtrl(items_);
+      EXPECT_EQ(box.Value(), 1) << environment::TextOf(on);
+    }
+  });
+}
+
+TEST_F(CheckBoxes, AChangeOfOneDoesNotMarkTheRecordAsEdited) {
+  OnPage([&](DossierPage& page, toolkit::CheckBox& box) {
+    page.setCtrl(items_);
+    visit_.user.Click("A12_A1202_v");
+    EXPECT_EQ(box.Value(), 1);
+    EXPECT_FALSE(page.WhInfo().IsChange);
+  });
+}
+
+TEST_F(CheckBoxes, ControlsOfAnotherKindNeedNoMetadata) {
+  OnPage([&](DossierPage& page, toolkit::CheckBox&) { EXPECT_NO_THROW(page.setCtrl(items_)); });
+}
+
+// --- the photograph -------------------------------------------------------------------------------
+
+class Photograph : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = std::filesystem::temp_directory_path() /
+              ("dossierkit-pages-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    std::filesystem::create_directories(folder_);
+    visit_.component.PhotoPath = folder_.string();
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+  void Write(const std::string& bytes) {
+    std::ofstream(folder_ / (kPerson + ".jpg"), std::ios::binary) << bytes;
+  }
+  const toolkit::Picture& Shown() { return visit_.user.Find<toolkit::Image>("imgPerson")->GetPicture(); }
+
+  std::filesystem::path folder_;
+  Visit visit_;
+};
+
+TEST_F(Photograph, IsShownWhereItsFileExists) {
+  Write("\xFF\xD8pixels\xFF\xD9");
+  visit_.OpenPerson(kPerson, [&] {
+    ASSERT_FALSE(Shown().Empty());
+    EXPECT_EQ(Shown().bytes->size(), 10U);
+  });
+}
+
+TEST_F(Photograph, WithoutItsFileWhatWasThereStays) {
+  visit_.OpenPerson(kPerson, [&] { EXPECT_TRUE(Shown().Empty()); });
+  Write("\xFF\xD8pixels\xFF\xD9");
+  visit_.OpenPerson(kPerson, [&] {
+    std::filesystem::remove(folder_ / (kPerson + ".jpg"));
+    visit_.OnShow().setCtrl(visit_.OnShow().FieldItems());
+    EXPECT_FALSE(Shown().Empty());
+  });
+}
+
+TEST_F(Photograph, AFileThatIsNoPictureFailsTheVisit) {
+  Write("no picture");
+  EXPECT_THROW(visit_.OpenPerson(kPerson, [] { FAIL() << "the window came up"; }), Failure);
+  EXPECT_FALSE(visit_.Window().Loaded());
+  EXPECT_TRUE(visit_.Messages().empty());
+}
+
+// --- focus and help -------------------------------------------------------------------------------
+
+TEST(FocusOfAPage, StandsInTheFirstFieldOfEveryPage) {
+  Visit visit;
+  visit.OpenPerson(kPerson, [&] {
+    const std::vector<std::pair<std::string, std::string>> first = {
+        {"A01", "A01_A0101_v"}, {"A02", "A02_A0201_v"}, {"A03", "A03_A0301_v"}, {"A04", "A04_A0401_v"},
+        {"A05", "A05_A0501_v"}, {"A06", "A06_A0601_v"}, {"A08", "A08_A0801_v"}, {"A09", "A09_A0901_v"},
+        {"A10", "A10_A1001_v"}, {"A11", "A11_A1101_v"}, {"A12", "A12_A1201_v"}, {"A13", "A13_A1302_v"},
+        {"A14", "A14_A1401_v"}, {"A15", "A15_A1501_v"}, {"A21", "A21_A2111_v"}, {"B01", "B01_B0101_v"}};
+    for (const auto& [set, field] : first) {
+      visit.GoTo(set);
+      EXPECT_EQ(visit.Focus(), field);
+    }
+  });
+}
+
+TEST(FocusOfAPage, GoesToTheLowestTabIndexWhateverTheOrderOfTheControls) {
+  class Reversed : public ctrlUser {
+   public:
+    explicit Reversed(const std::string& name) : ctrlUser(name, *FindPageDesign("A04")) {
+      Controls().Find("A04_A0404_v")->SetTabIndex(-5);
+    }
+  };
+  Visit visit;
+  visit.desktop.RegisterClass("DossierKit.ctrlUserA04",
+                              [](const std::string& name) { return std::make_shared<Reversed>(name); });
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    EXPECT_EQ(visit.Focus(), "A04_A0404_v");
+  });
+}
+
+TEST(FocusOfAPage, AFieldThatCannotTakeItIsNoFailure) {
+  class Disabled : public ctrlUser {
+   public:
+    explicit Disabled(const std::string& name) : ctrlUser(name, *FindPageDesign("A04")) {
+      Controls().Find("A04_A0401_v")->SetEnabled(false);
+    }
+  };
+  Visit visit;
+  visit.desktop.RegisterClass("DossierKit.ctrlUserA04",
+                              [](const std::string& name) { return std::make_shared<Disabled>(name); });
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    visit.user.ClickRow(2);
+    EXPECT_EQ(visit.OnShow().WhInfo().id, 2);
+  });
+  EXPECT_TRUE(visit.Messages().empty());
+}
+
+TEST(FocusOfAPage, ShowComesOnceForEachPage) {
+  static int shows = 0;
+  class Counting : public ctrlUser {
+   public:
+    explicit Counting(const std::string& name) : ctrlUser(name, *FindPageDesign("A04")) {}
+    void UserControl_Show() override {
+      ++shows;
+      ctrlUser::UserControl_Show();
+    }
+  };
+  shows = 0;
+  Visit visit;
+  visit.desktop.RegisterClass("DossierKit.ctrlUserA04",
+                              [](const std::string& name) { return std::make_shared<Counting>(name); });
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    EXPECT_EQ(shows, 1);
+    visit.user.ClickRow(2);
+    visit.user.Tab();
+    visit.user.Press('N', toolkit::kCtrl);
+    EXPECT_EQ(shows, 1);
+    visit.GoTo("A04");
+    EXPECT_EQ(shows, 2);
+  });
+}
+
+TEST(HelpText, FollowsTheFieldWithTheFocus) {
+  Visit visit;
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A03");
+    EXPECT_EQ(visit.Caption("labExplain"), "填写到任的年月，例如：1996年08月。");
+    visit.user.Tab();
+    EXPECT_EQ(visit.Caption("labExplain"), "填写离任的年月，仍在任的不填，例如：2003年06月。");
+    visit.user.ClickRow(1);
+    EXPECT_EQ(visit.Caption("labExplain"), "填写到任的年月，例如：1996年08月。");
+    visit.user.BackTab();
+    EXPECT_EQ(visit.Focus(), "VMenu1");
+    EXPECT_EQ(visit.Caption("labExplain"), "");
+  });
+}
+
+TEST(CaretStep, PutsTheCaretOfAMaskAtItsStartOnTwelvePages) {
+  Visit visit;
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A03");
+    visit.Masked("A03_A0301A").Select(3, 2);
+    visit.user.Tab();
+    EXPECT_EQ(visit.Focus(), "A03_A0301A_v");
+    EXPECT_EQ(visit.Masked("A03_A0301A").SelStart(), 0U);
+    EXPECT_EQ(visit.Masked("A03_A0301A").SelLength(), 0U);
+  });
+}
+
+TEST(CaretStep, IsNotMadeOnTheOtherPages) {
+  class WithMask : public ctrlUser {
+   public:
+    explicit WithMask(const std::string& name) : ctrlUser(name, *FindPageDesign("A12")) {
+      const auto box = Controls().Make<toolkit::MaskEdBox>("A12_A1299_m");
+      box->SetMask("####");
+      box->SetTabIndex(900);
+    }
+  };
+  Visit visit;
+  visit.desktop.RegisterClass("DossierKit.ctrlUserA12",
+                              [](const std::string& name) { return std::make_shared<WithMask>(name); });
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A12");
+    visit.user.Find<toolkit::MaskEdBox>("A12_A1299_m")->Select(2, 1);
+    visit.user.Tab();
+    EXPECT_EQ(visit.Focus(), "A12_A1299_m");
+    EXPECT_EQ(visit.user.Find<toolkit::MaskEdBox>("A12_A1299_m")->SelStart(), 2U);
+  });
+}
+
+}  // namespace
+}  // namespace dossierkit::tests

@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/ado/failing_connection.h"
+#include "platform/ado/recordset.h"
+#include "platform/ado/tracing_connection.h"
+#include "platform/environment/failure.h"
+
+namespace dossierkit::ado {
+namespace {
+
+// Two rows for each statement, a failure for "bad".
+class Recorder : public Connection {
+ public:
+  bool IsOpen() const override { return true; }
+  Snapshot Run(const std::string& statement) override {
+    if (statement == "bad") throw environment::Failure(7, "坏", statement);
+    statements.push_back(statement);
+    Snapshot rows;
+    rows.AddColumn({"x", ColumnKind::kInteger, {}});
+    rows.AppendInteger(1);
+    rows.AppendInteger(2);
+    return rows;
+  }
+  std::vector<std::string> statements;
+};
+
+TEST(UnopenedConnection, FailsEveryStatement) {
+  UnopenedConnection connection;
+  EXPECT_FALSE(connection.IsOpen());
+  try {
+    connection.Execute("select 1");
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.number(), 3709);
+    EXPECT_EQ(failure.statement(), "select 1");
+  }
+}
+
+TEST(TracingConnection, TellsOfEachStatementAndItsRows) {
+  std::vector<Trace> traces;
+  TracingConnection connection(std::make_shared<Recorder>(),
+                               [&](const Trace& trace) { traces.push_back(trace); });
+  EXPECT_TRUE(connection.IsOpen());
+  EXPECT_EQ(connection.Execute("good")->RecordCount(), 2);
+  EXPECT_THROW(connection.Run("bad"), environment::Failure);
+  ASSERT_EQ(traces.size(), 2U);
+  EXPECT_EQ(traces[0].statement, "good");
+  EXPECT_EQ(traces[0].rows, 2U);
+  EXPECT_GE(traces[0].milliseconds, 0);
+  EXPECT_EQ(traces[0].error, "");
+  EXPECT_EQ(traces[1].statement, "bad");
+  EXPECT_EQ(traces[1].error, "坏");
+}
+
+TEST(FailingConnection, FailsInsteadOfTheChosenStatementOnce) {
+  const auto recorder = std::make_shared<Recorder>();
+  FailingConnection connection(recorder);
+  connection.Run("before");
+  connection.FailAt(2, 5, "故障");
+  connection.Run("a");
+  try {
+    connection.Run("b");
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.number(), 5);
+    EXPECT_EQ(failure.description(), "故障");
+    EXPECT_EQ(failure.statement(), "b");
+  }
+  EXPECT_TRUE(connection.HasFailed());
+  connection.Run("c");
+  EXPECT_EQ(recorder->statements, (std::vector<std::string>{"before", "a", "c"}));
+  EXPECT_EQ(connection.Count(), 3U);
+}
+
+TEST(FailingConnection, CountsOnlyChosenStatements) {
+  FailingConnection connection(std::make_shared<Recorder>());
+  connection.FailAt(1, 5, "故障",
+                    [](const std::string& statement) { return statement.starts_with("delete"); });
+  connection.Run("select");
+  EXPECT_FALSE(connection.HasFailed());
+  EXPECT_THROW(connection.Run("delete"), environment::Failure);
+}
+
+TEST(FailingConnection, RunsEverythingUntilToldOtherwise) {
+  FailingConnection connection(std::make_shared<Recorder>());
+  for (int i = 0; i < 5; ++i) connection.Run("x");
+  connection.FailAt(0);
+  connection.Run("x");
+  EXPECT_FALSE(connection.HasFailed());
+}
+
+}  // namespace
+}  // namespace dossierkit::ado
