@@ -21,7 +21,8 @@ void GridModel::Reset() {
   rows_ = grid_->RowCount();
   columns_ = static_cast<int>(grid_->ColumnCount());
   headings_.clear();
-  for (std::size_t column = 0; column < grid_->ColumnCount(); ++column) headings_ << ToQString(grid_->Heading(column));
+  for (std::size_t column = 0; column < grid_->ColumnCount(); ++column)
+    headings_ << ToQString(grid_->Heading(column));
   endResetModel();
 }
 
@@ -43,7 +44,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal) return {};
   if (role == Qt::FontRole) return head_font_;
-  if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
+  if (role == Qt::TextAlignmentRole)
+    return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
   return role == Qt::DisplayRole ? headings_.value(section) : QVariant();
 }
 
