@@ -15,7 +15,7 @@ fs::path SampleDatabase() { return ProgramFolder().parent_path() / "share" / "sa
 fs::path WorkingPhotos() { return ProgramFolder().parent_path() / "var" / "photos"; }
 
 fs::path WorkingDatabase() {
-  const fs::path working = ProgramFolder().parent_path() / "var" / "dossier.db";
+  fs::path working = ProgramFolder().parent_path() / "var" / "dossier.db";
   std::error_code error;
   fs::create_directories(working.parent_path(), error);
   if (!fs::exists(working)) CreateSample(working);

@@ -27,8 +27,8 @@ class frmDossier : public DossierWindow {
   // Drops the page on show and puts a new one of that class, as in ctrlUserA05, in its place. Throws
   // 731 where there is no such class.
   std::shared_ptr<DossierPage> LoadUCtrl(const std::string& uctrlName);
-  // Fills a new page: operation record, metadata, sort order, then form or list.
-  void IniUCtrl(DossierPage& ctrl, const std::string& TabId, std::int32_t DealType);
+  // Fills a new page: operation record, metadata, sort order, then form or list. `mode` is a DealType.
+  void IniUCtrl(DossierPage& ctrl, const std::string& TabId, std::int32_t mode);
   bool Save(DossierPage& ctrl) override;
   void SetState(std::int32_t DealType, const std::string& OptType);  // required: does nothing
   // The page on show, or nullptr.

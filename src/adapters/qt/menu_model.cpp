@@ -87,7 +87,7 @@ void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   int left = row.left() + metrics_.Scaled(kStripe + kGap);
   if (model_.AnyIcon()) {
     const int side = metrics_.Scaled(kIconSize);
-    const QIcon icon = index.data(Qt::DecorationRole).value<QIcon>();
+    const auto icon = index.data(Qt::DecorationRole).value<QIcon>();
     const QRect place(left, row.top() + (row.height() - side) / 2, side, side);
     if (!icon.isNull())
       icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);

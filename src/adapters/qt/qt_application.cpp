@@ -164,7 +164,7 @@ bool QtApplication::ClickMnemonic(toolkit::Form& form, char letter) {
 void QtApplication::SyncFocus(toolkit::Form& form) {
   auto* window = static_cast<WidgetView*>(form.GetView());
   if (!window || !window->Widget()) return;
-  const auto focus = form.ActiveControl();
+  const auto& focus = form.ActiveControl();
   auto* view = focus ? static_cast<WidgetView*>(focus->GetView()) : nullptr;
   QWidget* target = view ? view->FocusWidget() : nullptr;
   if (target && (!target->isEnabled() || !target->isVisibleTo(window->Widget()))) target = nullptr;

@@ -55,7 +55,7 @@ struct QtPlatform::Parts {
   }
 };
 
-QtPlatform::QtPlatform(QtOptions options) {
+QtPlatform::QtPlatform(const QtOptions& options) {
   const std::string share_folder = ShareFolder(options.share_folder);
   std::unique_ptr<QtApplication> application;
   if (!QCoreApplication::instance()) {
@@ -123,7 +123,7 @@ std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
   application.RunUntil([&] { return answered; });
   const QStringList chosen = dialog->selectedFiles();
   const bool accepted = dialog->result() == QDialog::Accepted && !chosen.isEmpty();
-  const std::string path = accepted ? ToUtf8(chosen.first()) : std::string();
+  std::string path = accepted ? ToUtf8(chosen.first()) : std::string();
   dialog->hide();
   application.ReactivateTop();
   return path;

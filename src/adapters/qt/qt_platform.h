@@ -17,7 +17,7 @@ struct QtOptions {
 // its own, must end before the first.
 class QtPlatform : public toolkit::Platform {
  public:
-  explicit QtPlatform(QtOptions options = {});
+  explicit QtPlatform(const QtOptions& options = {});
   ~QtPlatform() override;
 
   std::unique_ptr<toolkit::View> CreateView(toolkit::Control& control) override;

@@ -15,7 +15,6 @@ namespace {
 
 using ado::ColumnKind;
 using environment::MakeFailure;
-using environment::Value;
 
 std::string CoerceDate(std::string_view text) {
   const auto date = environment::ParseDate(text);
