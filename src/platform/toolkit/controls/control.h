@@ -168,6 +168,7 @@ class Control : public std::enable_shared_from_this<Control> {
   friend class Form;
   friend class UserControl;
   virtual void OnRemoved();
+  virtual void OnFocus() {}  // the focus came here; GotFocus follows
   virtual void CreateViews();  // this one's and those of what it owns
   virtual void DestroyViews();
 
