@@ -1,4 +1,4 @@
-#include "tests/platform/toolkit/picker_form.h"
+#include "tests/platform/toolkit/picker_test.h"
 
 namespace dossierkit::toolkit {
 namespace {
