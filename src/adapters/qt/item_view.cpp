@@ -73,7 +73,8 @@ void ItemView::ShowStyle() {
     palette.setColor(group, QPalette::Base, ColorOf(GetControl().BackColor()));
     palette.setColor(group, QPalette::Text, ColorOf(GetControl().ForeColor()));
   }
-  palette.setColor(QPalette::Inactive, QPalette::Highlight, palette.color(QPalette::Active, QPalette::Highlight));
+  palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                   palette.color(QPalette::Active, QPalette::Highlight));
   if (native_->palette() != palette) native_->setPalette(palette);
 }
 

@@ -60,7 +60,8 @@ ListBoxView::~ListBoxView() {
 }
 
 int ListBoxView::RowAt(int x, int y) const {
-  const QPoint at = native_->viewport()->mapFrom(native_, QPoint(GetMetrics().Pixels(x), GetMetrics().Pixels(y)));
+  const QPoint at =
+      native_->viewport()->mapFrom(native_, QPoint(GetMetrics().Pixels(x), GetMetrics().Pixels(y)));
   return native_->viewport()->rect().contains(at) ? native_->indexAt(at).row() : -1;
 }
 

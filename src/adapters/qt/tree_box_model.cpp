@@ -76,7 +76,8 @@ QVariant TreeBoxModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole: return ToQString(tree_->Nodes().TextOf(node));
     case Qt::ForegroundRole: return ColorOf(tree_->Nodes().ColorOf(node));
     // What does not fit can be read all the same.
-    case Qt::ToolTipRole: return ToQString(tree_->ToolTipText().empty() ? tree_->Nodes().TextOf(node) : tree_->ToolTipText());
+    case Qt::ToolTipRole:
+      return ToQString(tree_->ToolTipText().empty() ? tree_->Nodes().TextOf(node) : tree_->ToolTipText());
     default: return {};
   }
 }

@@ -76,8 +76,10 @@ TreeBoxView::TreeBoxView(ViewContext& context, toolkit::TreeView& tree)
   native_->setTextElideMode(Qt::ElideRight);
   native_->setModel(model_);
   Listen();
-  QObject::connect(native_, &QTreeView::expanded, Hub(), [this](const QModelIndex& index) { NativeFolded(index, true); });
-  QObject::connect(native_, &QTreeView::collapsed, Hub(), [this](const QModelIndex& index) { NativeFolded(index, false); });
+  QObject::connect(native_, &QTreeView::expanded, Hub(),
+                   [this](const QModelIndex& index) { NativeFolded(index, true); });
+  QObject::connect(native_, &QTreeView::collapsed, Hub(),
+                   [this](const QModelIndex& index) { NativeFolded(index, false); });
 }
 
 TreeBoxView::~TreeBoxView() {

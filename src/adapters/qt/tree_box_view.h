@@ -36,7 +36,7 @@ class TreeBoxView : public ItemView {
 
   toolkit::TreeView& tree_;
   QTreeView* native_;
-  TreeBoxModel* model_;  // owned by the native widget
+  TreeBoxModel* model_;     // owned by the native widget
   std::vector<char> open_;  // nodes, as the native widget shows them
   unsigned foldings_ = 0;   // of the model, as shown
 };
