@@ -85,7 +85,13 @@ void DeleteWalk(benchmark::State& state) {
   state.counters["us_per_row"] = samples.Median() * 1000 / rows;
   state.counters["peak_MiB"] = PeakResidentMebibytes();
 }
-BENCHMARK(DeleteWalk)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(DeleteWalk)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Arg(1'000'000)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace dossierkit::bench

@@ -17,7 +17,8 @@ class KeepingReporter : public benchmark::ConsoleReporter {
 
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
-      for (const auto& [name, counter] : run.counters) counters_[run.run_name.function_name + "/" + run.run_name.args][name] = counter.value;
+      for (const auto& [name, counter] : run.counters)
+        counters_[run.run_name.function_name + "/" + run.run_name.args][name] = counter.value;
     }
     ConsoleReporter::ReportRuns(runs);
   }

@@ -38,7 +38,8 @@ void ShowToFirstPage(benchmark::State& state) {
     double milliseconds = 0;
     visit.Open([&] {
       Paint();
-      milliseconds = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+      milliseconds =
+          std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     });
     samples.Add(milliseconds);
     state.SetIterationTime(milliseconds / 1000);

@@ -58,7 +58,8 @@ Start StartProgram(const std::string& database) {
   };
   const pid_t process = fork();
   if (process == 0) {
-    execl(DOSSIER_PROGRAM, DOSSIER_PROGRAM, "--database", database.c_str(), "--person", kPerson.c_str(), nullptr);
+    execl(DOSSIER_PROGRAM, DOSSIER_PROGRAM, "--database", database.c_str(), "--person", kPerson.c_str(),
+          nullptr);
     _exit(127);
   }
   while (!PageIsPainted()) {

@@ -28,8 +28,9 @@ std::string FileOf(const std::string& connection) {
     if (name == "database") file = part.substr(equals + 1);
   }
   if ((driver != "sqlite3" && driver != "sqlite") || file.empty()) {
-    throw Failure(environment::kInvalidCall,
-                  "连接字符串“" + connection + "”不能使用，请写成 Driver=SQLite3;Database=数据库文件 的形式。");
+    throw Failure(
+        environment::kInvalidCall,
+        "连接字符串“" + connection + "”不能使用，请写成 Driver=SQLite3;Database=数据库文件 的形式。");
   }
   return file;
 }
@@ -45,12 +46,14 @@ std::shared_ptr<ado::Connection> Open(const std::string& file) {
 
 // A database without the tables that every visit reads is refused before a window opens.
 void RequireSchema(ado::Connection& connection, const std::string& name) {
-  for (const char* table : {"s_infotable", "s_infoitem", "s_CodeTableDefine", "s_CodeLevDefine", "S_GUID", "a01"}) {
+  for (const char* table :
+       {"s_infotable", "s_infoitem", "s_CodeTableDefine", "s_CodeLevDefine", "S_GUID", "a01"}) {
     try {
       connection.Execute(std::string("select count(*) from ") + table);
     } catch (const Failure& failure) {
-      throw Failure(failure.number(), "数据库 " + name + " 不能使用（读取表 " + table + " 失败：" + failure.description() +
-                                          "），请选择人员档案数据库，或用 dossier create-sample 建立示例数据库。");
+      throw Failure(failure.number(),
+                    "数据库 " + name + " 不能使用（读取表 " + table + " 失败：" + failure.description() +
+                        "），请选择人员档案数据库，或用 dossier create-sample 建立示例数据库。");
     }
   }
 }
@@ -89,7 +92,8 @@ std::shared_ptr<ado::Connection> OpenDatabase(const Options& options) {
   RequireSchema(*connection, file);
   if (options.trace_file.empty()) return connection;
   const auto trace = std::make_shared<TraceFile>(options.trace_file);
-  return std::make_shared<ado::TracingConnection>(connection, [trace](const ado::Trace& line) { trace->Write(line); });
+  return std::make_shared<ado::TracingConnection>(connection,
+                                                  [trace](const ado::Trace& line) { trace->Write(line); });
 }
 
 }  // namespace dossierkit::host

@@ -1,9 +1,8 @@
 // dossier: the demo host.
+#include <QApplication>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
-
-#include <QApplication>
 
 #include "adapters/qt/qt_platform.h"
 #include "host/database.h"
@@ -12,6 +11,7 @@
 #include "host/people_window.h"
 #include "host/tour/tour.h"
 #include "platform/ado/recordset.h"
+#include "platform/ado/tracing_connection.h"
 #include "shell/component.h"
 #include "shell/i_user_ctrl.h"
 
@@ -36,6 +36,13 @@ bool ShowVisit(const std::shared_ptr<ado::Connection>& connection, const Options
   return MakeComponent(connection, options).ShowDossier();
 }
 
+// Between two statements of a long command the pointer may become a busy one.
+std::shared_ptr<ado::Connection> WithBusyPointer(std::shared_ptr<ado::Connection> connection,
+                                                 qt::QtPlatform& platform) {
+  return std::make_shared<ado::TracingConnection>(std::move(connection),
+                                                  [&platform](const ado::Trace&) { platform.Tick(); });
+}
+
 // The tour starts from a fresh copy of the sample database, unless a database was named.
 int RunTour(Options options) {
   std::filesystem::create_directories(options.folder);
@@ -43,8 +50,9 @@ int RunTour(Options options) {
     options.database = (std::filesystem::path(options.folder) / "tour.db").string();
     CreateSample(options.database);
   }
-  const auto connection = OpenDatabase(options);
+  const auto database = OpenDatabase(options);
   qt::QtPlatform platform;
+  const auto connection = WithBusyPointer(database, platform);
   const Component component(platform, ProgramFolder().string());
   options.operation_type = 0;
   IUserCtrl dossier = MakeComponent(connection, options);
@@ -77,7 +85,8 @@ void ShowPeople(const std::shared_ptr<ado::Connection>& connection, const Option
 
 // Windows need a display; the tour can do without.
 void ChooseDisplay(const Options& options) {
-  const bool display = std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
+  const bool display =
+      std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
   if (!display && options.action == Options::Action::kTour) setenv("QT_QPA_PLATFORM", "offscreen", 1);
 }
 
@@ -92,8 +101,9 @@ int Run(const Options& options) {
   }
   ChooseDisplay(options);
   if (options.action == Options::Action::kTour) return RunTour(options);
-  const auto connection = OpenDatabase(options);
+  const auto database = OpenDatabase(options);
   qt::QtPlatform platform;
+  const auto connection = WithBusyPointer(database, platform);
   const Component component(platform, ProgramFolder().string());
   if (options.action == Options::Action::kPeople) {
     ShowPeople(connection, options);

@@ -29,8 +29,9 @@ void CreateSample(const fs::path& target) {
   fs::remove(fs::path(target) += "-shm", error);
   fs::copy_file(SampleDatabase(), target, fs::copy_options::overwrite_existing, error);
   if (error) {
-    throw environment::Failure(environment::kPathAccess, "无法建立示例数据库 " + target.string() + "（" + error.message() +
-                                                             "），请换一个可以写入的位置。");
+    throw environment::Failure(
+        environment::kPathAccess,
+        "无法建立示例数据库 " + target.string() + "（" + error.message() + "），请换一个可以写入的位置。");
   }
   fs::permissions(target, fs::perms::owner_write, fs::perm_options::add, error);
 }

@@ -94,23 +94,26 @@ void PeopleWindow::Refresh() {
   try {
     // The host's own statement; what was typed is quoted.
     const std::string typed = environment::Replace(search_->text().trimmed().toStdString(), "'", "''");
-    const auto people = connection_->Execute("select A00,A0101,A0104,A0115,A0109,A0136 from a01 where A0101 like '%" + typed +
-                                             "%' order by A0199");
+    const auto people =
+        connection_->Execute("select A00,A0101,A0104,A0115,A0109,A0136 from a01 where A0101 like '%" + typed +
+                             "%' order by A0199");
     model_->clear();
     model_->setHorizontalHeaderLabels({"姓名", "出生日期", "工作单位", "所学专业"});
     const int shown = std::min(people->RecordCount(), kMostRows);
     for (int i = 0; i < shown; ++i) {
       QList<QStandardItem*> row;
-      for (const char* column : {"A0101", "A0104", "A0115", "A0109"}) row.append(new QStandardItem(Text(*people, column)));
+      for (const char* column : {"A0101", "A0104", "A0115", "A0109"})
+        row.append(new QStandardItem(Text(*people, column)));
       row.front()->setData(Text(*people, "A00"));
       model_->appendRow(row);
       if (Text(*people, "A00").toStdString() == selected) table_->selectRow(i);
       people->MoveNext();
     }
     if (selected.empty() && shown > 0) table_->selectRow(0);
-    count_->setText(shown < people->RecordCount()
-                        ? QString("共 %1 人，显示前 %2 人，请输入姓名查找").arg(people->RecordCount()).arg(shown)
-                        : QString("共 %1 人").arg(shown));
+    count_->setText(
+        shown < people->RecordCount()
+            ? QString("共 %1 人，显示前 %2 人，请输入姓名查找").arg(people->RecordCount()).arg(shown)
+            : QString("共 %1 人").arg(shown));
     int column = 0;
     for (const int width : {110, 110, 300, 220}) table_->setColumnWidth(column++, width);
     table_->horizontalHeader()->setStretchLastSection(true);

@@ -44,7 +44,8 @@ void PostClick(QWidget& widget, const QPoint& place) {
   const QPointF global = widget.mapToGlobal(local);
   for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
     const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-    QApplication::postEvent(&widget, new QMouseEvent(type, local, global, Qt::LeftButton, held, Qt::NoModifier));
+    QApplication::postEvent(&widget,
+                            new QMouseEvent(type, local, global, Qt::LeftButton, held, Qt::NoModifier));
   }
 }
 
@@ -162,7 +163,8 @@ void Player::Resize(int width, int height) {
 void Player::Picture(const std::filesystem::path& file) {
   actions_.emplace_back("picture", [this, file] {
     if (!TopWindow()) return false;
-    if (!GrabWindows().save(QString::fromStdString(file.string()))) Fail("无法写入图片 " + QString::fromStdString(file.string()));
+    if (!GrabWindows().save(QString::fromStdString(file.string())))
+      Fail("无法写入图片 " + QString::fromStdString(file.string()));
     return true;
   });
 }

@@ -63,7 +63,8 @@ void ControlItem::ForwardFocus(toolkit::Control& control) {
 }
 
 void ControlItem::ForwardValidate(toolkit::Control& control) {
-  hooks_.push_back(control.Validate.Subscribe([this](bool& cancel) { parent_->FireValidate(*this, cancel); }));
+  hooks_.push_back(
+      control.Validate.Subscribe([this](bool& cancel) { parent_->FireValidate(*this, cancel); }));
 }
 
 void ControlItem::ForwardButtons(toolkit::Control& control) {

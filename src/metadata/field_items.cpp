@@ -12,14 +12,16 @@ const std::shared_ptr<cFieldItems>& cFieldItem::cFieldItems() {
 
 std::size_t cFieldItems::Find(std::string_view key) const {
   std::size_t position = 0;
-  while (position < keys_.size() && (keys_[position].empty() || !environment::EqualIgnoringCase(keys_[position], key))) {
+  while (position < keys_.size() &&
+         (keys_[position].empty() || !environment::EqualIgnoringCase(keys_[position], key))) {
     ++position;
   }
   return position;
 }
 
 cFieldItems::Member cFieldItems::Add(Member& objNewMember, const std::string& sKey) {
-  if (!sKey.empty() && Find(sKey) < members_.size()) throw environment::MakeFailure(environment::kDuplicateKey);
+  if (!sKey.empty() && Find(sKey) < members_.size())
+    throw environment::MakeFailure(environment::kDuplicateKey);
   members_.push_back(std::move(objNewMember));  // which clears the caller's variable
   keys_.push_back(sKey);
   return members_.back();

@@ -18,20 +18,20 @@ class cFieldItems;
 // A row of s_infoitem. A coded value is the pair Dmcod and Dmcpt, which change together.
 class cFieldItem {
  public:
-  std::string TblName;          // set identifier
-  std::string ItemName;         // column in the set's table
-  std::string ItemDesc;         // label
-  std::string FieldType;        // as stored, in any case
-  std::string FieldLength;      // number of characters, as text
-  std::string CodeTable;        // empty for a field without codes
-  environment::Value Dmcod;     // stored value: the code, or the plain value; unset before a record is read
-  std::string Dmcpt;            // caption of the code
-  bool IsNUll = false;          // the field may stay empty
-  std::string Style;            // format pattern
-  std::string Check;            // check rule
-  std::int16_t FldWidth = 0;    // column width in the record list, twips
-  std::string FldOrder;         // position in the record list
-  std::string FldExplain;       // help text
+  std::string TblName;        // set identifier
+  std::string ItemName;       // column in the set's table
+  std::string ItemDesc;       // label
+  std::string FieldType;      // as stored, in any case
+  std::string FieldLength;    // number of characters, as text
+  std::string CodeTable;      // empty for a field without codes
+  environment::Value Dmcod;   // stored value: the code, or the plain value; unset before a record is read
+  std::string Dmcpt;          // caption of the code
+  bool IsNUll = false;        // the field may stay empty
+  std::string Style;          // format pattern
+  std::string Check;          // check rule
+  std::int16_t FldWidth = 0;  // column width in the record list, twips
+  std::string FldOrder;       // position in the record list
+  std::string FldExplain;     // help text
 
   // A sub-collection, empty at first.
   const std::shared_ptr<dossierkit::cFieldItems>& cFieldItems();

@@ -48,7 +48,8 @@ void ReadValue(cFieldItem& item, const ado::Recordset& record) {
     return;
   }
   ado::Recordset code;
-  code.Open("select dmcpt from " + item.CodeTable + " where dmcod='" + TextOf(item.Dmcod) + "'", gConnection());
+  code.Open("select dmcpt from " + item.CodeTable + " where dmcod='" + TextOf(item.Dmcod) + "'",
+            gConnection());
   if (code.RecordCount() > 0) item.Dmcpt = TextOr(code.Fields(0), "");
   code.Close();
 }

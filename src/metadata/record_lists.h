@@ -13,7 +13,8 @@ class RecordLists {
  public:
   // The lists of an insert start with the columns that are no fields; those of an update are empty.
   RecordLists() = default;
-  RecordLists(std::string columns, std::string values) : insert_(true), columns_(std::move(columns)), values_(std::move(values)) {}
+  RecordLists(std::string columns, std::string values)
+      : insert_(true), columns_(std::move(columns)), values_(std::move(values)) {}
 
   void AddQuoted(const std::string& column, const std::string& value);
   // A cleared date: set to NULL by an update, left out of an insert.

@@ -26,13 +26,15 @@ std::string NumberCondition(const cWhInfo& info) {
 // The lists as they stand before the first control.
 RecordLists StartInsert(const DossierWindow& window, const cWhInfo& info) {
   const auto highest = gConnection().Execute("select iif(max(A0199) is null,0,max(A0199)) from a01  ");
-  const std::int16_t running = environment::ToInt16(std::int64_t{environment::ToInt32(highest->Fields(0))} + 1);
+  const std::int16_t running =
+      environment::ToInt16(std::int64_t{environment::ToInt32(highest->Fields(0))} + 1);
   return {" A00 ,A0136,A0199",
           "'" + info.personID + "'," + std::to_string(window.PersonType) + " ," + std::to_string(running)};
 }
 
 RecordLists StartReplace(const cWhInfo& info) {
-  gConnection().Execute("delete from " + info.TabId + " where A00='" + info.personID + "' " + NumberCondition(info));
+  gConnection().Execute("delete from " + info.TabId + " where A00='" + info.personID + "' " +
+                        NumberCondition(info));
   RecordLists lists(" A00 ", "'" + info.personID + "'");
   if (info.IsMult) lists.AddQuoted(info.TabId + "99", std::to_string(info.id));
   return lists;
@@ -58,8 +60,8 @@ void WalkControls(DossierPage& ctrl, RecordChecks& checks, RecordLists& lists) {
 }
 
 void RefreshPersonName(DossierWindow& window) {
-  const auto name =
-      gConnection().Execute("select iif(a0101 is null,'',a0101) from a01 where a00='" + window.personID + "'");
+  const auto name = gConnection().Execute("select iif(a0101 is null,'',a0101) from a01 where a00='" +
+                                          window.personID + "'");
   window.labPersonName().SetCaption(TextOf(name->Fields(0)));
 }
 
@@ -79,8 +81,8 @@ void WriteNewPerson(DossierWindow& window, const cWhInfo& info, RecordLists& lis
 
 void WriteBasicData(DossierWindow& window, const cWhInfo& info, const RecordLists& lists) {
   if (lists.Assignments().empty()) return;
-  gConnection().Execute("update " + info.TabId + " set " + lists.Assignments() + " where A00='" + info.personID +
-                        "'" + NumberCondition(info));
+  gConnection().Execute("update " + info.TabId + " set " + lists.Assignments() + " where A00='" +
+                        info.personID + "'" + NumberCondition(info));
   RefreshPersonName(window);
 }
 
@@ -95,9 +97,9 @@ void Renumber(const cWhInfo& info) {
             gConnection());
   const std::int16_t count = environment::ToInt16(std::int64_t{rows.RecordCount()});
   for (std::int32_t i = 1; i <= count; ++i) {
-    gConnection().Execute("update " + info.TabId + " set " + number + " = " +
-                          std::to_string(i) + " where a00='" + info.personID +
-                          "' and " + number + " = " + TextOf(rows.Fields(number)));
+    gConnection().Execute("update " + info.TabId + " set " + number + " = " + std::to_string(i) +
+                          " where a00='" + info.personID + "' and " + number + " = " +
+                          TextOf(rows.Fields(number)));
     rows.MoveNext();
   }
   rows.Close();

@@ -1,8 +1,8 @@
 // SaveRecord: checks the record on a page and writes it.
 #pragma once
 
-#include "visit/dossier_window.h"
 #include "visit/dossier_page.h"
+#include "visit/dossier_window.h"
 
 namespace dossierkit {
 

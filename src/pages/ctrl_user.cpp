@@ -16,7 +16,9 @@ constexpr toolkit::Color kLightBlue = 16572617;  // the box of a coded field
 enum ShortCut { kCtrlN = 78, kCtrlS = 83, kCtrlComma = 188, kCtrlPoint = 190 };
 
 // A control's name without its ending of two characters: the key of its field.
-std::string KeyOf(const toolkit::Control& control) { return control.Name().substr(0, control.Name().size() - 2); }
+std::string KeyOf(const toolkit::Control& control) {
+  return control.Name().substr(0, control.Name().size() - 2);
+}
 
 bool IsValueControl(const toolkit::Control& control) { return environment::Right(control.Name(), 2) == "_v"; }
 
@@ -69,7 +71,8 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
         FillCheckBox(*check, *Fitems->Item(KeyOf(*control)));
       }
     } else if (ending == "_c") {
-      if (auto* label = dynamic_cast<toolkit::Label*>(control.get())) FillCaption(*label, *Fitems->Item(KeyOf(*control)));
+      if (auto* label = dynamic_cast<toolkit::Label*>(control.get()))
+        FillCaption(*label, *Fitems->Item(KeyOf(*control)));
     }
   }
   wh_info_.IsChange = false;

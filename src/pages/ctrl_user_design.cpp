@@ -28,7 +28,8 @@ std::string StandardHint(std::string_view own) {
 
 }  // namespace
 
-ctrlUser::ctrlUser(std::string name, const PageDesign& design) : DossierPage(std::move(name)), design_(design) {
+ctrlUser::ctrlUser(std::string name, const PageDesign& design)
+    : DossierPage(std::move(name)), design_(design) {
   SetKeyPreview(design.key_preview);
   BuildFields();
   BuildHeading();
@@ -67,7 +68,8 @@ void ctrlUser::BuildFields() {
     label->SetWordWrap(true);
     label->Move(fixed.place);
     for (const FieldDesign& field : design_.fields) {
-      if (field.labelled_by == fixed.name) Controls().Find(std::string(field.field) + "_v")->SetLabelledBy(*label);
+      if (field.labelled_by == fixed.name)
+        Controls().Find(std::string(field.field) + "_v")->SetLabelledBy(*label);
     }
   }
   DGItems_ = Controls().Make<toolkit::DataGrid>("DGItems");
@@ -132,17 +134,19 @@ void ctrlUser::BuildBasicInfo() {
     const Rect& place = control->Place();
     const bool inside = place.left > kBasicInfoFrame.left && place.top > kBasicInfoFrame.top &&
                         place.left + place.width <= kBasicInfoFrame.left + kBasicInfoFrame.width;
-    if (!inside || control->Container() != this || control->GetKind() == toolkit::Kind::kCommonDialog) continue;
+    if (!inside || control->Container() != this || control->GetKind() == toolkit::Kind::kCommonDialog)
+      continue;
     control->SetContainer(*frame);
-    control->Move({place.left - kBasicInfoFrame.left, place.top - kBasicInfoFrame.top, place.width, place.height});
+    control->Move(
+        {place.left - kBasicInfoFrame.left, place.top - kBasicInfoFrame.top, place.width, place.height});
   }
 }
 
 void RegisterPages(toolkit::Desktop& desktop) {
   for (const PageDesign* design : PageDesigns()) {
-    desktop.RegisterClass("DossierKit.ctrlUser" + std::string(design->set), [design](const std::string& name) {
-      return std::make_shared<ctrlUser>(name, *design);
-    });
+    desktop.RegisterClass(
+        "DossierKit.ctrlUser" + std::string(design->set),
+        [design](const std::string& name) { return std::make_shared<ctrlUser>(name, *design); });
   }
 }
 

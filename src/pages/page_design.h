@@ -13,7 +13,7 @@ namespace dossierkit {
 // the fields is the tab order. Places are in twips of the page.
 struct FieldDesign {
   enum class Kind { kText, kMultiLine, kMask };
-  std::string_view field;    // as in A01_A0101, also the key in FieldItems
+  std::string_view field;  // as in A01_A0101, also the key in FieldItems
   Kind kind = Kind::kText;
   std::string_view caption;  // design text of the Label; empty: the field has no such Label
   toolkit::Rect label;

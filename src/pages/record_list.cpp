@@ -44,8 +44,10 @@ void ctrlUser::setDGItems() {
   ado::Recordset columns;
   columns.Open(
       "select itemname,itemdesc,iif(codetable is null,'',codetable) as codetable ,"
-      "iif(style is null,'',style) as style ,iif(fldwidth is null,2000,fldwidth) as fldwidth from  s_infoitem where "
-      "tblname ='" + set + "' and itemname <> 'A00' and itemname <>'' and itemdesc <>''   order by fldorder ",
+      "iif(style is null,'',style) as style ,iif(fldwidth is null,2000,fldwidth) as fldwidth from  "
+      "s_infoitem where "
+      "tblname ='" +
+          set + "' and itemname <> 'A00' and itemname <>'' and itemdesc <>''   order by fldorder ",
       gConnection());
   std::string query;
   std::vector<std::int16_t> widths;
@@ -65,8 +67,10 @@ void ctrlUser::setDGItems() {
     if (!wh_info_.FldOrder.empty() && wh_info_.IsMult) query += "order by " + wh_info_.FldOrder;
   }
   AdodcRs_ = std::make_shared<ado::Recordset>();
-  hooks_.push_back(AdodcRs_->WillMove.Subscribe(
-      [this](std::int32_t reason, std::int32_t& status, ado::Recordset&) { AdodcRs_WillMove(reason, status); }));
+  hooks_.push_back(
+      AdodcRs_->WillMove.Subscribe([this](std::int32_t reason, std::int32_t& status, ado::Recordset&) {
+        AdodcRs_WillMove(reason, status);
+      }));
   hooks_.push_back(AdodcRs_->MoveComplete.Subscribe(
       [this](std::int32_t, std::int32_t&, ado::Recordset&) { AdodcRs_MoveComplete(); }));
   AdodcRs_->Open(query, gConnection());

@@ -46,8 +46,8 @@ void ctrlUser::AdodcRs_MoveComplete() {
 std::int16_t ctrlUser::CurrentRecordNumber() {
   const std::string& set = wh_info_.TabId;
   ado::Recordset row;
-  row.Open("select itemdesc from s_infoitem where itemdesc <>'' and  tblname = '" + set + "' and itemname = '" + set +
-               "99' ",
+  row.Open("select itemdesc from s_infoitem where itemdesc <>'' and  tblname = '" + set +
+               "' and itemname = '" + set + "99' ",
            gConnection());
   std::string caption;
   if (row.RecordCount() > 0) caption = environment::TextOf(row.Fields("itemdesc"));
@@ -66,7 +66,8 @@ void ctrlUser::cItems_GotFocus(toolkit::Control& ctl) {
   if (environment::Right(ctl.Name(), 2) == "_v") {
     labExplain_->SetCaption(field_items_->Item(ctl.Name().substr(0, ctl.Name().size() - 2))->FldExplain);
   }
-  if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl); masked && design_.caret_step) masked->SetSelStart(0);
+  if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl); masked && design_.caret_step)
+    masked->SetSelStart(0);
 }
 
 void ctrlUser::cItems_LostFocus(toolkit::Control&) { labExplain_->SetCaption(""); }

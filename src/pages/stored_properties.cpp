@@ -6,8 +6,8 @@ namespace dossierkit {
 namespace {
 
 DesignBag Defaults(const toolkit::Font& surrounding) {
-  return {{"BackColor", std::int32_t{0}},  {"ForeColor", std::int32_t{0}}, {"Enabled", false}, {"Font", surrounding},
-          {"BackStyle", std::int16_t{0}}, {"BorderStyle", std::int16_t{0}}};
+  return {{"BackColor", std::int32_t{0}}, {"ForeColor", std::int32_t{0}}, {"Enabled", false},
+          {"Font", surrounding},          {"BackStyle", std::int16_t{0}}, {"BorderStyle", std::int16_t{0}}};
 }
 
 }  // namespace

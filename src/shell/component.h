@@ -17,7 +17,8 @@ class Component {
   // `app_path` is the folder of the component, in which USER.ICO and xinxj.ico lie.
   Component(toolkit::Platform& platform, std::string app_path);
   // The same with a clock and files of the caller's, which must outlive it.
-  Component(toolkit::Platform& platform, std::string app_path, const environment::Clock& clock, files::Files& files);
+  Component(toolkit::Platform& platform, std::string app_path, const environment::Clock& clock,
+            files::Files& files);
   ~Component();
   Component(const Component&) = delete;
   Component& operator=(const Component&) = delete;

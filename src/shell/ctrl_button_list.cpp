@@ -16,7 +16,8 @@ ctrlButtonList::ctrlButtonList(std::string name) : UserControl(std::move(name)) 
   Toolbar1_->AddButton("PreItem", "上一条", 1);
   Toolbar1_->AddButton("NextItem", "下一条", 2);
   // Required: the strip carries out no command by itself.
-  click_ = Toolbar1_->ButtonClick.Subscribe([this](toolkit::ToolbarButton& button) { ButtonClick.Raise(button); });
+  click_ =
+      Toolbar1_->ButtonClick.Subscribe([this](toolkit::ToolbarButton& button) { ButtonClick.Raise(button); });
 }
 
 }  // namespace dossierkit

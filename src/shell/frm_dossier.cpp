@@ -63,7 +63,8 @@ void frmDossier::BuildDesign() {
   frmCtrl_->Move({2175, 525, 12945, 9375});
 
   hooks_.clear();
-  hooks_.push_back(TbMain_->ButtonClick.Subscribe([this](toolkit::ToolbarButton& button) { TbMain_ButtonClick(button); }));
+  hooks_.push_back(
+      TbMain_->ButtonClick.Subscribe([this](toolkit::ToolbarButton& button) { TbMain_ButtonClick(button); }));
   hooks_.push_back(VMenu1_->MenuItemClick.Subscribe(
       [this](std::int32_t& group, std::int32_t& item) { VMenu1_MenuItemClick(group, item); }));
 }
@@ -120,7 +121,9 @@ void frmDossier::LoadMenu() {
 
 // The item behind the sets of the database, by the person type; with another type it stays as it is.
 void frmDossier::NameExtraItem() {
-  const char* caption = PersonType == 1 ? "单位推荐情况" : PersonType == 2 ? "个人自荐情况" : "获奖者推荐情况";
+  const char* caption = PersonType == 1   ? "单位推荐情况"
+                        : PersonType == 2 ? "个人自荐情况"
+                                          : "获奖者推荐情况";
   if (PersonType < 1 || PersonType > 3) return;
   auto& menu = VMenu1();
   menu.set_menuitemcur(SetCount + 1);

@@ -14,7 +14,8 @@ using environment::TextOf;
 const std::string kPagePrefix = "ctrlUser";
 
 bool HasPrefix(const toolkit::Control& control, const std::string& prefix) {
-  return environment::EqualIgnoringCase(environment::Left(control.Name(), environment::Length(prefix)), prefix);
+  return environment::EqualIgnoringCase(environment::Left(control.Name(), environment::Length(prefix)),
+                                        prefix);
 }
 
 std::int32_t CountOf(const std::string& query) {
@@ -113,7 +114,8 @@ bool frmDossier::MayOpenSet() {
 
 std::shared_ptr<DossierPage> frmDossier::LoadUCtrl(const std::string& uctrlName) {
   RemoveUCtrl(*this, kPagePrefix);
-  const auto page = std::dynamic_pointer_cast<DossierPage>(Controls().Add("DossierKit." + uctrlName, uctrlName));
+  const auto page =
+      std::dynamic_pointer_cast<DossierPage>(Controls().Add("DossierKit." + uctrlName, uctrlName));
   page->SetContainer(*frmCtrl_);
   page->SetVisible(true);
   page->Move({300, 300, 13000, 9800});
@@ -130,9 +132,10 @@ void frmDossier::IniUCtrl(DossierPage& ctrl, const std::string& TabId, std::int3
   if (mode == 0) items = LoadFieldItems(TabId);
   if (mode == 3) items = LoadFieldValues(TabId, personID, info.id);
   ado::Recordset order;
-  order.Open("select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='" + TabId +
-                 "'  and orderfield<>'' ",
-             gConnection());
+  order.Open(
+      "select iif(orderfield is null , '',orderfield) as orderfield  from s_infotable where tblname ='" +
+          TabId + "'  and orderfield<>'' ",
+      gConnection());
   if (order.RecordCount() > 0) {
     info.FldOrder = TextOf(order.Fields(0));
   } else {

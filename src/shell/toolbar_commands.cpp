@@ -26,7 +26,8 @@ toolkit::MessageAnswer frmDossier::Ask(const std::string& question) {
 
 // Required: the mark of edits is lost, and the edits stay on the screen.
 void frmDossier::ShowLimit(DossierPage& ctrl, std::int16_t limit) {
-  GetDesktop().MsgBox("此信息集最多只能录入" + std::to_string(limit) + "条记录。", toolkit::kOkOnly, Caption());
+  GetDesktop().MsgBox("此信息集最多只能录入" + std::to_string(limit) + "条记录。", toolkit::kOkOnly,
+                      Caption());
   ctrl.WhInfo().IsChange = false;
 }
 
@@ -40,7 +41,8 @@ void frmDossier::Add(DossierPage& ctrl) {
     return;
   }
   // Required: this question alone has no title of its own.
-  if (info.IsChange && GetDesktop().MsgBox("数据被修改且未保存，是否保存？", toolkit::kYesNo) == toolkit::kAnswerYes &&
+  if (info.IsChange &&
+      GetDesktop().MsgBox("数据被修改且未保存，是否保存？", toolkit::kYesNo) == toolkit::kAnswerYes &&
       !Save(ctrl)) {
     return;
   }
@@ -50,8 +52,8 @@ void frmDossier::Add(DossierPage& ctrl) {
   } else {
     info.IsChange = false;
     if (info.IsMult) {
-      const auto next = gConnection().Execute("select iif(max(" + set + "99) is null,0,max(" + set + "99))+1  from " +
-                                              set + " where A00 ='" + info.personID + "' ");
+      const auto next = gConnection().Execute("select iif(max(" + set + "99) is null,0,max(" + set +
+                                              "99))+1  from " + set + " where A00 ='" + info.personID + "' ");
       info.id = environment::ToInt16(next->Fields(0));
     } else {
       info.id = 0;
@@ -70,7 +72,9 @@ void frmDossier::Add(DossierPage& ctrl) {
 void frmDossier::Delete(DossierPage& ctrl) {
   const cWhInfo& info = ctrl.WhInfo();
   const std::string& set = info.TabId;
-  if (Ask(set == "A01" ? "此操作将删除此人所有信息，是否删除？" : "是否删除此条记录？") != toolkit::kAnswerYes) return;
+  if (Ask(set == "A01" ? "此操作将删除此人所有信息，是否删除？" : "是否删除此条记录？") !=
+      toolkit::kAnswerYes)
+    return;
   std::string statement = "delete from " + set + " where A00='" + info.personID + "' ";
   if (info.IsMult) statement += " and " + set + "99 = " + std::to_string(info.id);
   if (set == "A01") DeletePhotoFile(info.personID, PhotoPath);
@@ -112,7 +116,8 @@ void frmDossier::Cancel(DossierPage& ctrl) {
 }
 
 void frmDossier::Exit(DossierPage& ctrl) {
-  if (ctrl.WhInfo().IsChange && Ask("数据被修改但未保存，是否保存？") == toolkit::kAnswerYes && !Save(ctrl)) return;
+  if (ctrl.WhInfo().IsChange && Ask("数据被修改但未保存，是否保存？") == toolkit::kAnswerYes && !Save(ctrl))
+    return;
   Unload();
 }
 

@@ -81,9 +81,9 @@ TEST(Architecture, IncludesPointDownwardsOnly) {
       std::smatch match;
       if (!std::regex_match(line, match, quoted)) continue;
       const std::string included = match[1];
-      const bool fine = IsWithin(included, folder) || std::any_of(allowed.begin(), allowed.end(), [&](const auto& other) {
-                          return IsWithin(included, other);
-                        });
+      const bool fine = IsWithin(included, folder) ||
+                        std::any_of(allowed.begin(), allowed.end(),
+                                    [&](const auto& other) { return IsWithin(included, other); });
       EXPECT_TRUE(fine) << file << " includes " << included;
     }
   }
@@ -97,9 +97,12 @@ TEST(Architecture, LibrariesStayInTheirAdapters) {
       std::smatch match;
       if (!std::regex_match(line, match, angled)) continue;
       const std::string header = match[1];
-      EXPECT_TRUE(folder == "adapters/qt" || !std::regex_match(header, kQtHeader)) << file << " includes " << header;
-      EXPECT_TRUE(folder == "adapters/sqlite" || !std::regex_match(header, kSqliteHeader)) << file << " includes " << header;
-      const bool is_library = header.find('.') != std::string::npos || std::isupper(static_cast<unsigned char>(header[0]));
+      EXPECT_TRUE(folder == "adapters/qt" || !std::regex_match(header, kQtHeader))
+          << file << " includes " << header;
+      EXPECT_TRUE(folder == "adapters/sqlite" || !std::regex_match(header, kSqliteHeader))
+          << file << " includes " << header;
+      const bool is_library =
+          header.find('.') != std::string::npos || std::isupper(static_cast<unsigned char>(header[0]));
       EXPECT_TRUE(!is_library || folder.starts_with("adapters/")) << file << " includes " << header;
     }
   }

@@ -66,8 +66,10 @@ TEST(Options, WhatIsWrongIsNamed) {
   EXPECT_EQ(reason({"--person"}), "--person takes a value");
   EXPECT_EQ(reason({"--person", ""}), "--person takes an identifier");
   EXPECT_EQ(reason({"--new", "--person", "P"}), "--person and --new exclude one another");
-  EXPECT_EQ(reason({"--database", "d", "--connection", "c"}), "--database and --connection exclude one another");
-  EXPECT_EQ(reason({"--new", "--person-type", "x"}), "--person-type takes a number from -32768 to 32767, not 'x'");
+  EXPECT_EQ(reason({"--database", "d", "--connection", "c"}),
+            "--database and --connection exclude one another");
+  EXPECT_EQ(reason({"--new", "--person-type", "x"}),
+            "--person-type takes a number from -32768 to 32767, not 'x'");
   EXPECT_EQ(reason({"--new", "--operation-type", "40000"}),
             "--operation-type takes a number from -32768 to 32767, not '40000'");
   EXPECT_EQ(reason({"--operation-type", "3"}), "--operation-type goes with --person or --new");
@@ -75,8 +77,9 @@ TEST(Options, WhatIsWrongIsNamed) {
 }
 
 TEST(Options, TheUsageNamesEveryOption) {
-  for (const char* option : {"--database", "--connection", "--photos", "--person", "--new", "--operation-type", "--person-type",
-                             "--trace-sql", "--tour", "create-sample", "--help", "--version"}) {
+  for (const char* option :
+       {"--database", "--connection", "--photos", "--person", "--new", "--operation-type", "--person-type",
+        "--trace-sql", "--tour", "create-sample", "--help", "--version"}) {
     EXPECT_NE(Usage().find(option), std::string::npos) << option;
   }
 }

@@ -37,8 +37,8 @@ class Program : public testing::Test {
   Outcome Run(const std::string& arguments) {
     const fs::path out = folder_ / "out";
     const fs::path error = folder_ / "error";
-    const std::string command = std::string(DOSSIER_PROGRAM) + " " + arguments + " >'" + out.string() + "' 2>'" +
-                                error.string() + "' </dev/null";
+    const std::string command = std::string(DOSSIER_PROGRAM) + " " + arguments + " >'" + out.string() +
+                                "' 2>'" + error.string() + "' </dev/null";
     const int status = std::system(command.c_str());
     return {WEXITSTATUS(status), Read(out), Read(error)};
   }
@@ -107,13 +107,15 @@ TEST_F(Program, AConnectionStringOfAnotherEngineIsRefused) {
 }
 
 TEST_F(Program, TheTourPlaysToItsEnd) {
-  const Outcome outcome = Run("--tour '" + In("tour").string() + "' --trace-sql '" + In("trace.json").string() + "'");
+  const Outcome outcome =
+      Run("--tour '" + In("tour").string() + "' --trace-sql '" + In("trace.json").string() + "'");
   EXPECT_EQ(outcome.code, 0) << outcome.error;
   EXPECT_NE(outcome.out.find("01 新增人员"), std::string::npos);
   EXPECT_TRUE(fs::exists(In("tour/01.png")));
   EXPECT_TRUE(fs::exists(In("tour/23.png")));
   const std::string trace = Read(In("trace.json"));
-  EXPECT_NE(trace.find(R"("sql":"SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp")"), std::string::npos);
+  EXPECT_NE(trace.find(R"("sql":"SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp")"),
+            std::string::npos);
 }
 
 }  // namespace

@@ -71,7 +71,15 @@ TEST(BadInput, AnApostropheCannotSmuggleInAStatement) {
 }
 
 TEST(BadInput, SymbolsOfAllKindsAreStoredAsTheyStand) {
-  const Texts texts = {"👍🏽👨‍👩‍👧‍👦", "שלום עולם مرحبا", "\"引号\" `;--/* */", "a%_[b]*?#", "𠮷野家𪚥", "é", "\\n\\", "1e5", "null",
+  const Texts texts = {"👍🏽👨‍👩‍👧‍👦",
+                       "שלום עולם مرحبا",
+                       "\"引号\" `;--/* */",
+                       "a%_[b]*?#",
+                       "𠮷野家𪚥",
+                       "é",
+                       "\\n\\",
+                       "1e5",
+                       "null",
                        "　全角　"};
   Visit visit;
   visit.OpenPerson(kPerson, [&] {
@@ -170,11 +178,13 @@ TEST(BadInput, ANumberThatIsNoneIsRefusedAndOneTooGreatOverflows) {
 
 TEST(BadInput, NothingInEveryColumnIsAnEmptyFormInEverySet) {
   Visit visit;
-  const Texts sets = {"A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A12", "A13", "A14", "A15", "A21", "B01"};
-  for (const char* set : {"A01", "A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A12", "A13", "A14",
-                          "A15", "A21", "B01"}) {
-    for (const auto& column : Column(*visit.database, "select itemname from s_infoitem where tblname='" +
-                                                          std::string(set) + "' and itemname not like '%99'")) {
+  const Texts sets = {"A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10",
+                      "A11", "A12", "A13", "A14", "A15", "A21", "B01"};
+  for (const char* set : {"A01", "A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A12", "A13",
+                          "A14", "A15", "A21", "B01"}) {
+    for (const auto& column :
+         Column(*visit.database, "select itemname from s_infoitem where tblname='" + std::string(set) +
+                                     "' and itemname not like '%99'")) {
       visit.database->RunScript("update " + std::string(set) + " set " + column + "=null");
     }
   }
@@ -202,7 +212,8 @@ TEST(BadInput, NothingInEveryColumnIsAnEmptyFormInEverySet) {
 TEST(BadInput, NothingInTheMetadataIsAPlainPage) {
   Visit visit;
   visit.database->RunScript(
-      "update s_infoitem set FieldLength=null,CodeTable=null,style=null,\"Check\"=null,FldOrder=null,FldWidth=null,"
+      "update s_infoitem set "
+      "FieldLength=null,CodeTable=null,style=null,\"Check\"=null,FldOrder=null,FldWidth=null,"
       "FldExplain=null,\"IsNUll\"=null,FieldType=null where tblname in ('A04','A12');"
       "update s_infotable set OtherProp=null,orderfield=null,maxnumber=null where tblname in ('A04','A12')");
   visit.OpenPerson(kPerson, [&] {
@@ -215,27 +226,38 @@ TEST(BadInput, NothingInTheMetadataIsAPlainPage) {
 
 TEST(BadInput, TextThatIsNoUtf8IsShownWithReplacementCharacters) {
   Visit visit;
-  visit.database->RunScript(
-      "update A04 set A0403=cast(x'61ff62' as text), A0404=cast(x'eda080' as text)" + kOfPerson + " and A0499=1;"
-      "update A01 set A0101=cast(x'e4b8' as text)" + kOfPerson + ";"
-      "update s_infoitem set FldExplain=cast(x'c0af' as text) where itemname='A0401'");
+  visit.database->RunScript("update A04 set A0403=cast(x'61ff62' as text), A0404=cast(x'eda080' as text)" +
+                            kOfPerson +
+                            " and A0499=1;"
+                            "update A01 set A0101=cast(x'e4b8' as text)" +
+                            kOfPerson +
+                            ";"
+                            "update s_infoitem set FldExplain=cast(x'c0af' as text) where itemname='A0401'");
   visit.OpenPerson(kPerson, [&] {
     EXPECT_TRUE(visit.Caption("labPersonName").starts_with("\xEF\xBF\xBD"));
     EXPECT_EQ(visit.Text("A01_A0101").Text(), visit.Caption("labPersonName"));
     visit.GoTo("A04");
-    EXPECT_EQ(visit.Text("A04_A0403").Text(), "a\xEF\xBF\xBD" "b");
+    EXPECT_EQ(visit.Text("A04_A0403").Text(),
+              "a\xEF\xBF\xBD"
+              "b");
     EXPECT_TRUE(visit.Text("A04_A0404").Text().starts_with("\xEF\xBF\xBD"));
-    EXPECT_EQ(visit.user.Find<toolkit::DataGrid>("DGItems")->Cell(1, 2), "a\xEF\xBF\xBD" "b");
+    EXPECT_EQ(visit.user.Find<toolkit::DataGrid>("DGItems")->Cell(1, 2),
+              "a\xEF\xBF\xBD"
+              "b");
     EXPECT_TRUE(visit.Caption("labExplain").starts_with("\xEF\xBF\xBD"));
     visit.user.Press('S', kCtrl);
   });
-  EXPECT_EQ(One(*visit.database, "select A0403 from A04" + kOfPerson + " and A0499=1"), "a\xEF\xBF\xBD" "b");
+  EXPECT_EQ(One(*visit.database, "select A0403 from A04" + kOfPerson + " and A0499=1"),
+            "a\xEF\xBF\xBD"
+            "b");
 }
 
 TEST(BadInput, RubbishInAColumnOfADateOrANumberIsShownOrRefusedButNeverCrashes) {
   Visit visit;
-  visit.database->RunScript("update A04 set A0401='gestern'" + kOfPerson + " and A0499=1;"
-                            "update A13 set A1302='viel'" + kOfPerson);
+  visit.database->RunScript("update A04 set A0401='gestern'" + kOfPerson +
+                            " and A0499=1;"
+                            "update A13 set A1302='viel'" +
+                            kOfPerson);
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     visit.user.ClickRow(4);

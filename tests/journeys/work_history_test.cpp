@@ -29,14 +29,16 @@ TEST(WorkHistory, ARecordTypedByKeyboardAloneIsStored) {
   });
   EXPECT_TRUE(saved);
   EXPECT_TRUE(visit.Messages().empty()) << visit.Messages().front();
-  EXPECT_EQ(Rows(*visit.database, "select A0301,A0301A,A0302 from A03 where A00='" + kPerson + "' and A0302='农业科学院'"),
+  EXPECT_EQ(Rows(*visit.database,
+                 "select A0301,A0301A,A0302 from A03 where A00='" + kPerson + "' and A0302='农业科学院'"),
             std::vector<std::string>{"2020/1/1|2022/12/1|农业科学院"});
 }
 
 TEST(WorkHistory, EverySetOfTheSamplePersonOpens) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {
-    for (const char* set : {"A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A12", "A13", "A14", "A15", "A21", "B01"}) {
+    for (const char* set : {"A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A12", "A13",
+                            "A14", "A15", "A21", "B01"}) {
       visit.GoTo(set);
       EXPECT_EQ(visit.OnShow().Name(), std::string("ctrlUser") + set);
       EXPECT_TRUE(visit.Window().frmDossier::GetUserCtrl()) << set;

@@ -60,9 +60,11 @@ std::vector<QWidget*> Controls(QWidget& page) {
   std::vector<QWidget*> found;
   for (QWidget* widget : page.findChildren<QWidget*>()) {
     const QString name = widget->objectName();
-    if (!widget->isVisible() || name.startsWith("qt_") || name.startsWith("Frm") || name.startsWith("frm")) continue;
-    if (name.contains('_') || name == "DGItems" || name == "Title" || name == "labOpt" || name == "imgPerson" ||
-        name == "cmdAddPhoto" || name == "labExplain" || name == "LabInterFace" || name == "Label5") {
+    if (!widget->isVisible() || name.startsWith("qt_") || name.startsWith("Frm") || name.startsWith("frm"))
+      continue;
+    if (name.contains('_') || name == "DGItems" || name == "Title" || name == "labOpt" ||
+        name == "imgPerson" || name == "cmdAddPhoto" || name == "labExplain" || name == "LabInterFace" ||
+        name == "Label5") {
       found.push_back(widget);
     }
   }
@@ -83,7 +85,8 @@ TEST_P(PageLook, NoTwoControlsOverlap) {
       for (std::size_t j = i + 1; j < controls.size(); ++j) {
         if (controls[i]->isAncestorOf(controls[j]) || controls[j]->isAncestorOf(controls[i])) continue;
         EXPECT_FALSE(PlaceOf(*controls[i], page).intersects(PlaceOf(*controls[j], page)))
-            << set << ": " << controls[i]->objectName().toStdString() << " and " << controls[j]->objectName().toStdString();
+            << set << ": " << controls[i]->objectName().toStdString() << " and "
+            << controls[j]->objectName().toStdString();
       }
     }
   });
@@ -94,9 +97,11 @@ TEST_P(PageLook, NoCaptionIsCutOff) {
     for (QWidget* widget : Controls(page)) {
       const auto* label = qobject_cast<QLabel*>(widget);
       if (!label) continue;
-      const QRect inside = label->contentsRect().adjusted(label->margin(), label->margin(), -label->margin(), -label->margin());
+      const QRect inside = label->contentsRect().adjusted(label->margin(), label->margin(), -label->margin(),
+                                                          -label->margin());
       const int flags = label->wordWrap() ? static_cast<int>(Qt::TextWordWrap) : 0;
-      const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, inside.width(), 10000), flags, label->text());
+      const QRect needed =
+          label->fontMetrics().boundingRect(QRect(0, 0, inside.width(), 10000), flags, label->text());
       EXPECT_LE(needed.width(), inside.width()) << set << ": " << label->text().toStdString();
       EXPECT_LE(needed.height(), inside.height() + 1) << set << ": " << label->text().toStdString();
     }
@@ -108,7 +113,8 @@ TEST_P(PageLook, NoMaskIsWiderThanItsBox) {
   LookAtEveryPage([](const std::string& set, QWidget& page) {
     for (QWidget* widget : Controls(page)) {
       const auto* box = qobject_cast<QLineEdit*>(widget);
-      if (!box || !IsValue(*box) || !(box->text().contains(QString("年")) || box->text().contains('_'))) continue;
+      if (!box || !IsValue(*box) || !(box->text().contains(QString("年")) || box->text().contains('_')))
+        continue;
       EXPECT_LE(box->fontMetrics().horizontalAdvance(box->text()) + 6, box->width())
           << set << ": " << box->objectName().toStdString() << " " << box->text().toStdString();
     }
@@ -123,7 +129,8 @@ TEST_P(PageLook, EveryValueControlHasANameOfItsOwn) {
       if (!IsValue(*widget)) continue;
       ++values;
       EXPECT_FALSE(widget->accessibleName().isEmpty()) << set << ": " << widget->objectName().toStdString();
-      EXPECT_TRUE(names.insert(widget->accessibleName()).second) << set << ": " << widget->accessibleName().toStdString();
+      EXPECT_TRUE(names.insert(widget->accessibleName()).second)
+          << set << ": " << widget->accessibleName().toStdString();
     }
     EXPECT_GT(values, 0) << set;
   });
@@ -140,8 +147,9 @@ TEST_P(PageLook, CaptionsShareTheirEdges) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(Scales, PageLook, testing::Values(1.0, 1.5, 2.0),
-                         [](const auto& scale) { return std::to_string(static_cast<int>(scale.param * 100)) + "Percent"; });
+INSTANTIATE_TEST_SUITE_P(Scales, PageLook, testing::Values(1.0, 1.5, 2.0), [](const auto& scale) {
+  return std::to_string(static_cast<int>(scale.param * 100)) + "Percent";
+});
 
 }  // namespace
 }  // namespace dossierkit::tests

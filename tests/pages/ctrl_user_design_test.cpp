@@ -204,7 +204,8 @@ const std::vector<Page>& Pages() {
 constexpr toolkit::Color kBlue = 0xFF0000;  // blue, green, red
 
 std::shared_ptr<ctrlUser> MakePage(Visit& visit, const std::string& set) {
-  return std::dynamic_pointer_cast<ctrlUser>(visit.desktop.Create("DossierKit.ctrlUser" + set, "ctrlUser" + set));
+  return std::dynamic_pointer_cast<ctrlUser>(
+      visit.desktop.Create("DossierKit.ctrlUser" + set, "ctrlUser" + set));
 }
 
 template <typename T>
@@ -244,7 +245,8 @@ std::vector<std::string> Describe(ctrlUser& page) {
 
 TEST(PageControls, EveryFieldOfEveryPageIsMadeAsDesigned) {
   Visit visit;
-  for (const Page& expected : Pages()) EXPECT_EQ(Describe(*MakePage(visit, expected.set)), expected.fields) << expected.set;
+  for (const Page& expected : Pages())
+    EXPECT_EQ(Describe(*MakePage(visit, expected.set)), expected.fields) << expected.set;
 }
 
 TEST(PageControls, EachCaptionStandsBeforeItsValueInTheOrderOfTheControls) {
@@ -284,7 +286,8 @@ TEST(PageControls, HeadingsAndHints) {
     EXPECT_EQ(title ? title->Caption() : "", expected.title) << expected.set;
     EXPECT_EQ(title != nullptr, std::string(expected.set) != "A01");
     const std::string own = std::string(expected.hint).empty() ? "" : std::string(expected.hint) + "\r\n";
-    EXPECT_EQ(Of<Label>(*page, "LabInterFace")->Caption(), own + "加粗标题为必填项\r\n蓝色文本框可双击鼠标左键选择代码")
+    EXPECT_EQ(Of<Label>(*page, "LabInterFace")->Caption(),
+              own + "加粗标题为必填项\r\n蓝色文本框可双击鼠标左键选择代码")
         << expected.set;
   }
 }
@@ -340,7 +343,8 @@ TEST(PageControls, OnlyBasicInformationHoldsThePhotograph) {
   for (const Page& expected : Pages()) {
     const auto page = MakePage(visit, expected.set);
     for (const char* name : {"frmBasicInfo", "imgPerson", "cmdAddPhoto", "dlgSelPic"}) {
-      EXPECT_EQ(page->Controls().Find(name) != nullptr, std::string(expected.set) == "A01") << expected.set << name;
+      EXPECT_EQ(page->Controls().Find(name) != nullptr, std::string(expected.set) == "A01")
+          << expected.set << name;
     }
   }
   const auto page = MakePage(visit, "A01");
@@ -360,7 +364,8 @@ TEST(PageControls, FixedLabelsKeepTheirTextWhenTheMetadataArrives) {
     EXPECT_EQ(visit.Caption("Label5"), "情况说明");
     visit.GoTo("A12");
     EXPECT_EQ(visit.Caption("A12_A1201_cc"),
-              "限1000字以内，说明在专业工作中的成就和贡献，以及个人在所承担科研课题、技术项目中发挥作用情况和解决的主要技"
+              "限1000字以内，说明在专业工作中的成就和贡献，以及个人在所承担科研课题、技术项目中发挥作用情况和"
+              "解决的主要技"
               "术难题，取得的系统性、创造性成果，对科学技术发展的影响及经济效益或社会效益分析等。");
     visit.GoTo("A13");
     EXPECT_EQ(visit.Caption("A13_A1305_cc"), "培养人才情况概述及今后人才培养和创新团队建设的设想（限300字）");
@@ -405,7 +410,8 @@ TEST(PageControls, EveryControlIsWrapped) {
 TEST(PageControls, PagesAreFoundByTheNameOfTheirClassAlone) {
   Visit visit;
   for (const char* set : {"A07", "A16", "A20", "B02", "B03"}) {
-    EXPECT_THROW(visit.desktop.Create(std::string("DossierKit.ctrlUser") + set, "page"), environment::Failure) << set;
+    EXPECT_THROW(visit.desktop.Create(std::string("DossierKit.ctrlUser") + set, "page"), environment::Failure)
+        << set;
   }
 }
 

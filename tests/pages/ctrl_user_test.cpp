@@ -252,8 +252,9 @@ class PageWithACheckBox : public ctrlUser {
 class CheckBoxes : public ::testing::Test {
  protected:
   void OnPage(const std::function<void(DossierPage&, toolkit::CheckBox&)>& scene) {
-    visit_.desktop.RegisterClass("DossierKit.ctrlUserA12",
-                                 [](const std::string& name) { return std::make_shared<PageWithACheckBox>(name); });
+    visit_.desktop.RegisterClass("DossierKit.ctrlUserA12", [](const std::string& name) {
+      return std::make_shared<PageWithACheckBox>(name);
+    });
     visit_.OpenPerson(kPerson, [&] {
       const auto page = visit_.Window().LoadUCtrl("ctrlUserA12");
       items_ = LoadFieldItems("A12");
@@ -306,8 +307,9 @@ TEST_F(CheckBoxes, ControlsOfAnotherKindNeedNoMetadata) {
 class Photograph : public ::testing::Test {
  protected:
   void SetUp() override {
-    folder_ = std::filesystem::temp_directory_path() /
-              ("dossierkit-pages-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    folder_ =
+        std::filesystem::temp_directory_path() /
+        ("dossierkit-pages-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
     std::filesystem::create_directories(folder_);
     visit_.component.PhotoPath = folder_.string();
   }

@@ -86,8 +86,8 @@ TEST_P(EveryRecord, OfEverySamplePersonSurvivesASave) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sets, EveryRecord,
-                         ::testing::Values("A01", "A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A12",
-                                           "A13", "A14", "A15", "A21", "B01"),
+                         ::testing::Values("A01", "A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10",
+                                           "A11", "A12", "A13", "A14", "A15", "A21", "B01"),
                          [](const auto& tested) { return std::string(tested.param); });
 
 }  // namespace

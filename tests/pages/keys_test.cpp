@@ -19,10 +19,10 @@ struct Page {
 };
 
 const std::vector<Page>& Pages() {
-  static const std::vector<Page> pages = {
-      {"A01", false}, {"A02", true},  {"A03", true},  {"A04", true},  {"A05", true},  {"A06", true},
-      {"A08", true},  {"A09", true},  {"A10", true},  {"A11", false}, {"A12", false}, {"A13", false},
-      {"A14", false}, {"A15", false}, {"A21", false}, {"B01", true}};
+  static const std::vector<Page> pages = {{"A01", false}, {"A02", true},  {"A03", true},  {"A04", true},
+                                          {"A05", true},  {"A06", true},  {"A08", true},  {"A09", true},
+                                          {"A10", true},  {"A11", false}, {"A12", false}, {"A13", false},
+                                          {"A14", false}, {"A15", false}, {"A21", false}, {"B01", true}};
   return pages;
 }
 
@@ -251,8 +251,8 @@ TEST(ShortCutsOfMoving, AskAboutEditsLikeAClick) {
     visit.user.Press(kPoint, kCtrl);
     EXPECT_EQ(visit.OnShow().WhInfo().id, 2);
   });
-  EXPECT_EQ(visit.platform.messages, (std::vector<headless::Message>(
-                                         2, {"数据已被修改并未保存，是否继续？", 4, "DossierKit"})));
+  EXPECT_EQ(visit.platform.messages,
+            (std::vector<headless::Message>(2, {"数据已被修改并未保存，是否继续？", 4, "DossierKit"})));
 }
 
 TEST(ShortCutsOfMoving, GoOnFromTheRowOfTheListWhileANewRecordIsOnShow) {
@@ -268,9 +268,9 @@ TEST(ShortCutsOfMoving, GoOnFromTheRowOfTheListWhileANewRecordIsOnShow) {
 }
 
 TEST(EnterInTheLastField, MovesOnWhereNoFieldIsTaggedAsTheEnd) {
-  const std::vector<std::pair<std::string, std::string>> last = {
-      {"A04", "A04_A0404"}, {"A05", "A05_A0505"}, {"A06", "A06_A0605"}, {"A08", "A08_A0805"},
-      {"A10", "A10_A1007"}, {"A21", "A21_A2113"}};
+  const std::vector<std::pair<std::string, std::string>> last = {{"A04", "A04_A0404"}, {"A05", "A05_A0505"},
+                                                                 {"A06", "A06_A0605"}, {"A08", "A08_A0805"},
+                                                                 {"A10", "A10_A1007"}, {"A21", "A21_A2113"}};
   Visit visit;
   EXPECT_FALSE(visit.OpenPerson(kPerson, [&] {
     for (const auto& [set, field] : last) {

@@ -14,9 +14,9 @@ using Widths = std::vector<float>;
 
 // The statement that the list of the page last opened was read with: the one behind its metadata.
 std::string ListStatement(const Visit& visit) {
-  const auto metadata = std::ranges::find_if(visit.statements.rbegin(), visit.statements.rend(), [](const auto& text) {
-    return text.ends_with("order by fldorder ");
-  });
+  const auto metadata =
+      std::ranges::find_if(visit.statements.rbegin(), visit.statements.rend(),
+                           [](const auto& text) { return text.ends_with("order by fldorder "); });
   return metadata == visit.statements.rbegin() ? "" : *(metadata - 1);
 }
 
@@ -86,7 +86,8 @@ TEST(RecordList, TheStatementOfEverySetOfManyRecords) {
       visit.GoTo(list.set);
       const std::string set = list.set;
       EXPECT_EQ(ListStatement(visit), std::string(list.columns) + " Where " + set +
-                                          ".A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by " + list.order);
+                                          ".A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by " +
+                                          list.order);
     }
   });
 }
@@ -94,23 +95,26 @@ TEST(RecordList, TheStatementOfEverySetOfManyRecords) {
 TEST(RecordList, TheStatementOfItsMetadata) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] { visit.GoTo("A05"); });
-  EXPECT_EQ(std::ranges::count(visit.statements,
-                               "select itemname,itemdesc,iif(codetable is null,'',codetable) as codetable ,"
-                               "iif(style is null,'',style) as style ,iif(fldwidth is null,2000,fldwidth) as fldwidth "
-                               "from  s_infoitem where tblname ='A05' and itemname <> 'A00' and itemname <>'' and "
-                               "itemdesc <>''   order by fldorder "),
+  EXPECT_EQ(std::ranges::count(
+                visit.statements,
+                "select itemname,itemdesc,iif(codetable is null,'',codetable) as codetable ,"
+                "iif(style is null,'',style) as style ,iif(fldwidth is null,2000,fldwidth) as fldwidth "
+                "from  s_infoitem where tblname ='A05' and itemname <> 'A00' and itemname <>'' and "
+                "itemdesc <>''   order by fldorder "),
             1);
 }
 
 TEST(RecordList, WidthsComeFromTheMetadataAndTheNumberIsHidden) {
   Visit visit;
-  visit.database->RunScript("update s_infoitem set FldWidth=100+10*cast(FldOrder as integer) where FldWidth>0");
+  visit.database->RunScript(
+      "update s_infoitem set FldWidth=100+10*cast(FldOrder as integer) where FldWidth>0");
   visit.OpenPerson(kPerson, [&] {
     for (const List& list : Lists()) {
       visit.GoTo(list.set);
       const Widths widths = WidthsOf(Grid(visit));
       ASSERT_EQ(widths.size(), list.width_count) << list.set;
-      for (std::size_t i = 0; i + 1 < widths.size(); ++i) EXPECT_EQ(widths[i], 110 + 10 * static_cast<float>(i));
+      for (std::size_t i = 0; i + 1 < widths.size(); ++i)
+        EXPECT_EQ(widths[i], 110 + 10 * static_cast<float>(i));
       EXPECT_EQ(widths.back(), 0);
       EXPECT_EQ(Grid(visit).Heading(widths.size() - 1), "序号");
       EXPECT_TRUE(Grid(visit).Visible());
@@ -119,38 +123,46 @@ TEST(RecordList, WidthsComeFromTheMetadataAndTheNumberIsHidden) {
 }
 
 TEST(RecordList, TheExampleOfAList) {
-  EXPECT_EQ(StatementOf("A02",
-                        "update s_infoitem set itemdesc='' where tblname='A02' and itemname in ('A0201A','A0202','A0203');"
-                        "update s_infoitem set CodeTable='GB6864' where tblname='A02' and itemname='A0204';"
-                        "update s_infotable set orderfield=null where tblname='A02';"),
-            "select format(A02.A0201,'yyyy-mm') as 起始年月, GB6864_A0204.dmcpt as 学位, A02.A0299 as 序号 from ( A02 "
-            " left join GB6864 GB6864_A0204 on A02.A0204=GB6864_A0204.dmcod)  Where "
-            "A02.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0299");
+  EXPECT_EQ(
+      StatementOf(
+          "A02",
+          "update s_infoitem set itemdesc='' where tblname='A02' and itemname in ('A0201A','A0202','A0203');"
+          "update s_infoitem set CodeTable='GB6864' where tblname='A02' and itemname='A0204';"
+          "update s_infotable set orderfield=null where tblname='A02';"),
+      "select format(A02.A0201,'yyyy-mm') as 起始年月, GB6864_A0204.dmcpt as 学位, A02.A0299 as 序号 from ( "
+      "A02 "
+      " left join GB6864 GB6864_A0204 on A02.A0204=GB6864_A0204.dmcod)  Where "
+      "A02.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0299");
 }
 
 TEST(RecordList, TwoFieldsOfOneCodeTableAreJoinedUnderTwoNames) {
-  EXPECT_EQ(StatementOf("A02",
-                        "update s_infoitem set itemdesc='' where tblname='A02' and itemname in ('A0201','A0201A','A0202');"
-                        "update s_infoitem set CodeTable='GB6864' where tblname='A02' and itemname='A0203';"),
-            "select GB6864_A0203.dmcpt as 专业, GB6864_A0204.dmcpt as 学位, A02.A0299 as 序号 from (( A02  left join "
-            "GB6864 GB6864_A0203 on A02.A0203=GB6864_A0203.dmcod)   left join GB6864 GB6864_A0204 on "
-            "A02.A0204=GB6864_A0204.dmcod)  Where A02.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0201");
+  EXPECT_EQ(
+      StatementOf(
+          "A02",
+          "update s_infoitem set itemdesc='' where tblname='A02' and itemname in ('A0201','A0201A','A0202');"
+          "update s_infoitem set CodeTable='GB6864' where tblname='A02' and itemname='A0203';"),
+      "select GB6864_A0203.dmcpt as 专业, GB6864_A0204.dmcpt as 学位, A02.A0299 as 序号 from (( A02  left "
+      "join "
+      "GB6864 GB6864_A0203 on A02.A0203=GB6864_A0203.dmcod)   left join GB6864 GB6864_A0204 on "
+      "A02.A0204=GB6864_A0204.dmcod)  Where A02.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0201");
 }
 
 TEST(RecordList, AStyleOnACodedFieldIsIgnored) {
-  EXPECT_EQ(StatementOf("A02",
-                        "update s_infoitem set itemdesc='' where tblname='A02' and itemname in "
-                        "('A0201','A0201A','A0202','A0203');"
-                        "update s_infoitem set style='yyyy' where tblname='A02' and itemname='A0204';"),
-            "select GB6864_A0204.dmcpt as 学位, A02.A0299 as 序号 from ( A02  left join GB6864 GB6864_A0204 on "
-            "A02.A0204=GB6864_A0204.dmcod)  Where A02.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0201");
+  EXPECT_EQ(
+      StatementOf("A02",
+                  "update s_infoitem set itemdesc='' where tblname='A02' and itemname in "
+                  "('A0201','A0201A','A0202','A0203');"
+                  "update s_infoitem set style='yyyy' where tblname='A02' and itemname='A0204';"),
+      "select GB6864_A0204.dmcpt as 学位, A02.A0299 as 序号 from ( A02  left join GB6864 GB6864_A0204 on "
+      "A02.A0204=GB6864_A0204.dmcod)  Where A02.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0201");
 }
 
 TEST(RecordList, AnEmptyOrderFieldMeansTheNumber) {
   for (const char* value : {"''", "null"}) {
-    const std::string statement =
-        StatementOf("A04", std::string("update s_infotable set orderfield=") + value + " where tblname='A04'");
-    EXPECT_TRUE(statement.ends_with(" Where A04.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0499")) << statement;
+    const std::string statement = StatementOf(
+        "A04", std::string("update s_infotable set orderfield=") + value + " where tblname='A04'");
+    EXPECT_TRUE(statement.ends_with(" Where A04.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' order by A0499"))
+        << statement;
   }
 }
 
@@ -166,7 +178,8 @@ TEST(RecordList, WithoutAnOrderThereIsNoTail) {
     visit.GoTo("A04");
     visit.OnShow().WhInfo().FldOrder = "";
     visit.OnShow().setDGItems();
-    EXPECT_TRUE(ListStatement(visit).ends_with(" from A04 Where A04.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' "));
+    EXPECT_TRUE(
+        ListStatement(visit).ends_with(" from A04 Where A04.A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9' "));
   });
 }
 
@@ -183,9 +196,10 @@ TEST(RecordList, APageWithoutASetRunsNothing) {
 
 TEST(RecordList, AWidthThatIsNotGivenIs2000) {
   Visit visit;
-  visit.database->RunScript("update s_infoitem set FldWidth=100 where tblname='A04';"
-                            "update s_infoitem set FldWidth=null where itemname='A0403';"
-                            "update s_infoitem set FldWidth=0 where itemname='A0499'");
+  visit.database->RunScript(
+      "update s_infoitem set FldWidth=100 where tblname='A04';"
+      "update s_infoitem set FldWidth=null where itemname='A0403';"
+      "update s_infoitem set FldWidth=0 where itemname='A0499'");
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     EXPECT_EQ(WidthsOf(Grid(visit)), (Widths{100, 100, 2000, 100, 0}));
@@ -201,8 +215,10 @@ TEST(RecordList, AWidthBeyond16BitsFailsTheList) {
 TEST(RecordList, FieldsWithoutACaptionAndThePersonColumnAreNotListed) {
   Visit visit;
   visit.database->RunScript(
-      "insert into s_infoitem(tblname,itemname,itemdesc,FieldType,FldOrder) values('A04','A00','人员','varchar','00');"
-      "insert into s_infoitem(tblname,itemname,itemdesc,FieldType,FldOrder) values('A04','','空','varchar','00');"
+      "insert into s_infoitem(tblname,itemname,itemdesc,FieldType,FldOrder) "
+      "values('A04','A00','人员','varchar','00');"
+      "insert into s_infoitem(tblname,itemname,itemdesc,FieldType,FldOrder) "
+      "values('A04','','空','varchar','00');"
       "update s_infoitem set itemdesc=null where itemname='A0402';"
       "update s_infoitem set itemdesc='' where itemname='A0404';"
       "delete from s_infoitem where tblname='A04' and itemname=''");
@@ -260,7 +276,8 @@ TEST(RecordList, OnePersonsRecordsAlone) {
     for (const List& list : Lists()) {
       visit.GoTo(list.set);
       EXPECT_EQ(std::to_string(Grid(visit).RowCount()),
-                One(*visit.database, "select count(*) from " + std::string(list.set) + " where A00='" + kPerson + "'"));
+                One(*visit.database,
+                    "select count(*) from " + std::string(list.set) + " where A00='" + kPerson + "'"));
     }
   });
 }
@@ -282,9 +299,10 @@ TEST(RecordList, APersonWithoutRecordsHasAnEmptyFormAndNoMove) {
     EXPECT_EQ(visit.OnShow().WhInfo().id, 1);
   });
   // No move: the caption of the number's column was never asked for.
-  EXPECT_EQ(std::ranges::count(visit.statements,
-                               "select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A04' and itemname = "
-                               "'A0499' "),
+  EXPECT_EQ(std::ranges::count(
+                visit.statements,
+                "select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A04' and itemname = "
+                "'A0499' "),
             0);
 }
 
@@ -398,15 +416,18 @@ TEST(RecordList, ItsFirstMoveTellsBeforeAndAfter) {
     visit.GoTo("A04");
     std::vector<std::string> told;
     auto& rows = *visit.OnShow().AdodcRs();
-    const auto before = rows.WillMove.Subscribe([&](std::int32_t, std::int32_t&, ado::Recordset&) { told.push_back("will"); });
-    const auto after = rows.MoveComplete.Subscribe([&](std::int32_t, std::int32_t&, ado::Recordset&) { told.push_back("done"); });
+    const auto before = rows.WillMove.Subscribe(
+        [&](std::int32_t, std::int32_t&, ado::Recordset&) { told.push_back("will"); });
+    const auto after = rows.MoveComplete.Subscribe(
+        [&](std::int32_t, std::int32_t&, ado::Recordset&) { told.push_back("done"); });
     rows.MoveFirst();
     EXPECT_EQ(told, (std::vector<std::string>{"will", "done"}));
   });
   // Once when the list was built, once more just now.
-  EXPECT_EQ(std::ranges::count(visit.statements,
-                               "select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A04' and itemname = "
-                               "'A0499' "),
+  EXPECT_EQ(std::ranges::count(
+                visit.statements,
+                "select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A04' and itemname = "
+                "'A0499' "),
             2);
 }
 

@@ -61,7 +61,8 @@ TEST(RecordMove, ReadsTheRecordByItsNumber) {
     const auto from = visit.statements.size();
     visit.user.ClickRow(2);
     EXPECT_EQ(Since(visit, from),
-              (Texts{"select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A04' and itemname = 'A0499' ",
+              (Texts{"select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A04' and itemname "
+                     "= 'A0499' ",
                      " select * from s_infoitem  where tblname ='A04'",
                      "select * from A04 where a00 ='47EAA099-2CB6-416D-A6DC-283CF0480FF9' and A0499=2"}));
   });
@@ -206,7 +207,8 @@ TEST(QuestionToSave, RequiredASaveThatFailedDoesNotStopTheMove) {
 class RecordNumber : public ::testing::Test {
  protected:
   void Number(const std::string& value) {
-    visit_.database->RunScript("update A04 set A0499=" + value + " where A00='" + kPerson + "' and A0404='副主编'");
+    visit_.database->RunScript("update A04 set A0499=" + value + " where A00='" + kPerson +
+                               "' and A0404='副主编'");
   }
   Visit visit_;
 };
@@ -292,7 +294,8 @@ TEST_F(RecordNumber, RequiredWithoutACaptionEveryRecordIsAnEmptyForm) {
 }
 
 TEST_F(RecordNumber, UnderAnotherCaptionIsFound) {
-  visit_.database->RunScript("update s_infoitem set itemdesc='编号' where tblname='A04' and itemname='A0499'");
+  visit_.database->RunScript(
+      "update s_infoitem set itemdesc='编号' where tblname='A04' and itemname='A0499'");
   visit_.OpenPerson(kPerson, [&] {
     visit_.GoTo("A04");
     visit_.user.ClickRow(2);
@@ -324,13 +327,18 @@ TEST(RowClick, RunsInTheOrderOfItsSixSteps) {
     auto& grid = *visit.user.Find<toolkit::DataGrid>("DGItems");
     auto& first = visit.Masked("A04_A0401");
     std::vector<environment::Subscription> hooks;
-    hooks.push_back(field.Validate.Subscribe([&](bool&) { told.push_back("validate " + visit.Caption("labExplain")); }));
-    hooks.push_back(field.LostFocus.Subscribe([&] { told.push_back("lost [" + visit.Caption("labExplain") + "]"); }));
+    hooks.push_back(
+        field.Validate.Subscribe([&](bool&) { told.push_back("validate " + visit.Caption("labExplain")); }));
+    hooks.push_back(
+        field.LostFocus.Subscribe([&] { told.push_back("lost [" + visit.Caption("labExplain") + "]"); }));
     hooks.push_back(grid.GotFocus.Subscribe([&] { told.push_back("grid"); }));
-    hooks.push_back(visit.OnShow().AdodcRs()->MoveComplete.Subscribe([&](std::int32_t, std::int32_t&, ado::Recordset&) {
-      told.push_back("done " + visit.Caption("labOpt") + (visit.OnShow().WhInfo().IsChange ? "edited" : "clean"));
-    }));
-    hooks.push_back(first.GotFocus.Subscribe([&] { told.push_back("first " + visit.Caption("labExplain")); }));
+    hooks.push_back(
+        visit.OnShow().AdodcRs()->MoveComplete.Subscribe([&](std::int32_t, std::int32_t&, ado::Recordset&) {
+          told.push_back("done " + visit.Caption("labOpt") +
+                         (visit.OnShow().WhInfo().IsChange ? "edited" : "clean"));
+        }));
+    hooks.push_back(
+        first.GotFocus.Subscribe([&] { told.push_back("first " + visit.Caption("labExplain")); }));
     visit.platform.on_message = [&](const Message& message) {
       told.push_back("asks " + message.text + " focus " + visit.Focus());
     };

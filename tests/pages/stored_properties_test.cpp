@@ -1,7 +1,8 @@
 // The stored design properties of a page: plain values that do not touch its look.
+#include "pages/stored_properties.h"
+
 #include <gtest/gtest.h>
 
-#include "pages/stored_properties.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -67,8 +68,12 @@ TEST(StoredProperties, AreWrittenAndReadUnderTheirNames) {
   stored.SetBorderStyle(4);
   DesignBag bag;
   stored.WriteProperties(bag, kSurrounding);
-  EXPECT_EQ(bag, (DesignBag{{"BackColor", std::int32_t{1}}, {"ForeColor", std::int32_t{2}}, {"Enabled", true},
-                            {"Font", kOther}, {"BackStyle", std::int16_t{3}}, {"BorderStyle", std::int16_t{4}}}));
+  EXPECT_EQ(bag, (DesignBag{{"BackColor", std::int32_t{1}},
+                            {"ForeColor", std::int32_t{2}},
+                            {"Enabled", true},
+                            {"Font", kOther},
+                            {"BackStyle", std::int16_t{3}},
+                            {"BorderStyle", std::int16_t{4}}}));
   StoredProperties read;
   read.ReadProperties(bag, kSurrounding);
   EXPECT_EQ(read.BackColor(), 1);

@@ -44,14 +44,15 @@ struct Outcome {
   std::vector<Message> messages;
   bool failed = false;  // the failing statement was reached
   bool saved = false;
-  std::string thrown;            // the description of the failure that left ShowDossier
-  bool open_after_act = false;   // the window stood open behind the command
-  bool loaded_after = false;     // after ShowDossier
+  std::string thrown;           // the description of the failure that left ShowDossier
+  bool open_after_act = false;  // the window stood open behind the command
+  bool loaded_after = false;    // after ShowDossier
   std::shared_ptr<sqlite::SqliteConnection> database;
 };
 
 bool IsRead(const std::string& statement) {
-  return statement.starts_with("select ") || statement.starts_with(" select ") || statement.starts_with("SELECT ");
+  return statement.starts_with("select ") || statement.starts_with(" select ") ||
+         statement.starts_with("SELECT ");
 }
 
 // All rows of all tables that are not code tables, with identifiers that were drawn meanwhile made equal.
@@ -67,7 +68,8 @@ Texts Dump(sqlite::SqliteConnection& database, const std::set<std::string>& know
   }
   for (const auto& val : Column(database, "select val from S_GUID")) dump.push_back("S_GUID: " + val);
   for (const char* table : {"s_infotable", "s_infoitem", "s_CodeTableDefine", "s_CodeLevDefine"}) {
-    for (const auto& row : Rows(database, std::string("select * from ") + table)) dump.push_back(table + (": " + row));
+    for (const auto& row : Rows(database, std::string("select * from ") + table))
+      dump.push_back(table + (": " + row));
   }
   std::ranges::sort(dump);
   return dump;
@@ -110,8 +112,10 @@ Outcome Play(const Command& command, std::size_t k) {
   } catch (const std::exception& failure) {
     outcome.thrown = failure.what();
   }
-  outcome.before.assign(visit.statements.begin(), visit.statements.begin() + static_cast<std::ptrdiff_t>(from));
-  outcome.statements.assign(visit.statements.begin() + static_cast<std::ptrdiff_t>(from), visit.statements.end());
+  outcome.before.assign(visit.statements.begin(),
+                        visit.statements.begin() + static_cast<std::ptrdiff_t>(from));
+  outcome.statements.assign(visit.statements.begin() + static_cast<std::ptrdiff_t>(from),
+                            visit.statements.end());
   if (!command.act) outcome.failed = visit.failing->HasFailed();
   outcome.messages = visit.platform.messages;
   outcome.loaded_after = visit.Window().Loaded();
@@ -132,7 +136,8 @@ Outcome Play(const Command& command, std::size_t k) {
 // Whether statement number k (from 1) of the run without a failure is one of Save's.
 bool InSave(const Command& command, const Texts& statements, std::size_t k) {
   if (command.save_from.empty()) return false;
-  const auto first = std::ranges::find_if(statements, [&](const auto& s) { return s.starts_with(command.save_from); });
+  const auto first =
+      std::ranges::find_if(statements, [&](const auto& s) { return s.starts_with(command.save_from); });
   auto last = first;
   for (auto s = first; s != statements.end(); ++s) {
     if (s->starts_with(command.save_to)) last = s;
@@ -181,7 +186,8 @@ void Sweep(const Command& command) {
       EXPECT_EQ(broken.statements.size(), k);
       EXPECT_EQ(std::ranges::count(broken.messages, Message{kBroken, 0, "信息保存"}), 0);
       EXPECT_LE(broken.messages.size(), whole.messages.size());
-      for (std::size_t i = 0; i < broken.messages.size(); ++i) EXPECT_EQ(broken.messages[i], whole.messages[i]);
+      for (std::size_t i = 0; i < broken.messages.size(); ++i)
+        EXPECT_EQ(broken.messages[i], whole.messages[i]);
     }
     if (::testing::Test::HasFailure()) return;  // one report is enough
     copy->Run(statement);
@@ -214,11 +220,12 @@ TEST(FaultSweep, ClickOnTheRecommendation) { Sweep(ClickOn("B01", "B01")); }
 
 TEST(FaultSweep, ClickOnAnotherSetWithEditsThatAreToBeSaved) {
   Sweep({.name = "leave A04",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A04");
-           visit.Text("A04_A0404").SetText("理事长");
-           visit.platform.WillAnswer(kAnswerYes);
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A04");
+               visit.Text("A04_A0404").SetText("理事长");
+               visit.platform.WillAnswer(kAnswerYes);
+             },
          .act = [](Visit& visit) { visit.GoTo("A12"); },
          .messages = {{"数据被修改且未保存，是否保存？", 4, "人员维护"}},
          .save_from = "delete from A04",
@@ -237,11 +244,12 @@ TEST(FaultSweep, AddOfANewPerson) {
 
 TEST(FaultSweep, AddWithEditsThatAreToBeSaved) {
   Sweep({.name = "add with edits",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A03");
-           visit.Text("A03_A0302").SetText("新单位");
-           visit.platform.WillAnswer(kAnswerYes);
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A03");
+               visit.Text("A03_A0302").SetText("新单位");
+               visit.platform.WillAnswer(kAnswerYes);
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Add"); },
          .messages = {{"数据被修改且未保存，是否保存？", 4, "DossierKit"}},
          .save_from = "delete from A03",
@@ -260,13 +268,14 @@ TEST(FaultSweep, SaveOfAStoredPerson) {
 TEST(FaultSweep, SaveOfANewPerson) {
   Sweep({.name = "insert",
          .person = Person::kNew,
-         .prepare = [](Visit& visit) {
-           visit.Text("A01_A0101").SetText("新人");
-           visit.Masked("A01_A0104").SetText("1980年01月02日");
-           visit.Text("A01_A0110").SetText("育种");
-           visit.Text("A01_A0115").SetText("研究所");
-           visit.Text("A01_A0131").SetText("110101198001021234");
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.Text("A01_A0101").SetText("新人");
+               visit.Masked("A01_A0104").SetText("1980年01月02日");
+               visit.Text("A01_A0110").SetText("育种");
+               visit.Text("A01_A0115").SetText("研究所");
+               visit.Text("A01_A0131").SetText("110101198001021234");
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Save"); },
          .saved = true,
          .save_from = "select iif(max(A0199)",
@@ -275,11 +284,12 @@ TEST(FaultSweep, SaveOfANewPerson) {
 
 TEST(FaultSweep, SaveInASetOfManyRecords) {
   Sweep({.name = "replace many",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A03");
-           visit.user.ClickRow(2);
-           visit.Masked("A03_A0301").SetText("1970年01月");
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A03");
+               visit.user.ClickRow(2);
+               visit.Masked("A03_A0301").SetText("1970年01月");
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Save"); },
          .saved = true,
          .save_from = "delete from A03",
@@ -288,10 +298,11 @@ TEST(FaultSweep, SaveInASetOfManyRecords) {
 
 TEST(FaultSweep, SaveInASetOfOneRecord) {
   Sweep({.name = "replace one",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A13");
-           visit.Text("A13_A1302").SetText("7");
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A13");
+               visit.Text("A13_A1302").SetText("7");
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Save"); },
          .saved = true,
          .save_from = "delete from A13",
@@ -300,10 +311,11 @@ TEST(FaultSweep, SaveInASetOfOneRecord) {
 
 TEST(FaultSweep, SaveByEnterInTheLastField) {
   Sweep({.name = "enter",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A02");
-           visit.Text("A02_A0204").SetFocus();
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A02");
+               visit.Text("A02_A0204").SetFocus();
+             },
          .act = [](Visit& visit) { visit.user.Press(toolkit::kKeyReturn); },
          .saved = true,
          .save_from = "delete from A02",
@@ -313,11 +325,12 @@ TEST(FaultSweep, SaveByEnterInTheLastField) {
 
 TEST(FaultSweep, DeleteInASetOfManyRecords) {
   Sweep({.name = "delete",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A11");
-           visit.user.ClickRow(2);
-           visit.platform.WillAnswer(kAnswerYes);
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A11");
+               visit.user.ClickRow(2);
+               visit.platform.WillAnswer(kAnswerYes);
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Delete"); },
          .messages = {{"是否删除此条记录？", 4, "人员维护"}}});
 }
@@ -331,12 +344,13 @@ TEST(FaultSweep, DeleteOfAPerson) {
 
 TEST(FaultSweep, CancelOfEdits) {
   Sweep({.name = "cancel",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A04");
-           visit.Text("A04_A0404").SetText("理事长");
-           visit.platform.WillAnswer(kAnswerYes);
-           visit.platform.WillAnswer(kAnswerNo);
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A04");
+               visit.Text("A04_A0404").SetText("理事长");
+               visit.platform.WillAnswer(kAnswerYes);
+               visit.platform.WillAnswer(kAnswerNo);
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Cancel"); },
          .messages = {{"数据已被修改并且未被保存，是否取消？", 4, "人员维护"},
                       {"数据被修改且未保存，是否保存？", 4, "人员维护"}}});
@@ -344,12 +358,13 @@ TEST(FaultSweep, CancelOfEdits) {
 
 TEST(FaultSweep, CancelThatSavesAfterAll) {
   Sweep({.name = "cancel and save",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A04");
-           visit.Text("A04_A0404").SetText("理事长");
-           visit.platform.WillAnswer(kAnswerYes);
-           visit.platform.WillAnswer(kAnswerYes);
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A04");
+               visit.Text("A04_A0404").SetText("理事长");
+               visit.platform.WillAnswer(kAnswerYes);
+               visit.platform.WillAnswer(kAnswerYes);
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Cancel"); },
          .messages = {{"数据已被修改并且未被保存，是否取消？", 4, "人员维护"},
                       {"数据被修改且未保存，是否保存？", 4, "人员维护"}},
@@ -359,11 +374,12 @@ TEST(FaultSweep, CancelThatSavesAfterAll) {
 
 TEST(FaultSweep, ExitWithASave) {
   Sweep({.name = "exit",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A04");
-           visit.Text("A04_A0404").SetText("理事长");
-           visit.platform.WillAnswer(kAnswerYes);
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A04");
+               visit.Text("A04_A0404").SetText("理事长");
+               visit.platform.WillAnswer(kAnswerYes);
+             },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Exit"); },
          .messages = {{"数据被修改但未保存，是否保存？", 4, "人员维护"}},
          .closes = true,
@@ -379,11 +395,12 @@ TEST(FaultSweep, AMoveInTheList) {
 
 TEST(FaultSweep, AMoveInTheListThatSaves) {
   Sweep({.name = "move and save",
-         .prepare = [](Visit& visit) {
-           visit.GoTo("A02");
-           visit.Text("A02_A0203").SetText("新专业");
-           visit.platform.WillAnswer(kAnswerNo);
-         },
+         .prepare =
+             [](Visit& visit) {
+               visit.GoTo("A02");
+               visit.Text("A02_A0203").SetText("新专业");
+               visit.platform.WillAnswer(kAnswerNo);
+             },
          .act = [](Visit& visit) { visit.user.ClickRow(3); },
          .messages = {{"数据已被修改并未保存，是否保存？", 4, "DossierKit"}},
          .save_from = "delete from A02",

@@ -21,8 +21,8 @@ TEST(RecordOneInTheFields, RequiredAfterAListWasLoadedWhateverRowIsOnShow) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A02");
-    visit.database->RunScript("update A02 set A0299=A0299+10" + Of(kPerson) + ";update A02 set A0299=1" + Of(kPerson) +
-                              " and A0299=13");
+    visit.database->RunScript("update A02 set A0299=A0299+10" + Of(kPerson) + ";update A02 set A0299=1" +
+                              Of(kPerson) + " and A0299=13");
     visit.GoTo("A02");
     EXPECT_EQ(visit.OnShow().WhInfo().id, 11);
     EXPECT_EQ(visit.Masked("A02_A0201").Text(), "1985年09月");
@@ -33,11 +33,12 @@ TEST(RecordOneInTheFields, RequiredAfterAListWasLoadedWhateverRowIsOnShow) {
 
 TEST(RecordOneInTheFields, RequiredASaveWritesItsCodesIntoTheRowOnShow) {
   Visit visit;
-  visit.database->RunScript("update A02 set A0299=A0299+10" + Of(kPerson) + ";update A02 set A0299=1" + Of(kPerson) +
-                            " and A0299=13");
+  visit.database->RunScript("update A02 set A0299=A0299+10" + Of(kPerson) + ";update A02 set A0299=1" +
+                            Of(kPerson) + " and A0299=13");
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A02");
-    EXPECT_EQ(visit.Text("A02_A0204").Text(), One(*visit.database, "select dmcpt from GB6864 where dmcod='409'"));
+    EXPECT_EQ(visit.Text("A02_A0204").Text(),
+              One(*visit.database, "select dmcpt from GB6864 where dmcod='409'"));
     visit.user.Press('S', toolkit::kCtrl);
   });
   EXPECT_EQ(Rows(*visit.database, "select A0203,A0204,A0299 from A02" + Of(kPerson) + " order by A0299"),
@@ -67,7 +68,8 @@ TEST(RecordOneInTheFields, RequiredAlsoAfterADeleteWhileOtherPersonsHaveRecords)
     EXPECT_NE(visit.Text("A02_A0204").Text(), "");
     visit.user.Press('S', toolkit::kCtrl);
   });
-  EXPECT_EQ(Rows(*visit.database, "select A0204,A0299 from A02" + Of(kPerson) + " order by A0299").front(), "|1");
+  EXPECT_EQ(Rows(*visit.database, "select A0204,A0299 from A02" + Of(kPerson) + " order by A0299").front(),
+            "|1");
 }
 
 TEST(RecordOneInTheFields, RequiredAClickOnTheRowReadsItsOwnCodes) {
@@ -99,11 +101,13 @@ TEST(NewPersonWithAStoredId, RequiredASaveOfAListedRecordEmptiesItsCodes) {
 
 TEST(NumbersOfDelete, RequiredCountTheRecordsOfEverybody) {
   Visit visit;
-  visit.database->RunScript(
-      "delete from A04; insert into A04(A00,A0403,A0404,A0499) values('" + kPerson + "','a','p1',1);"
-      "insert into A04(A00,A0403,A0404,A0499) values('Q','a','q1',1),('Q','a','q2',2);"
-      "insert into A04(A00,A0403,A0404,A0499) values('" + kPerson + "','b','p2',2),('" + kPerson + "','c','p3',3);"
-      "insert into A04(A00,A0403,A0404,A0499) values('Q','a','q3',3)");
+  visit.database->RunScript("delete from A04; insert into A04(A00,A0403,A0404,A0499) values('" + kPerson +
+                            "','a','p1',1);"
+                            "insert into A04(A00,A0403,A0404,A0499) values('Q','a','q1',1),('Q','a','q2',2);"
+                            "insert into A04(A00,A0403,A0404,A0499) values('" +
+                            kPerson + "','b','p2',2),('" + kPerson +
+                            "','c','p3',3);"
+                            "insert into A04(A00,A0403,A0404,A0499) values('Q','a','q3',3)");
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     visit.Window().GetUserCtrl()->WhInfo().id = 2;
@@ -114,7 +118,8 @@ TEST(NumbersOfDelete, RequiredCountTheRecordsOfEverybody) {
             (Texts{"q1|1", "q2|2", "q3|3"}));
   const Texts numbers = Column(*visit.database, "select A0499 from A04" + Of(kPerson));
   EXPECT_EQ(numbers.size(), 2U);
-  for (const auto& number : numbers) EXPECT_GE(std::stoi(number), 4) << "the walk took the rows of one person alone";
+  for (const auto& number : numbers)
+    EXPECT_GE(std::stoi(number), 4) << "the walk took the rows of one person alone";
 }
 
 TEST(NumbersOfDelete, RequiredBeyond32767TheSetCannotBeOpenedAgain) {
@@ -184,7 +189,8 @@ TEST(CodesJustTyped, RequiredTheShortCutOfSaveSavesWithoutResolvingThem) {
     visit.user.Type("309");
     visit.user.Press('S', toolkit::kCtrl);
   });
-  EXPECT_EQ(Rows(*visit.database, "select A0203,A0204 from A02" + Of(kPerson) + " and A0299=4"), (Texts{"某专业|"}));
+  EXPECT_EQ(Rows(*visit.database, "select A0203,A0204 from A02" + Of(kPerson) + " and A0299=4"),
+            (Texts{"某专业|"}));
 }
 
 TEST(EnterInTheLastField, RequiredGoesOnWithANewRecordThoughTheSaveFailed) {
@@ -198,8 +204,9 @@ TEST(EnterInTheLastField, RequiredGoesOnWithANewRecordThoughTheSaveFailed) {
     EXPECT_EQ(visit.Caption("labOpt"), "当前操作：增加");
     EXPECT_EQ(visit.Text("A02_A0203").Text(), "");
   }));
-  EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{"就读院校 为必填项", 0, "错误信息"},
-                                                           {"数据被修改且未保存，是否保存？", 4, "DossierKit"}}));
+  EXPECT_EQ(visit.platform.messages,
+            (std::vector<Message>{{"就读院校 为必填项", 0, "错误信息"},
+                                  {"数据被修改且未保存，是否保存？", 4, "DossierKit"}}));
   EXPECT_EQ(One(*visit.database, "select count(*) from A02" + Of(kPerson)), "2");
 }
 
@@ -211,9 +218,9 @@ class AtTheLimit : public ::testing::Test {
   // Fills in the fifth and last record of A11.
   void FifthRecord() {
     visit_.database->RunScript("delete from A11" + Of(kPerson) +
-                               ";insert into A11(A00,A1101,A1102,A1199) values('" + kPerson + "','a','2020',1),('" +
-                               kPerson + "','b','2021',2),('" + kPerson + "','c','2022',3),('" + kPerson +
-                               "','d','2023',4)");
+                               ";insert into A11(A00,A1101,A1102,A1199) values('" + kPerson +
+                               "','a','2020',1),('" + kPerson + "','b','2021',2),('" + kPerson +
+                               "','c','2022',3),('" + kPerson + "','d','2023',4)");
     visit_.OpenPerson(kPerson, [&] {
       visit_.GoTo("A11");
       visit_.user.ClickToolbar("Add");
@@ -253,7 +260,8 @@ TEST_F(AtTheLimit, RequiredAddLosesTheMarkOfEditsAndKeepsThemOnTheScreen) {
     EXPECT_TRUE(visit_.Text("A11_A1101").Text().starts_with("改"));
     visit_.GoTo("A12");
   });
-  EXPECT_EQ(visit_.platform.messages, (std::vector<Message>{{"此信息集最多只能录入3条记录。", 0, "人员维护"}}));
+  EXPECT_EQ(visit_.platform.messages,
+            (std::vector<Message>{{"此信息集最多只能录入3条记录。", 0, "人员维护"}}));
 }
 
 TEST(DeleteBeforeTheCheck, RequiredARecordThatFailsItsCheckIsGoneUntilALaterSave) {
@@ -281,16 +289,18 @@ TEST(CancelWithEdits, RequiredAsksTwiceAndTheSecondYesSaves) {
       visit.platform.WillAnswer(answer);
       visit.user.ClickToolbar("Cancel");
     }));
-    EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{"数据已被修改并且未被保存，是否取消？", 4, "人员维护"},
-                                                             {"数据被修改且未保存，是否保存？", 4, "人员维护"}}));
+    EXPECT_EQ(visit.platform.messages,
+              (std::vector<Message>{{"数据已被修改并且未被保存，是否取消？", 4, "人员维护"},
+                                    {"数据被修改且未保存，是否保存？", 4, "人员维护"}}));
     EXPECT_EQ(One(*visit.database, "select A0404 from A04" + Of(kPerson) + " and A0499=1"), stored);
   }
 }
 
 TEST(ColumnsWithoutAField, RequiredDoNotSurviveASaveButInTheBasicData) {
   Visit visit;
-  visit.database->RunScript("alter table A04 add column A0488 varchar(9); update A04 set A0488='k';"
-                            "alter table A01 add column A0188 varchar(9); update A01 set A0188='k'");
+  visit.database->RunScript(
+      "alter table A04 add column A0488 varchar(9); update A04 set A0488='k';"
+      "alter table A01 add column A0188 varchar(9); update A01 set A0188='k'");
   visit.OpenPerson(kPerson, [&] {
     visit.user.ClickToolbar("Save");
     visit.GoTo("A04");
@@ -319,7 +329,8 @@ TEST(SetsOfTheMetadata, ASetThatIsNotListedFailsAfterItsPageWasBuilt) {
 TEST(SetsOfTheMetadata, NoLimitIsZeroOrNotGiven) {
   for (const char* limit : {"0", "null", "-3"}) {
     Visit visit;
-    visit.database->RunScript(std::string("update s_infotable set maxnumber=") + limit + " where tblname='A11'");
+    visit.database->RunScript(std::string("update s_infotable set maxnumber=") + limit +
+                              " where tblname='A11'");
     visit.OpenPerson(kPerson, [&] {
       visit.GoTo("A11");
       visit.user.ClickToolbar("Add");

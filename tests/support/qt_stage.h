@@ -14,6 +14,8 @@ namespace dossierkit::tests {
 // Scenes run inside the real loop of the window; message boxes are real, and answered by real keys.
 class QtStage : public qt::QtPlatform {
  public:
+  using QtPlatform::QtPlatform;
+
   void WillRun(std::function<void(toolkit::Form&)> scene) { scenes_.push_back(std::move(scene)); }
   void WillAnswer(toolkit::MessageAnswer answer) { answers_.push_back(answer); }
   void WillChoose(std::string path) { choices_.push_back(std::move(path)); }

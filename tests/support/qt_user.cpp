@@ -77,7 +77,8 @@ std::shared_ptr<toolkit::Control> QtUser::Find(const std::string& name) {
 QWidget& QtUser::NativeWindow() {
   const QString name = QString::fromStdString(Window().Name());
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && (window->objectName() == name || window->findChild<QWidget*>(name))) return *window;
+    if (window->isVisible() && (window->objectName() == name || window->findChild<QWidget*>(name)))
+      return *window;
   }
   throw std::logic_error("the window is not on the screen");
 }
@@ -136,7 +137,9 @@ void QtUser::Type(const std::string& text) {
   }
 }
 
-void QtUser::Press(int key, int shift) { QTest::keyClick(&Target(NativeWindow()), KeyOf(key), ModifiersOf(shift)); }
+void QtUser::Press(int key, int shift) {
+  QTest::keyClick(&Target(NativeWindow()), KeyOf(key), ModifiersOf(shift));
+}
 
 void QtUser::Tab() { QTest::keyClick(&Target(NativeWindow()), Qt::Key_Tab); }
 

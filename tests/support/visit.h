@@ -51,7 +51,9 @@ class Visit {
   ctrlUser& OnShow() { return dynamic_cast<ctrlUser&>(*Window().GetUserCtrl()); }
   // The value control of a field, as in "A03_A0302".
   toolkit::TextBox& Text(const std::string& field) { return *user.Find<toolkit::TextBox>(field + "_v"); }
-  toolkit::MaskEdBox& Masked(const std::string& field) { return *user.Find<toolkit::MaskEdBox>(field + "_v"); }
+  toolkit::MaskEdBox& Masked(const std::string& field) {
+    return *user.Find<toolkit::MaskEdBox>(field + "_v");
+  }
   std::string Caption(const std::string& label) { return user.Find<toolkit::Label>(label)->Caption(); }
   std::string Focus();
   // Clicks the item of a set in the menu, as in "A03".

@@ -42,7 +42,8 @@ void HeadlessPlatform::RunLoop(toolkit::Form& form) {
   if (!form.LoopEnded()) form.UserClose();
 }
 
-toolkit::MessageAnswer HeadlessPlatform::ShowMessage(const std::string& text, int flags, const std::string& title) {
+toolkit::MessageAnswer HeadlessPlatform::ShowMessage(const std::string& text, int flags,
+                                                     const std::string& title) {
   messages.push_back({text, flags, title});
   if (on_message) on_message(messages.back());
   if ((flags & toolkit::kYesNo) == 0) return toolkit::kAnswerOk;
@@ -63,10 +64,11 @@ std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog&) {
 toolkit::Picture HeadlessPlatform::LoadPicture(const std::string& path) {
   std::ifstream file(environment::Replace(path, "\\", "/"), std::ios::binary);
   if (!file) throw environment::MakeFailure(environment::kFileNotFound);
-  const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(file),
+                                         std::istreambuf_iterator<char>()};
   const std::size_t size = bytes.size();
-  const bool is_jpeg = size >= 4 && bytes[0] == 0xFF && bytes[1] == 0xD8 && bytes[size - 2] == 0xFF &&
-                       bytes[size - 1] == 0xD9;
+  const bool is_jpeg =
+      size >= 4 && bytes[0] == 0xFF && bytes[1] == 0xD8 && bytes[size - 2] == 0xFF && bytes[size - 1] == 0xD9;
   if (!is_jpeg) throw environment::MakeFailure(environment::kInvalidPicture);
   return {std::make_shared<const std::vector<unsigned char>>(bytes)};
 }

@@ -41,12 +41,15 @@ void RequireSight(const Control& control) {
 }
 
 char32_t Decode(const std::string& character) {
-  const auto byte = [&](std::size_t i) { return static_cast<char32_t>(static_cast<unsigned char>(character.at(i))); };
+  const auto byte = [&](std::size_t i) {
+    return static_cast<char32_t>(static_cast<unsigned char>(character.at(i)));
+  };
   switch (character.size()) {
     case 1: return byte(0);
     case 2: return (byte(0) & 0x1F) << 6 | (byte(1) & 0x3F);
     case 3: return (byte(0) & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F);
-    default: return (byte(0) & 0x07) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F);
+    default:
+      return (byte(0) & 0x07) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F);
   }
 }
 
@@ -86,7 +89,8 @@ void HeadlessUser::DoubleClick(const std::string& name) {
 void HeadlessUser::ClickToolbar(const std::string& key) {
   const auto bar = FindKind<toolkit::Toolbar>(Window());
   const auto& buttons = bar->Buttons();
-  const auto button = std::find_if(buttons.begin(), buttons.end(), [&](const auto& b) { return b.Key() == key; });
+  const auto button =
+      std::find_if(buttons.begin(), buttons.end(), [&](const auto& b) { return b.Key() == key; });
   if (button == buttons.end()) throw std::logic_error("no button " + key);
   bar->UserClick(static_cast<std::size_t>(button - buttons.begin()));
 }
@@ -142,7 +146,8 @@ void HeadlessUser::Press(int key, int shift) {
   toolkit::Form& window = Window();
   if (shift == toolkit::kAlt) {
     const auto bar = FindKind<toolkit::Toolbar>(window);
-    if (const int index = bar->FindMnemonic(static_cast<char>(key)); index >= 0) bar->UserClick(static_cast<std::size_t>(index));
+    if (const int index = bar->FindMnemonic(static_cast<char>(key)); index >= 0)
+      bar->UserClick(static_cast<std::size_t>(index));
     return;
   }
   if (!window.UserKeyDown(key, shift)) return;
@@ -160,7 +165,8 @@ void HeadlessUser::ActOn(int key, int shift) {
     if (key == toolkit::kKeyReturn && box->MultiLine()) box->UserReplace(start, length, "\r\n");
     if (key == toolkit::kKeyBack && length > 0) box->UserReplace(start, length, "");
     if (key == toolkit::kKeyBack && length == 0 && start > 0) box->UserReplace(start - 1, 1, "");
-    if (key == toolkit::kKeyDelete && (length > 0 || start < size)) box->UserReplace(start, std::max<std::size_t>(length, 1), "");
+    if (key == toolkit::kKeyDelete && (length > 0 || start < size))
+      box->UserReplace(start, std::max<std::size_t>(length, 1), "");
     if (key == toolkit::kKeyHome) box->UserSelect(0, 0);
     if (key == toolkit::kKeyEnd) box->UserSelect(size, 0);
     if (key == 'A' && shift == toolkit::kCtrl) box->UserSelect(0, size);

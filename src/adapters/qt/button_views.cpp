@@ -48,9 +48,8 @@ CommandButtonView::CommandButtonView(ViewContext& context, toolkit::CommandButto
       button_(button),
       native_(static_cast<QPushButton*>(Widget())) {
   native_->setDefault(button.Default());
-  QObject::connect(native_, &QPushButton::clicked, Hub(), [this] {
-    Context().application.Guard([this] { button_.UserClick(); });
-  });
+  QObject::connect(native_, &QPushButton::clicked, Hub(),
+                   [this] { Context().application.Guard([this] { button_.UserClick(); }); });
 }
 
 void CommandButtonView::ShowText() {
@@ -60,12 +59,24 @@ void CommandButtonView::ShowText() {
 }
 
 CheckBoxView::CheckBoxView(ViewContext& context, toolkit::CheckBox& box)
-    : WidgetView(context, box, new Box(context.application, ParentWidgetOf(box))), box_(box), native_(static_cast<QCheckBox*>(Widget())) {}
+    : WidgetView(context, box, new Box(context.application, ParentWidgetOf(box))),
+      box_(box),
+      native_(static_cast<QCheckBox*>(Widget())) {
+  // A mark from outside, by accessibility.
+  QObject::connect(native_, &QCheckBox::toggled, Hub(), [this] {
+    if (showing_) return;
+    const auto life = Life();
+    Context().application.Guard([this] { box_.UserToggle(); });
+    if (!life.expired()) ShowText();
+  });
+}
 
 void CheckBoxView::ShowText() {
   native_->setText(ToQString(box_.Caption()));
   native_->setShortcut({});
+  showing_ = true;
   native_->setChecked(box_.Value() != 0);
+  showing_ = false;
   native_->setAccessibleName(ToQString(box_.AccessibleName()));
 }
 

@@ -27,8 +27,9 @@ std::unique_ptr<WidgetView> Make(ViewContext& context, toolkit::Control& control
 }
 
 std::unique_ptr<WidgetView> MakeTextBox(ViewContext& context, toolkit::Control& control) {
-  return static_cast<toolkit::TextBox&>(control).MultiLine() ? Make<TextAreaView, toolkit::TextBox>(context, control)
-                                                             : Make<TextLineView, toolkit::TextBox>(context, control);
+  return static_cast<toolkit::TextBox&>(control).MultiLine()
+             ? Make<TextAreaView, toolkit::TextBox>(context, control)
+             : Make<TextLineView, toolkit::TextBox>(context, control);
 }
 
 std::unique_ptr<WidgetView> MakeByKind(ViewContext& context, toolkit::Control& control) {

@@ -15,7 +15,8 @@ QStringList NameFiltersOf(const std::string& filter) {
     for (QString& pattern : patterns) pattern = pattern.trimmed();
     // The patterns in the name itself would be shown twice.
     const QString name = parts[i].left(parts[i].indexOf(QLatin1Char('('))).trimmed();
-    if (!patterns.isEmpty()) filters << name + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
+    if (!patterns.isEmpty())
+      filters << name + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
   }
   return filters;
 }
@@ -23,11 +24,13 @@ QStringList NameFiltersOf(const std::string& filter) {
 QString StartFolderOf(const std::string& init_dir) {
   if (init_dir.empty()) return {};
   QFileInfo start(ToNativePath(init_dir));
-  while (!start.isDir() && !start.isRoot() && start.path() != start.filePath()) start = QFileInfo(start.path());
+  while (!start.isDir() && !start.isRoot() && start.path() != start.filePath())
+    start = QFileInfo(start.path());
   return start.isDir() ? start.absoluteFilePath() : QString();
 }
 
-std::unique_ptr<QFileDialog> MakeFileDialog(const std::string& filter, const std::string& init_dir, QWidget* parent) {
+std::unique_ptr<QFileDialog> MakeFileDialog(const std::string& filter, const std::string& init_dir,
+                                            QWidget* parent) {
   auto dialog = std::make_unique<QFileDialog>(parent, QStringLiteral("打开"));
   dialog->setOption(QFileDialog::DontUseNativeDialog);
   dialog->setAttribute(Qt::WA_QuitOnClose, false);
@@ -35,9 +38,9 @@ std::unique_ptr<QFileDialog> MakeFileDialog(const std::string& filter, const std
   dialog->setWindowModality(Qt::ApplicationModal);
   dialog->setAcceptMode(QFileDialog::AcceptOpen);
   dialog->setFileMode(QFileDialog::AnyFile);
-  dialog->setLabelText(QFileDialog::LookIn, QStringLiteral("查找范围(&I)："));
+  dialog->setLabelText(QFileDialog::LookIn, QStringLiteral("查找范围："));
   dialog->setLabelText(QFileDialog::FileName, QStringLiteral("文件名(&N)："));
-  dialog->setLabelText(QFileDialog::FileType, QStringLiteral("文件类型(&T)："));
+  dialog->setLabelText(QFileDialog::FileType, QStringLiteral("文件类型："));
   dialog->setLabelText(QFileDialog::Accept, QStringLiteral("打开(&O)"));
   dialog->setLabelText(QFileDialog::Reject, QStringLiteral("取消"));
   if (const QStringList filters = NameFiltersOf(filter); !filters.isEmpty()) dialog->setNameFilters(filters);

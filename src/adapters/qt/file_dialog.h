@@ -17,6 +17,7 @@ QStringList NameFiltersOf(const std::string& filter);
 QString StartFolderOf(const std::string& init_dir);
 
 // A dialog that asks for one file, which need not exist.
-std::unique_ptr<QFileDialog> MakeFileDialog(const std::string& filter, const std::string& init_dir, QWidget* parent);
+std::unique_ptr<QFileDialog> MakeFileDialog(const std::string& filter, const std::string& init_dir,
+                                            QWidget* parent);
 
 }  // namespace dossierkit::qt

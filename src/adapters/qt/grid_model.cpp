@@ -20,6 +20,9 @@ void GridModel::Reset() {
   beginResetModel();
   rows_ = grid_->RowCount();
   columns_ = static_cast<int>(grid_->ColumnCount());
+  headings_.clear();
+  for (std::size_t column = 0; column < grid_->ColumnCount(); ++column)
+    headings_ << ToQString(grid_->Heading(column));
   endResetModel();
 }
 
@@ -39,15 +42,11 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (!grid_ || orientation != Qt::Horizontal) return {};
+  if (orientation != Qt::Horizontal) return {};
   if (role == Qt::FontRole) return head_font_;
-  if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
-  if (role != Qt::DisplayRole) return {};
-  QVariant text;
-  application_.Guard([&] {
-    if (grid_->RowCount() >= 0) text = ToQString(grid_->Heading(static_cast<std::size_t>(section)));
-  });
-  return text;
+  if (role == Qt::TextAlignmentRole)
+    return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
+  return role == Qt::DisplayRole ? headings_.value(section) : QVariant();
 }
 
 }  // namespace dossierkit::qt

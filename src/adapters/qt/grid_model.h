@@ -3,6 +3,7 @@
 
 #include <QAbstractTableModel>
 #include <QFont>
+#include <QStringList>
 
 namespace dossierkit::toolkit {
 class DataGrid;
@@ -30,6 +31,7 @@ class GridModel : public QAbstractTableModel {
   QtApplication& application_;
   toolkit::DataGrid* grid_;
   QFont head_font_;
+  QStringList headings_;
   int rows_ = 0;
   int columns_ = 0;
 };

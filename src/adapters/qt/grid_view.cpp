@@ -33,7 +33,8 @@ class Table : public QTableView {
   void keyPressEvent(QKeyEvent* event) override {
     const int last = model()->rowCount() - 1;
     const int row = currentIndex().row();
-    const int page = std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
+    const int page =
+        std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
     switch (event->key()) {
       case Qt::Key_Up: Move(row - 1, last); break;
       case Qt::Key_Down: Move(row + 1, last); break;
@@ -87,7 +88,8 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
   native_->horizontalHeader()->setMinimumSectionSize(0);
   native_->horizontalHeader()->setFocusPolicy(Qt::NoFocus);
   QPalette palette = native_->palette();
-  palette.setColor(QPalette::Inactive, QPalette::Highlight, palette.color(QPalette::Active, QPalette::Highlight));
+  palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                   palette.color(QPalette::Active, QPalette::Highlight));
   native_->setPalette(palette);
   QObject::connect(native_->horizontalHeader(), &QHeaderView::sectionResized, Hub(), [this] {
     if (showing_) return;
@@ -118,7 +120,8 @@ void GridView::ShowStyle() {
   model_->SetHeadFont(head);
   native_->horizontalHeader()->setFont(head);
   native_->horizontalHeader()->setFixedHeight(QFontMetrics(head).height() + metrics.Scaled(kHeadPadding));
-  native_->verticalHeader()->setDefaultSectionSize(native_->fontMetrics().height() + metrics.Scaled(kRowPadding));
+  native_->verticalHeader()->setDefaultSectionSize(native_->fontMetrics().height() +
+                                                   metrics.Scaled(kRowPadding));
   ShowWidths();
 }
 
@@ -127,7 +130,8 @@ void GridView::ShowWidths() {
   for (int column = 0; column < model_->columnCount(); ++column) {
     const float width = grid_.ColumnWidth(static_cast<std::size_t>(column));
     native_->setColumnHidden(column, width <= 0);
-    if (width > 0) native_->setColumnWidth(column, std::max(1, GetMetrics().Pixels(static_cast<double>(width))));
+    if (width > 0)
+      native_->setColumnWidth(column, std::max(1, GetMetrics().Pixels(static_cast<double>(width))));
   }
   showing_ = false;
 }
@@ -143,8 +147,8 @@ void GridView::ShowContent() {
 void GridView::ShowSelection() {
   const int row = grid_.Row() - 1;
   const auto& rows = *native_->selectionModel();
-  const bool shown = native_->currentIndex().row() == row &&
-                     (row < 0 ? !rows.hasSelection() : rows.isRowSelected(row, {}));
+  const bool shown =
+      native_->currentIndex().row() == row && (row < 0 ? !rows.hasSelection() : rows.isRowSelected(row, {}));
   if (shown || row >= model_->rowCount()) return;
   showing_ = true;
   if (row < 0) {
@@ -154,8 +158,8 @@ void GridView::ShowSelection() {
     int column = 0;
     while (column + 1 < model_->columnCount() && native_->isColumnHidden(column)) ++column;
     const QModelIndex index = model_->index(row, column);
-    native_->selectionModel()->setCurrentIndex(index,
-                                               QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    native_->selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     const int sideways = native_->horizontalScrollBar()->value();
     native_->scrollTo(index);
     native_->horizontalScrollBar()->setValue(sideways);

@@ -32,7 +32,8 @@ void LabelView::ShowStyle() {
   palette.setColor(QPalette::Inactive, QPalette::WindowText, ColorOf(label_.ForeColor()));
   if (label_.Opaque()) palette.setColor(QPalette::Window, ColorOf(label_.BackColor()));
   // A help text stays readable while its page is disabled.
-  if (label_.Opaque()) palette.setColor(QPalette::Disabled, QPalette::WindowText, ColorOf(label_.ForeColor()));
+  if (label_.Opaque())
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, ColorOf(label_.ForeColor()));
   native_->setPalette(palette);
 }
 

@@ -62,9 +62,13 @@ QColor AccentColor() { return kAccent; }
 QColor BarColor() { return QColor(0xE6, 0xEB, 0xF1); }
 QColor HoverColor() { return QColor(0xE3, 0xED, 0xF8); }
 
-int Metrics::Pixels(double twips) const { return static_cast<int>(std::lround(twips * scale_ / kTwipsPerPixel)); }
+int Metrics::Pixels(double twips) const {
+  return static_cast<int>(std::lround(twips * scale_ / kTwipsPerPixel));
+}
 
-int Metrics::Twips(double pixels) const { return static_cast<int>(std::lround(pixels * kTwipsPerPixel / scale_)); }
+int Metrics::Twips(double pixels) const {
+  return static_cast<int>(std::lround(pixels * kTwipsPerPixel / scale_));
+}
 
 QRect Metrics::Pixels(const toolkit::Rect& place) const {
   const int left = Pixels(place.left);
@@ -74,7 +78,8 @@ QRect Metrics::Pixels(const toolkit::Rect& place) const {
 
 QFont Metrics::FontOf(const toolkit::Font& font) const {
   QFont native;
-  native.setFamilies({ToQString(font.name), QString::fromLatin1(kProgramFont), QString::fromLatin1(kProgramFontElsewhere)});
+  native.setFamilies(
+      {ToQString(font.name), QString::fromLatin1(kProgramFont), QString::fromLatin1(kProgramFontElsewhere)});
   native.setPixelSize(std::max(1, Pixels(font.size * 20)));  // 20 twips to the point
   native.setBold(font.bold);
   return native;

@@ -24,9 +24,9 @@ inline constexpr double kProgramFontSize = 9;
 QColor ColorOf(toolkit::Color color);
 
 // Lines and surfaces that no palette has.
-QColor EdgeColor();     // around frames, under bars
-QColor AccentColor();   // headings, the marked item
-QColor BarColor();      // tool bar, heads of lists and menu
+QColor EdgeColor();    // around frames, under bars
+QColor AccentColor();  // headings, the marked item
+QColor BarColor();     // tool bar, heads of lists and menu
 QColor HoverColor();
 
 // Turns twips into device-independent pixels, enlarged by `scale`.

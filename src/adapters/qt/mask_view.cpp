@@ -23,6 +23,7 @@ class MaskEdit : public QLineEdit {
     setContextMenuPolicy(Qt::NoContextMenu);
     setAcceptDrops(false);
     setDragEnabled(false);
+    setTextMargins(2, 0, 2, 0);
     setMaxLength(std::numeric_limits<int>::max());
     setInputMethodHints(Qt::ImhPreferNumbers | Qt::ImhNoPredictiveText);
   }
@@ -62,7 +63,8 @@ class MaskEdit : public QLineEdit {
     if (!gaining_focus_) QLineEdit::mousePressEvent(event);
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton) QLineEdit::mouseReleaseEvent(event);  // the middle button would paste
+    if (event->button() == Qt::LeftButton)
+      QLineEdit::mouseReleaseEvent(event);  // the middle button would paste
   }
 
  private:

@@ -64,7 +64,8 @@ QVariant MenuModel::data(const QModelIndex& index, int role) const {
   }
 }
 
-void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
   const bool selected = index.row() == model_.Selected();
   const bool marked = (option.state & QStyle::State_Selected) && (option.state & QStyle::State_HasFocus);
   const bool hovered = option.state & QStyle::State_MouseOver;
@@ -88,7 +89,8 @@ void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     const int side = metrics_.Scaled(kIconSize);
     const QIcon icon = index.data(Qt::DecorationRole).value<QIcon>();
     const QRect place(left, row.top() + (row.height() - side) / 2, side, side);
-    if (!icon.isNull()) icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+    if (!icon.isNull())
+      icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
     left += side + metrics_.Scaled(kGap);
   }
   QFont font = option.font;

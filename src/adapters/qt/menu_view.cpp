@@ -125,7 +125,8 @@ void MenuView::ShowStyle() {
   QFont font = Widget()->font();
   font.setBold(true);
   head_->setFont(font);
-  list_->setAccessibleName(ToQString(menu_.AccessibleName().empty() ? menu_.menucaption() : menu_.AccessibleName()));
+  list_->setAccessibleName(
+      ToQString(menu_.AccessibleName().empty() ? menu_.menucaption() : menu_.AccessibleName()));
 }
 
 void MenuView::ShowContent() {

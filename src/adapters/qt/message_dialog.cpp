@@ -5,11 +5,12 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
+#include <QPixmap>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -23,13 +24,29 @@ constexpr int kButtonHeight = 28;
 constexpr int kMargin = 18;
 constexpr int kIconMask = 0xF0;
 
-QIcon IconOf(int flags, const QStyle& style) {
-  switch (flags & kIconMask) {
-    case toolkit::kQuestionIcon: return style.standardIcon(QStyle::SP_MessageBoxQuestion);
-    case toolkit::kExclamationIcon: return style.standardIcon(QStyle::SP_MessageBoxWarning);
-    case toolkit::kInformationIcon: return style.standardIcon(QStyle::SP_MessageBoxInformation);
-    default: return {};
-  }
+// A disc with a sign: "?" on blue, "!" on amber, "i" on blue; null without an icon.
+QPixmap IconOf(int flags, int side, double pixel_ratio) {
+  const int kind = flags & kIconMask;
+  const char* sign = kind == toolkit::kQuestionIcon      ? "?"
+                     : kind == toolkit::kExclamationIcon ? "!"
+                     : kind == toolkit::kInformationIcon ? "i"
+                                                         : nullptr;
+  if (!sign) return {};
+  QPixmap picture(QSize(side, side) * pixel_ratio);
+  picture.setDevicePixelRatio(pixel_ratio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(kind == toolkit::kExclamationIcon ? QColor(0xD9, 0x8A, 0x12) : AccentColor());
+  painter.drawEllipse(QRectF(1, 1, side - 2, side - 2));
+  QFont font = painter.font();
+  font.setPixelSize(side * 5 / 8);
+  font.setBold(true);
+  painter.setFont(font);
+  painter.setPen(Qt::white);
+  painter.drawText(QRect(0, 0, side, side), Qt::AlignCenter, QString::fromLatin1(sign));
+  return picture;
 }
 
 Qt::WindowFlags FlagsOf(bool asks) {
@@ -54,9 +71,10 @@ MessageDialog::MessageDialog(const Metrics& metrics, const QString& text, int fl
   auto* upper = new QHBoxLayout;
   upper->setContentsMargins(margin, margin, margin, margin);
   upper->setSpacing(margin * 2 / 3);
-  if (const QIcon icon = IconOf(flags, *style()); !icon.isNull()) {
+  const QPixmap icon = IconOf(flags, metrics.Scaled(kIconSize), devicePixelRatioF());
+  if (!icon.isNull()) {
     auto* picture = new QLabel(this);
-    picture->setPixmap(icon.pixmap(metrics.Scaled(kIconSize)));
+    picture->setPixmap(icon);
     upper->addWidget(picture, 0, Qt::AlignTop);
   }
   auto* label = new QLabel(text, this);
@@ -105,8 +123,8 @@ MessageDialog::MessageDialog(const Metrics& metrics, const QString& text, int fl
   all->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void MessageDialog::AddButton(QHBoxLayout& row, const QString& text, const char* name, toolkit::MessageAnswer answer,
-                              bool is_default) {
+void MessageDialog::AddButton(QHBoxLayout& row, const QString& text, const char* name,
+                              toolkit::MessageAnswer answer, bool is_default) {
   auto* button = new QPushButton(text, this);
   button->setObjectName(QString::fromLatin1(name));
   button->setAccessibleName(text.left(text.indexOf(QStringLiteral("(&"))));

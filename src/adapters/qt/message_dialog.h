@@ -17,7 +17,8 @@ namespace dossierkit::qt {
 // and the close box mean too.
 class MessageDialog : public QDialog {
  public:
-  MessageDialog(const Metrics& metrics, const QString& text, int flags, const QString& title, QWidget* parent);
+  MessageDialog(const Metrics& metrics, const QString& text, int flags, const QString& title,
+                QWidget* parent);
 
   bool Answered() const { return answered_; }
   toolkit::MessageAnswer Answer() const { return answer_; }

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QStyleFactory>
 #include <QThread>
@@ -11,7 +12,6 @@
 #include "adapters/qt/keys.h"
 #include "adapters/qt/window_view.h"
 #include "platform/toolkit/controls/tab_strip.h"
-#include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::qt {
@@ -23,11 +23,11 @@ constexpr int kActivationWait = 150;  // ms at most
 }  // namespace
 
 QtApplication::QtApplication(int& argc, char** argv) : QApplication(argc, argv) {
+  QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));  // dates of the file dialog
   setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   setPalette(ProgramPalette());
-  QObject::connect(this, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-    Guard([&] { FollowFocus(now); });
-  });
+  QObject::connect(this, &QApplication::focusChanged, this,
+                   [this](QWidget*, QWidget* now) { Guard([&] { FollowFocus(now); }); });
 }
 
 QtApplication::~QtApplication() { sendPostedEvents(nullptr, QEvent::DeferredDelete); }
@@ -131,7 +131,8 @@ void QtApplication::ReportMove(QWidget& widget, const QMouseEvent& event) {
   for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
     if (event.buttons() & button) buttons |= ButtonOf(button);
   }
-  view->GetControl().UserMouseMove(buttons, ShiftOf(event.modifiers()), metrics.Twips(at.x()), metrics.Twips(at.y()));
+  view->GetControl().UserMouseMove(buttons, ShiftOf(event.modifiers()), metrics.Twips(at.x()),
+                                   metrics.Twips(at.y()));
 }
 
 bool QtApplication::PassKey(QWidget& widget, const QKeyEvent& event) {
@@ -148,7 +149,8 @@ bool QtApplication::PassKey(QWidget& widget, const QKeyEvent& event) {
   }
   if (const char letter = MnemonicKeyOf(event); letter && ClickMnemonic(form, letter)) return false;
   const QPointer<QWidget> alive = &widget;
-  if (const int code = KeyCodeOf(event); code && !form.UserKeyDown(code, ShiftOf(event.modifiers()))) return false;
+  if (const int code = KeyCodeOf(event); code && !form.UserKeyDown(code, ShiftOf(event.modifiers())))
+    return false;
   for (const char32_t character : CharactersOf(event)) {
     if (!alive || !form.UserKeyPress(character)) return false;
   }
@@ -199,7 +201,8 @@ void QtApplication::FollowFocus(QWidget* now) {
   toolkit::Form* form = control.Window();
   if (!form || control.HasFocus()) return;
   const auto keep = form->shared_from_this();
-  const bool from_window = focus_reason_ == Qt::ActiveWindowFocusReason || focus_reason_ == Qt::PopupFocusReason;
+  const bool from_window =
+      focus_reason_ == Qt::ActiveWindowFocusReason || focus_reason_ == Qt::PopupFocusReason;
   if (!from_window) control.UserFocus();
   // Where the model did not follow, the native focus goes back.
   const std::weak_ptr<toolkit::Control> later = form->shared_from_this();
@@ -270,16 +273,16 @@ void QtApplication::Guard(const std::function<void()>& work) {
   }
 }
 
+// Not at once: this may run in the middle of the painting. A window that went meanwhile hears nothing.
 void QtApplication::ReportFailure(std::exception_ptr failure) {
+  WindowView* top = TopWindow();
+  if (!top) return;
+  const std::weak_ptr<toolkit::Control> window = top->GetControl().weak_from_this();
   QMetaObject::invokeMethod(
       this,
-      [this, failure] {
-        WindowView* top = TopWindow();
-        if (!top) return;
-        auto& form = static_cast<toolkit::Form&>(top->GetControl());
-        if (toolkit::Form* topmost = form.GetDesktop().TopmostForm()) {
-          topmost->Deliver([&] { std::rethrow_exception(failure); });
-        }
+      [window, failure] {
+        const auto form = window.lock();
+        if (form) static_cast<toolkit::Form&>(*form).Deliver([&] { std::rethrow_exception(failure); });
       },
       Qt::QueuedConnection);
 }

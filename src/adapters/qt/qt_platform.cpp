@@ -92,13 +92,15 @@ toolkit::MessageAnswer QtPlatform::ShowMessage(const std::string& text, int flag
   WindowView* below = application.TopWindow();
   // A message of a window that is about to show stands over that window.
   if (below && !below->Widget()->isVisible()) below->Present();
-  const QPointer<MessageDialog> box = new MessageDialog(parts_->context.metrics, ToQString(text), flags, ToQString(title),
-                                                        below ? below->Widget() : nullptr);
+  const QPointer<MessageDialog> box = new MessageDialog(parts_->context.metrics, ToQString(text), flags,
+                                                        ToQString(title), below ? below->Widget() : nullptr);
   box->OnAnswer([&application] { application.WakeLoops(); });
   box->show();
   box->activateWindow();
   application.RunUntil([&] { return !box || box->Answered(); });
-  const auto answer = box ? box->Answer() : (flags & toolkit::kYesNo) ? toolkit::kAnswerNo : toolkit::kAnswerOk;
+  const auto answer = box                         ? box->Answer()
+                      : (flags & toolkit::kYesNo) ? toolkit::kAnswerNo
+                                                  : toolkit::kAnswerOk;
   if (box) {
     box->hide();
     box->deleteLater();

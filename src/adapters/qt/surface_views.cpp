@@ -41,7 +41,8 @@ class FrameWidget : public QWidget {
     painter.drawRoundedRect(edge, kCornerRadius, kCornerRadius);
     if (caption_.isEmpty()) return;
     painter.setClipping(false);
-    painter.setPen(isEnabled() ? AccentColor().darker(120) : palette().color(QPalette::Disabled, QPalette::WindowText));
+    painter.setPen(isEnabled() ? AccentColor().darker(120)
+                               : palette().color(QPalette::Disabled, QPalette::WindowText));
     painter.drawText(QRect(kCaptionIndent + kCaptionPadding, 0, text_width + 2, metrics.height()),
                      Qt::AlignLeft | Qt::AlignVCenter, caption_);
   }
@@ -59,7 +60,8 @@ class LineWidget : public QWidget {
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     const bool across = width() >= height();
-    const QRect stroke = across ? QRect(0, (height() - 1) / 2, width(), 1) : QRect((width() - 1) / 2, 0, 1, height());
+    const QRect stroke =
+        across ? QRect(0, (height() - 1) / 2, width(), 1) : QRect((width() - 1) / 2, 0, 1, height());
     painter.fillRect(stroke, EdgeColor().darker(112));
   }
 };

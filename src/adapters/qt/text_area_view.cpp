@@ -24,7 +24,7 @@ class TextEdit : public QPlainTextEdit {
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    document()->setDocumentMargin(2);
+    document()->setDocumentMargin(4);
   }
 
  protected:
@@ -65,7 +65,8 @@ TextAreaView::TextAreaView(ViewContext& context, toolkit::TextBox& box)
     : TextView(context, box, new TextEdit(context.application, ParentWidgetOf(box))),
       native_(static_cast<QPlainTextEdit*>(Widget())) {
   QObject::connect(native_, &QPlainTextEdit::textChanged, Hub(), [this] { NativeTextChanged(); });
-  QObject::connect(native_, &QPlainTextEdit::cursorPositionChanged, Hub(), [this] { NativeSelectionChanged(); });
+  QObject::connect(native_, &QPlainTextEdit::cursorPositionChanged, Hub(),
+                   [this] { NativeSelectionChanged(); });
   QObject::connect(native_, &QPlainTextEdit::selectionChanged, Hub(), [this] { NativeSelectionChanged(); });
 }
 
@@ -73,7 +74,8 @@ TextAreaView::TextAreaView(ViewContext& context, toolkit::TextBox& box)
 QString TextAreaView::NativeText() const {
   QString text = native_->document()->toRawText();
   for (QChar& character : text) {
-    if (character == QChar::ParagraphSeparator || character == QChar::LineSeparator) character = QLatin1Char('\n');
+    if (character == QChar::ParagraphSeparator || character == QChar::LineSeparator)
+      character = QLatin1Char('\n');
   }
   return text;
 }
@@ -92,7 +94,8 @@ void TextAreaView::SetNativeSelection(qsizetype start, qsizetype length) {
   const qsizetype end = native_->document()->characterCount() - 1;
   QTextCursor cursor = native_->textCursor();
   cursor.setPosition(static_cast<int>(std::min(start, end)));
-  if (length > 0) cursor.setPosition(static_cast<int>(std::min(start + length, end)), QTextCursor::KeepAnchor);
+  if (length > 0)
+    cursor.setPosition(static_cast<int>(std::min(start + length, end)), QTextCursor::KeepAnchor);
   native_->setTextCursor(cursor);
 }
 

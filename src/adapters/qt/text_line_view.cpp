@@ -16,6 +16,7 @@ class LineEdit : public QLineEdit {
     setContextMenuPolicy(Qt::NoContextMenu);
     setAcceptDrops(false);
     setDragEnabled(false);
+    setTextMargins(2, 0, 2, 0);
     setMaxLength(std::numeric_limits<int>::max());  // the model limits
   }
 

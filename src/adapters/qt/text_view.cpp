@@ -35,7 +35,8 @@ void TextView::NativeTextChanged() {
   const std::size_t end = shown_.ModelPosition(change.start + change.removed);
   const auto life = Life();
   Context().application.Guard([&] {
-    box_.UserReplace(start, end - start, box_.MultiLine() ? WithModelBreaks(change.inserted) : ToUtf8(change.inserted));
+    box_.UserReplace(start, end - start,
+                     box_.MultiLine() ? WithModelBreaks(change.inserted) : ToUtf8(change.inserted));
   });
   // Also where the report was ignored, the model's text is what stands there.
   if (!life.expired()) ShowText();

@@ -19,7 +19,8 @@ class TextView : public WidgetView {
   void DoubleClicked();
 
  protected:
-  TextView(ViewContext& context, toolkit::TextBox& box, QWidget* widget) : WidgetView(context, box, widget), box_(box) {}
+  TextView(ViewContext& context, toolkit::TextBox& box, QWidget* widget)
+      : WidgetView(context, box, widget), box_(box) {}
 
   // The native widget's side, in places of the shown text.
   virtual QString NativeText() const = 0;

@@ -12,7 +12,9 @@ QString ToQString(std::string_view text) {
 
 std::string ToUtf8(const QString& text) { return text.toStdString(); }
 
-QString ToNativePath(std::string_view path) { return ToQString(path).replace(QLatin1Char('\\'), QLatin1Char('/')); }
+QString ToNativePath(std::string_view path) {
+  return ToQString(path).replace(QLatin1Char('\\'), QLatin1Char('/'));
+}
 
 char MnemonicOf(std::string_view caption) {
   const auto mark = caption.find('&');
@@ -46,7 +48,9 @@ std::size_t ShownText::ModelPosition(qsizetype shown) const {
   return static_cast<std::size_t>(std::min(found, starts_.end() - 1) - starts_.begin());
 }
 
-qsizetype ShownText::ShownPosition(std::size_t model) const { return starts_[std::min(model, starts_.size() - 1)]; }
+qsizetype ShownText::ShownPosition(std::size_t model) const {
+  return starts_[std::min(model, starts_.size() - 1)];
+}
 
 TextChange FindChange(const QString& before, const QString& after, qsizetype caret) {
   const qsizetype shorter = std::min(before.size(), after.size());

@@ -46,11 +46,11 @@ void ToolbarView::Build() {
     button->setText(caption);
     button->setShortcut({});  // mnemonics are the model's
     button->setAccessibleName(ToQString(buttons[i].Caption().substr(0, buttons[i].Caption().find("(&"))));
-    const QString icon = ToQString(Context().icon_folder + "/toolbar-" + std::to_string(buttons[i].ImageIndex()) + ".png");
+    const QString icon =
+        ToQString(Context().icon_folder + "/toolbar-" + std::to_string(buttons[i].ImageIndex()) + ".png");
     if (buttons[i].ImageIndex() > 0 && QFile::exists(icon)) button->setIcon(QIcon(icon));
-    QObject::connect(button, &QToolButton::clicked, Hub(), [this, i] {
-      Context().application.Guard([this, i] { bar_.UserClick(i); });
-    });
+    QObject::connect(button, &QToolButton::clicked, Hub(),
+                     [this, i] { Context().application.Guard([this, i] { bar_.UserClick(i); }); });
     buttons_.push_back(button);
   }
 }

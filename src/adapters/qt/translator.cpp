@@ -61,7 +61,8 @@ constexpr TextRow kTexts[] = {
     {"File Folder", "文件夹"},
     {"Folder", "文件夹"},
     {"%1 File", "%1 文件"},
-    {"%1\nFile not found.\nPlease verify the correct file name was given.", "%1\n文件未找到。\n请核对文件名。"},
+    {"%1\nFile not found.\nPlease verify the correct file name was given.",
+     "%1\n文件未找到。\n请核对文件名。"},
     {"%1\nDirectory not found.\nPlease verify the correct directory name was given.",
      "%1\n文件夹未找到。\n请核对名称。"},
 };

@@ -7,7 +7,8 @@ namespace dossierkit::qt {
 
 class Translator : public QTranslator {
  public:
-  QString translate(const char* context, const char* source, const char* disambiguation, int n) const override;
+  QString translate(const char* context, const char* source, const char* disambiguation,
+                    int n) const override;
   bool isEmpty() const override { return false; }
 };
 

@@ -16,7 +16,11 @@ QWidget* ParentWidgetOf(const toolkit::Control& control) {
 }
 
 WidgetView::WidgetView(ViewContext& context, toolkit::Control& control, QWidget* widget)
-    : context_(context), control_(control), widget_(widget), hub_(std::make_unique<QObject>()), life_(std::make_shared<int>(0)) {
+    : context_(context),
+      control_(control),
+      widget_(widget),
+      hub_(std::make_unique<QObject>()),
+      life_(std::make_shared<int>(0)) {
   widget->setObjectName(ToQString(control.Name()));
   widget->setFocusPolicy(control.TakesFocus() ? Qt::StrongFocus : Qt::NoFocus);
   context_.application.Link(*widget, *this);
@@ -26,6 +30,7 @@ WidgetView::~WidgetView() {
   hub_.reset();
   if (!widget_) return;
   context_.application.Unlink(*widget_);
+  widget_->setObjectName({});
   widget_->hide();
   widget_->clearFocus();
   widget_->deleteLater();

@@ -23,7 +23,8 @@ constexpr int kBorderHeight = 405;
 
 class Window : public QWidget {
  public:
-  Window(QtApplication& application, QWidget* parent) : QWidget(parent, Qt::Window), application_(application) {
+  Window(QtApplication& application, QWidget* parent)
+      : QWidget(parent, Qt::Window), application_(application) {
     setAttribute(Qt::WA_QuitOnClose, false);  // the program's own windows decide that
   }
 
@@ -149,8 +150,10 @@ void WindowView::Resized() {
   const QSize design = DesignSize();
   const QSize client = Widget()->size().expandedTo(design);
   const auto& metrics = GetMetrics();
-  const int width = client.width() == design.width() ? GetForm().DesignWidth() : metrics.Twips(client.width());
-  const int height = client.height() == design.height() ? GetForm().DesignHeight() : metrics.Twips(client.height());
+  const int width =
+      client.width() == design.width() ? GetForm().DesignWidth() : metrics.Twips(client.width());
+  const int height =
+      client.height() == design.height() ? GetForm().DesignHeight() : metrics.Twips(client.height());
   Context().application.Guard([&] { GetForm().UserResize(width + kBorderWidth, height + kBorderHeight); });
 }
 

@@ -146,7 +146,8 @@ class SqliteConnection::Engine {
   void Bind(int index, const jet::Token& constant) {
     if (constant.kind == jet::TokenKind::kLiteral) {
       const std::string literal = jet::TextOfLiteral(constant.text);
-      sqlite3_bind_text(update_.get(), index, literal.data(), static_cast<int>(literal.size()), SQLITE_TRANSIENT);
+      sqlite3_bind_text(update_.get(), index, literal.data(), static_cast<int>(literal.size()),
+                        SQLITE_TRANSIENT);
     } else if (constant.text.find('.') == std::string_view::npos) {
       sqlite3_bind_int64(update_.get(), index, std::strtoll(std::string(constant.text).c_str(), nullptr, 10));
     } else {
@@ -221,7 +222,8 @@ SqliteConnection::SqliteConnection(std::unique_ptr<Engine> engine) : engine_(std
 SqliteConnection::~SqliteConnection() = default;
 
 std::shared_ptr<SqliteConnection> SqliteConnection::OpenInMemory(const std::string& bytes) {
-  auto engine = std::make_unique<Engine>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX);
+  auto engine =
+      std::make_unique<Engine>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX);
   if (!bytes.empty()) {
     auto* copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size()));
     if (copy == nullptr) throw Failure(environment::kEngineFailure, "内存不足。");

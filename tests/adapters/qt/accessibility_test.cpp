@@ -12,7 +12,9 @@ class QtAccessibility : public Stage {
   QAccessibleInterface* Interface(const toolkit::Control& control) {
     return QAccessible::queryAccessibleInterface(Native(control));
   }
-  std::string NameOf(const toolkit::Control& control) { return Text(Interface(control)->text(QAccessible::Name)); }
+  std::string NameOf(const toolkit::Control& control) {
+    return Text(Interface(control)->text(QAccessible::Name));
+  }
 };
 
 TEST_F(QtAccessibility, NamesEveryFieldByItsLabel) {

@@ -21,7 +21,8 @@ TEST_F(QtControls, StandAtTheirPlaces) {
     EXPECT_EQ(box->geometry(), QRect(97, 226, 266, 21));  // 1450, 3390, 4000, 315 in twips, by edges
     EXPECT_EQ(box->parentWidget()->objectName(), "ctrlUserA02");
     EXPECT_EQ(Native("LabInterFace")->parentWidget()->objectName(), "Frm2");
-    EXPECT_EQ(QApplication::activeWindow()->size(), QSize(800, 741).expandedTo({0, 0})) << "of the offscreen screen";
+    EXPECT_EQ(QApplication::activeWindow()->size(), QSize(800, 741).expandedTo({0, 0}))
+        << "of the offscreen screen";
   });
 }
 

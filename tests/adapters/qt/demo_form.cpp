@@ -10,10 +10,22 @@ using toolkit::Rect;
 
 constexpr toolkit::Color kCodedBlue = 0xFCE0C9;
 
-const char* const kSets[] = {"基本信息", "主要学习经历", "工作经历", "主要兼职", "国内外访问、进修、培训",
-                             "重要学术会议", "主持或参加完成的专业成果", "专业获奖信息", "论文和著作目录",
-                             "专业领域成果", "主要成就、贡献", "培养人才情况", "现状和发展趋势",
-                             "近期主要业务工作", "已授权专利情况", "单位推荐情况"};
+const char* const kSets[] = {"基本信息",
+                             "主要学习经历",
+                             "工作经历",
+                             "主要兼职",
+                             "国内外访问、进修、培训",
+                             "重要学术会议",
+                             "主持或参加完成的专业成果",
+                             "专业获奖信息",
+                             "论文和著作目录",
+                             "专业领域成果",
+                             "主要成就、贡献",
+                             "培养人才情况",
+                             "现状和发展趋势",
+                             "近期主要业务工作",
+                             "已授权专利情况",
+                             "单位推荐情况"};
 
 }  // namespace
 
@@ -98,7 +110,8 @@ void DemoPage::BuildHelp() {
   help->SetBackColor(toolkit::kAppWorkspace);
   help->SetOpaque(true);
   help->SetWordWrap(true);
-  help->SetCaption("从中专、大专或大学填起，包括国外学习经历\r\n加粗标题为必填项\r\n蓝色文本框可双击鼠标左键选择代码");
+  help->SetCaption(
+      "从中专、大专或大学填起，包括国外学习经历\r\n加粗标题为必填项\r\n蓝色文本框可双击鼠标左键选择代码");
   help->Move({90, 270, 11820, 2040});
 }
 

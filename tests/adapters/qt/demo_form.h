@@ -45,7 +45,8 @@ class DemoPage : public toolkit::UserControl {
 
 class DemoForm : public toolkit::Form {
  public:
-  explicit DemoForm(toolkit::Desktop& desktop, std::string name = "frmDemo", int width = 15240, int height = 11115);
+  explicit DemoForm(toolkit::Desktop& desktop, std::string name = "frmDemo", int width = 15240,
+                    int height = 11115);
 
   // As page; drops the present one.
   void NewPage();

@@ -53,7 +53,8 @@ TEST_F(QtLists, AClickMovesTheCursorAlsoOnTheCurrentRow) {
 
 TEST_F(QtLists, ACancelledMovePutsTheSelectionBack) {
   Play([&] {
-    On(form->rows->WillMove, [&](std::int32_t, std::int32_t& status, ado::Recordset&) { status = ado::kStatusCancel; });
+    On(form->rows->WillMove,
+       [&](std::int32_t, std::int32_t& status, ado::Recordset&) { status = ado::kStatusCancel; });
     ClickRow(Table(), 4, 1);
     EXPECT_EQ(Table()->currentIndex().row(), 0);
     EXPECT_TRUE(Table()->selectionModel()->isRowSelected(0));

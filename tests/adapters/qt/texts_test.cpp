@@ -26,7 +26,10 @@ TEST(ShownText, ShowsEachBreakAsOneCharacter) {
 }
 
 TEST(ShownText, ShowsABadByteAsOneReplacement) {
-  const ShownText text("a\xFF\xFE" "b", false);
+  const ShownText text(
+      "a\xFF\xFE"
+      "b",
+      false);
   EXPECT_EQ(text.Shown().size(), 4);
   EXPECT_EQ(text.ModelPosition(3), 3U);
 }
@@ -37,7 +40,8 @@ TEST(ShownText, EmptyTextHasOnePlace) {
   EXPECT_EQ(text.ShownPosition(5), 0);
 }
 
-void ExpectChange(const char* before, const char* after, int caret, int start, int removed, const char* inserted) {
+void ExpectChange(const char* before, const char* after, int caret, int start, int removed,
+                  const char* inserted) {
   const TextChange change = FindChange(QString::fromUtf8(before), QString::fromUtf8(after), caret);
   EXPECT_EQ(change.start, start);
   EXPECT_EQ(change.removed, removed);

@@ -1,3 +1,4 @@
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <stdexcept>
@@ -92,7 +93,9 @@ TEST_F(QtWindows, IsShownAgainAfterHiding) {
 TEST_F(QtWindows, AMessageBoxIsAnsweredByMouseAndKeys) {
   Play([&] {
     const auto answer = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-      Next([key, modifiers] { QTest::keyClick(QApplication::activeModalWidget()->focusWidget(), key, modifiers); });
+      Next([key, modifiers] {
+        QTest::keyClick(QApplication::activeModalWidget()->focusWidget(), key, modifiers);
+      });
       return desktop.MsgBox("是否保存？", toolkit::kYesNo + toolkit::kQuestionIcon, "信息保存");
     };
     AnswerNext("No");
@@ -171,11 +174,69 @@ TEST_F(QtWindows, AFailureGoesThroughTwoLoopsToTheCaller) {
   Play([&] { EXPECT_TRUE(Native(*form->page->name)->hasFocus()); });
 }
 
-TEST_F(QtWindows, AFailureOfAClosedListEndsTheWindow) {
-  EXPECT_NO_THROW(Play([&] {
+TEST_F(QtWindows, AListThatWasClosedShowsNothing) {
+  Play([&] {
     form->rows->Close();
     Native("DGItems")->grab();
-  }));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(form->Loaded());
+  });
+}
+
+TEST_F(QtWindows, AFailureInANativeHandlerEndsTheWindow) {
+  class Failing : public QObject {
+    bool event(QEvent*) override { throw environment::MakeFailure(environment::kOverflow); }
+  } failing;
+  int number = 0;
+  try {
+    Play([&] {
+      QEvent event(QEvent::User);
+      QCoreApplication::sendEvent(&failing, &event);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return form->LoopEnded(); }));
+    });
+  } catch (const environment::Failure& failure) {
+    number = failure.number();
+  }
+  EXPECT_EQ(number, environment::kOverflow);
+}
+
+TEST_F(QtWindows, ABusyPointerShowsInALongEvent) {
+  Play([&] {
+    On(form->page->button->Click, [&] {
+      the_platform->Tick();
+      EXPECT_FALSE(QApplication::overrideCursor());
+      QTest::qSleep(320);
+      the_platform->Tick();
+      EXPECT_TRUE(QApplication::overrideCursor());
+      AnswerNext("OK");
+      Next([&] { EXPECT_FALSE(QApplication::overrideCursor()); });
+      desktop.MsgBox("完成。");
+    });
+    // As an event of its own, outside the scene's.
+    QTimer::singleShot(0, qApp, [&] { Click(Native(*form->page->button)); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !message.empty(); }));
+    EXPECT_FALSE(QApplication::overrideCursor());
+  });
+}
+
+TEST_F(QtWindows, AFileIsChosenThatNeedNotExist) {
+  Play([&] {
+    toolkit::CommonDialog request("dlgSelPic");
+    request.filter = "图片文件 (*.jpg)|*.jpg;";
+    request.init_dir = "/tmp\\nobody.jpg";
+    Next([] {
+      auto* dialog = dynamic_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_TRUE(dialog);
+      EXPECT_EQ(dialog->directory().path(), "/tmp");
+      auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+      name->setText("no-such-picture.jpg");
+      QTest::keyClick(name, Qt::Key_Return);
+    });
+    EXPECT_EQ(the_platform->ChooseFile(request), "/tmp/no-such-picture.jpg");
+    Next([] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    EXPECT_EQ(the_platform->ChooseFile(request), "");
+    EXPECT_TRUE(Native(*form->page->name)->hasFocus());
+  });
 }
 
 TEST_F(QtWindows, APageMayBeRemovedInItsOwnEvent) {

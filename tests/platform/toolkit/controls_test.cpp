@@ -31,7 +31,8 @@ class ControlsTest : public ToolkitTest {};
 class ViewsTest : public testing::Test {
  protected:
   ViewsTest() {
-    desktop.RegisterClass("TestPage", [this](const std::string& name) { return std::make_shared<TestPage>(name, log); });
+    desktop.RegisterClass("TestPage",
+                          [this](const std::string& name) { return std::make_shared<TestPage>(name, log); });
     form->on_load = [this] { form->LoadPage(); };
   }
   void Visit(const std::function<void()>& scene) {
@@ -53,7 +54,8 @@ TEST_F(ControlsTest, KeepTheOrderOfCreationAndAreFlat) {
   Visit([&] {
     Log names;
     for (const auto& control : form->Page()->Controls()) names.push_back(control->Name());
-    EXPECT_EQ(names, (Log{"labName", "txtName", "mskDate", "txtNote", "chkFlag", "frmInner", "txtInner", "grid"}));
+    EXPECT_EQ(names,
+              (Log{"labName", "txtName", "mskDate", "txtNote", "chkFlag", "frmInner", "txtInner", "grid"}));
     EXPECT_EQ(form->Page()->Controls().Count(), 8U);
     EXPECT_EQ(form->Page()->Controls().At(6)->Container(), form->Get("frmInner").get());
     EXPECT_EQ(form->Page()->Controls().At(6)->Owner(), form->Page().get());
@@ -198,7 +200,8 @@ TEST_F(ViewsTest, RefusedReportsShowTheModelAgain) {
               (Shown{focus, {"chkFlag", Aspect::kText}}));
     EXPECT_EQ(shown_after([&] { form->Get<VerticalMenu>("VMenu1")->UserClick(2); }),
               (Shown{focus, {"VMenu1", Aspect::kSelection}}));
-    EXPECT_EQ(shown_after([&] { form->Get<DataGrid>("grid")->UserSelectRow(1); }), (Shown{{"grid", Aspect::kSelection}}));
+    EXPECT_EQ(shown_after([&] { form->Get<DataGrid>("grid")->UserSelectRow(1); }),
+              (Shown{{"grid", Aspect::kSelection}}));
     EXPECT_EQ(shown_after([&] { form->Get("txtName")->UserFocus(); }), (Shown{focus, focus}));
     form->Get<MaskEdBox>("mskDate")->UserType("x");
     EXPECT_EQ(TakeShown(), (Shown{{"mskDate", Aspect::kText}}));

@@ -21,7 +21,8 @@ class DataGridTest : public ToolkitTest {
         }
       }
       recordset = std::make_shared<ado::Recordset>(std::move(rows));
-      On(recordset->WillMove, [this](std::int32_t, std::int32_t&, ado::Recordset&) { log.push_back("WillMove"); });
+      On(recordset->WillMove,
+         [this](std::int32_t, std::int32_t&, ado::Recordset&) { log.push_back("WillMove"); });
       On(recordset->MoveComplete, [this](std::int32_t, std::int32_t& status, ado::Recordset&) {
         log.push_back(status == ado::kStatusCancel ? "cancelled" : "MoveComplete");
       });
@@ -67,7 +68,8 @@ TEST_F(DataGridTest, ColumnsHaveWidthsInTwipsAndZeroHides) {
 TEST_F(DataGridTest, ClickMovesTheFocusThenTheCursor) {
   WithGrid([&](DataGrid& grid) {
     user.ClickRow(3);
-    EXPECT_EQ(TakeLog(), (Log{"txtName.Validate", "txtName.LostFocus", "grid.GotFocus", "WillMove", "MoveComplete"}));
+    EXPECT_EQ(TakeLog(),
+              (Log{"txtName.Validate", "txtName.LostFocus", "grid.GotFocus", "WillMove", "MoveComplete"}));
     EXPECT_EQ(recordset->AbsolutePosition(), 3);
     EXPECT_EQ(grid.Row(), 3);
   });

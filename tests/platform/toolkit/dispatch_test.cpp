@@ -108,7 +108,8 @@ TEST_F(DispatchTest, CheckThatDropsThePageEndsTheFocusMove) {
     On(form->Get("txtName")->Validate, [&](bool&) { form->LoadPage("second"); });
     TakeLog();
     user.Click("txtNote");
-    EXPECT_EQ(TakeLog(), (Log{"txtName.Validate", "page.Terminate", "second.Initialize", "second.Show", "page.gone"}));
+    EXPECT_EQ(TakeLog(),
+              (Log{"txtName.Validate", "page.Terminate", "second.Initialize", "second.Show", "page.gone"}));
     EXPECT_EQ(Focus(), "");
   });
 }
@@ -125,7 +126,8 @@ TEST_F(DispatchTest, GotFocusThatDropsThePageSkipsTheClick) {
 TEST_F(DispatchTest, MenuClickMayDropThePageAndLoadTheNext) {
   Visit([&] {
     form->Get("txtName")->SetFocus();
-    On(form->Get<VerticalMenu>("VMenu1")->MenuItemClick, [&](std::int32_t&, std::int32_t&) { form->LoadPage("second"); });
+    On(form->Get<VerticalMenu>("VMenu1")->MenuItemClick,
+       [&](std::int32_t&, std::int32_t&) { form->LoadPage("second"); });
     TakeLog();
     user.ClickMenu(2);
     EXPECT_EQ(TakeLog(), (Log{"txtName.Validate", "txtName.LostFocus", "page.Terminate", "page.gone",
@@ -238,9 +240,7 @@ TEST_F(DispatchTest, PageDroppedBeforeItsShowShowsNothing) {
 
 TEST_F(DispatchTest, ShowMayDropItsOwnPage) {
   Visit([&] {
-    InEvent([&] {
-      form->LoadPage("second")->on_show = [&] { form->LoadPage("third"); };
-    });
+    InEvent([&] { form->LoadPage("second")->on_show = [&] { form->LoadPage("third"); }; });
     EXPECT_EQ(form->Page()->Name(), "third");
     EXPECT_EQ(CountOf(log, "third.Show"), 1U);
   });

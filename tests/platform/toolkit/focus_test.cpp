@@ -12,7 +12,8 @@ TEST_F(FocusTest, MovingRaisesValidateThenLostFocusThenGotFocusThenTheClick) {
     form->Get("txtName")->SetFocus();
     TakeLog();
     user.Click("txtNote");
-    EXPECT_EQ(TakeLog(), (Log{"txtName.Validate", "txtName.LostFocus", "txtNote.GotFocus", "txtNote.MouseDown"}));
+    EXPECT_EQ(TakeLog(),
+              (Log{"txtName.Validate", "txtName.LostFocus", "txtNote.GotFocus", "txtNote.MouseDown"}));
     EXPECT_EQ(Focus(), "txtNote");
   });
 }
@@ -96,7 +97,8 @@ TEST_F(FocusTest, ClickIsDeliveredOnceThoughTheCheckOpensAWindow) {
     TakeLog();
     user.ClickMenu(2);
     EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(TakeLog(), (Log{"txtName.Validate", "frmInner.Load", "frmInner.Activate", "txtName.LostFocus"}));
+    EXPECT_EQ(TakeLog(),
+              (Log{"txtName.Validate", "frmInner.Load", "frmInner.Activate", "txtName.LostFocus"}));
     user.Click("txtNote");
     EXPECT_EQ(CountOf(TakeLog(), "txtNote.MouseDown"), 1U);
   });
@@ -110,7 +112,8 @@ TEST_F(FocusTest, ClickIsDeliveredOnceThoughTheCheckShowsAMessage) {
     platform.on_message = [&](const headless::Message&) { user.Click("txtNote"); };
     TakeLog();
     user.Click("txtNote");
-    EXPECT_EQ(TakeLog(), (Log{"txtName.Validate", "txtName.LostFocus", "txtNote.GotFocus", "txtNote.MouseDown"}));
+    EXPECT_EQ(TakeLog(),
+              (Log{"txtName.Validate", "txtName.LostFocus", "txtNote.GotFocus", "txtNote.MouseDown"}));
     EXPECT_EQ(platform.messages.size(), 1U);
   });
 }

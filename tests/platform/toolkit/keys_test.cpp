@@ -9,9 +9,14 @@ TEST_F(KeysTest, PageSeesKeysBeforeTheControlWithTheFocus) {
   Visit([&] {
     auto box = form->Get<TextBox>("txtName");
     box->SetFocus();
-    form->Page()->on_key_down = [&](int& key, int shift) { log.push_back("page.KeyDown " + std::to_string(key + shift)); };
-    form->Page()->on_key_press = [&](char32_t& key) { log.push_back("page.KeyPress " + std::to_string(key)); };
-    On(box->KeyDown, [&](int& key, int shift) { log.push_back("box.KeyDown " + std::to_string(key + shift)); });
+    form->Page()->on_key_down = [&](int& key, int shift) {
+      log.push_back("page.KeyDown " + std::to_string(key + shift));
+    };
+    form->Page()->on_key_press = [&](char32_t& key) {
+      log.push_back("page.KeyPress " + std::to_string(key));
+    };
+    On(box->KeyDown,
+       [&](int& key, int shift) { log.push_back("box.KeyDown " + std::to_string(key + shift)); });
     On(box->KeyPress, [&](char32_t& key) { log.push_back("box.KeyPress " + std::to_string(key)); });
     TakeLog();
     user.Type("a");

@@ -45,9 +45,9 @@ TEST_F(MaskEdBoxTest, ShorterMaskTakesTheCaretBack) {
 
 TEST_F(MaskEdBoxTest, TypedDigitsFillTheMaskAndStepOverLiterals) {
   InBox([&](MaskEdBox& box) {
-    const std::vector<std::pair<std::string, std::size_t>> expected = {
-        {"1___年__月", 1}, {"19__年__月", 2}, {"199_年__月", 3},
-        {"1990年__月", 5}, {"1990年0_月", 6}, {"1990年03月", 8}};
+    const std::vector<std::pair<std::string, std::size_t>> expected = {{"1___年__月", 1}, {"19__年__月", 2},
+                                                                       {"199_年__月", 3}, {"1990年__月", 5},
+                                                                       {"1990年0_月", 6}, {"1990年03月", 8}};
     const std::string digits = "199003";
     for (std::size_t i = 0; i < digits.size(); ++i) {
       user.Type(digits.substr(i, 1));
@@ -136,9 +136,9 @@ TEST_F(MaskEdBoxTest, BackspaceBlanksAndStepsOverLiterals) {
   InBox([&](MaskEdBox& box) {
     box.SetText("1990年03月");
     user.Press(kKeyEnd);
-    const std::vector<std::pair<std::string, std::size_t>> expected = {
-        {"1990年0_月", 6}, {"1990年__月", 5}, {"199_年__月", 3},
-        {"19__年__月", 2}, {"1___年__月", 1}, {kBlank, 0}};
+    const std::vector<std::pair<std::string, std::size_t>> expected = {{"1990年0_月", 6}, {"1990年__月", 5},
+                                                                       {"199_年__月", 3}, {"19__年__月", 2},
+                                                                       {"1___年__月", 1}, {kBlank, 0}};
     for (const auto& [text, caret] : expected) {
       user.Press(kKeyBack);
       EXPECT_EQ(box.Text(), text);
@@ -232,12 +232,14 @@ struct PasteCase {
 
 TEST_F(MaskEdBoxTest, WholeDatesArePastedInSeveralShapes) {
   const PasteCase cases[] = {
-      {"1990年03月", "1990年03月", 0}, {"199003", "1990年03月", 0},      {"1990-03", "1990年03月", 0},
-      {"1990/03", "1990年03月", 0},    {"1990.3", "1990年3_月", 0},      {"1990年3月", "1990年3_月", 0},
-      {"1990 年 03 月", "1990年03月", 0}, {" 1990年03月\r\n", "1990年03月", 0}, {"-1990", "1990年__月", 0},
-      {"____年03月", "____年03月", 0}, {"1990年__月", "1990年__月", 0}, {"19900312", "1990年03月", 1},
-      {"1990-03-12", "1990年03月", 1}, {"x1990", "1990年__月", 1},      {"90年", "90__年__月", 0},
-      {"#1990", "1990年__月", 1},
+      {"1990年03月", "1990年03月", 0},    {"199003", "1990年03月", 0},
+      {"1990-03", "1990年03月", 0},       {"1990/03", "1990年03月", 0},
+      {"1990.3", "1990年3_月", 0},        {"1990年3月", "1990年3_月", 0},
+      {"1990 年 03 月", "1990年03月", 0}, {" 1990年03月\r\n", "1990年03月", 0},
+      {"-1990", "1990年__月", 0},         {"____年03月", "____年03月", 0},
+      {"1990年__月", "1990年__月", 0},    {"19900312", "1990年03月", 1},
+      {"1990-03-12", "1990年03月", 1},    {"x1990", "1990年__月", 1},
+      {"90年", "90__年__月", 0},          {"#1990", "1990年__月", 1},
   };
   InBox([&](MaskEdBox& box) {
     for (const auto& [pasted, text, beeps] : cases) {
@@ -411,8 +413,10 @@ TEST_F(MaskEdBoxTest, DisabledBoxTakesNothing) {
 }
 
 TEST_F(MaskEdBoxTest, LiteralsNeverMoveAndTheLengthNeverChanges) {
-  const std::vector<std::string> masks = {"####年##月", "####年##月##日", "####", "##-##-##", "(##)第#届", "######"};
-  const std::vector<std::string> pieces = {"0", "7", "年", "月", "_", "-", "x", "#", "1990年03月", "12-34", "  ", "日"};
+  const std::vector<std::string> masks = {"####年##月", "####年##月##日", "####",
+                                          "##-##-##",   "(##)第#届",      "######"};
+  const std::vector<std::string> pieces = {"0", "7", "年",         "月",    "_",  "-",
+                                           "x", "#", "1990年03月", "12-34", "  ", "日"};
   std::mt19937 random(20240131);
   const auto below = [&](std::size_t bound) { return static_cast<std::size_t>(random() % bound); };
   InBox([&](MaskEdBox& box) {

@@ -274,7 +274,8 @@ TEST_F(ModalTest, MessageBoxWithoutATitleBearsTheProgramsName) {
   platform.WillAnswer(kAnswerNo);
   desktop.MsgBox("一");
   EXPECT_EQ(desktop.MsgBox("二", kYesNo, "人员维护"), kAnswerNo);
-  EXPECT_EQ(platform.messages, (std::vector<headless::Message>{{"一", kOkOnly, "DossierKit"}, {"二", kYesNo, "人员维护"}}));
+  EXPECT_EQ(platform.messages,
+            (std::vector<headless::Message>{{"一", kOkOnly, "DossierKit"}, {"二", kYesNo, "人员维护"}}));
 }
 
 TEST_F(ModalTest, ResizeReachesTheWindowOnlyWhereTheSizeDiffers) {

@@ -27,7 +27,8 @@ TEST_F(TabOrderTest, FollowsTabIndexNotTheOrderOfCreation) {
 
 TEST_F(TabOrderTest, EqualIndexesFollowTheOrderOfCreation) {
   Visit([&] {
-    for (const char* name : {"txtName", "mskDate", "txtNote", "chkFlag", "txtInner"}) form->Get(name)->SetTabIndex(3);
+    for (const char* name : {"txtName", "mskDate", "txtNote", "chkFlag", "txtInner"})
+      form->Get(name)->SetTabIndex(3);
     form->Get("txtName")->SetFocus();
     EXPECT_EQ(Walk(4, true), (Log{"mskDate", "txtNote", "chkFlag", "txtInner"}));
   });
@@ -43,9 +44,7 @@ TEST_F(TabOrderTest, GoesRoundThroughPageAndMenu) {
 }
 
 TEST_F(TabOrderTest, StartsAtTheFirstStopWhereNothingHasTheFocus) {
-  Visit([&] {
-    EXPECT_EQ(Walk(1, true), (Log{"txtName"}));
-  });
+  Visit([&] { EXPECT_EQ(Walk(1, true), (Log{"txtName"})); });
   Visit([&] { EXPECT_EQ(Walk(1, false), (Log{"VMenu1"})); });
 }
 

@@ -84,7 +84,9 @@ class TestPage : public UserControl {
   }
 
   void Watch(Control& control) {
-    const auto note = [this, name = control.Name()](const std::string& event) { log_.push_back(name + event); };
+    const auto note = [this, name = control.Name()](const std::string& event) {
+      log_.push_back(name + event);
+    };
     hooks_.push_back(control.GotFocus.Subscribe([note] { note(".GotFocus"); }));
     hooks_.push_back(control.LostFocus.Subscribe([note] { note(".LostFocus"); }));
     hooks_.push_back(control.Validate.Subscribe([note](bool&) { note(".Validate"); }));
@@ -98,7 +100,8 @@ class TestPage : public UserControl {
 // The toolbar "Add", "Delete", "Save", a separator, "Exit"; a menu of three items; a frame for the page.
 class TestForm : public Form {
  public:
-  TestForm(Desktop& desktop, Log& log, std::string name = "frmTest") : Form(desktop, std::move(name)), log_(log) {
+  TestForm(Desktop& desktop, Log& log, std::string name = "frmTest")
+      : Form(desktop, std::move(name)), log_(log) {
     SetCaption("测试窗口");
   }
 
@@ -168,7 +171,8 @@ class TestForm : public Form {
 class ToolkitTest : public testing::Test {
  protected:
   ToolkitTest() {
-    desktop.RegisterClass("TestPage", [this](const std::string& name) { return std::make_shared<TestPage>(name, log); });
+    desktop.RegisterClass("TestPage",
+                          [this](const std::string& name) { return std::make_shared<TestPage>(name, log); });
     form->on_load = [this] { form->LoadPage(); };
   }
 

@@ -223,8 +223,8 @@ TEST_F(TextBoxTest, DoubleClickComesAfterTheFocus) {
     On(form->Get<TextBox>("txtName")->DblClick, [&] { log.push_back("txtName.DblClick"); });
     TakeLog();
     user.DoubleClick("txtName");
-    EXPECT_EQ(TakeLog(), (Log{"mskDate.Validate", "mskDate.LostFocus", "txtName.GotFocus", "txtName.MouseDown",
-                              "txtName.DblClick"}));
+    EXPECT_EQ(TakeLog(), (Log{"mskDate.Validate", "mskDate.LostFocus", "txtName.GotFocus",
+                              "txtName.MouseDown", "txtName.DblClick"}));
     On(form->Get("txtName")->Validate, [](bool& cancel) { cancel = true; });
     On(form->Get<TextBox>("txtNote")->DblClick, [&] { log.push_back("txtNote.DblClick"); });
     user.DoubleClick("txtNote");

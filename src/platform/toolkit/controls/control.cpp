@@ -193,7 +193,8 @@ void Control::UserFocus() {
   window->Deliver([&] {
     if (TakesFocus() && Reachable()) window->MoveFocus(*this);
   });
-  if (const auto focus = window->ActiveControl(); focus && focus.get() != this) focus->ShowAspect(Aspect::kFocus);
+  if (const auto focus = window->ActiveControl(); focus && focus.get() != this)
+    focus->ShowAspect(Aspect::kFocus);
 }
 
 void Control::ShowAspect(Aspect aspect) {
@@ -203,7 +204,8 @@ void Control::ShowAspect(Aspect aspect) {
 void Control::CreateViews() {
   if (view_) return;
   // A container's view comes first. The owner's exists already.
-  if (const auto container = container_.lock(); container && container.get() != owner_) container->CreateViews();
+  if (const auto container = container_.lock(); container && container.get() != owner_)
+    container->CreateViews();
   if (Form* window = Window()) view_ = window->GetDesktop().GetPlatform().CreateView(*this);
 }
 

@@ -16,9 +16,25 @@ class Form;
 class UserControl;
 
 enum class Kind {
-  kTextBox, kMaskEdBox, kCheckBox, kLabel, kImage, kPictureBox, kFrame, kLine, kCommandButton,
-  kListBox, kTreeView, kTabStrip, kDataGrid, kToolbar, kCoolBar, kVerticalMenu, kCommonDialog,
-  kUserControl, kForm,
+  kTextBox,
+  kMaskEdBox,
+  kCheckBox,
+  kLabel,
+  kImage,
+  kPictureBox,
+  kFrame,
+  kLine,
+  kCommandButton,
+  kListBox,
+  kTreeView,
+  kTabStrip,
+  kDataGrid,
+  kToolbar,
+  kCoolBar,
+  kVerticalMenu,
+  kCommonDialog,
+  kUserControl,
+  kForm,
 };
 
 // Sizes and places in twips, 1440 to the inch, 15 to the pixel at 96 dpi.
@@ -52,8 +68,17 @@ enum ShiftMask { kShift = 1, kCtrl = 2, kAlt = 4 };
 
 // Key codes that the model itself looks at.
 enum KeyCode {
-  kKeyBack = 8, kKeyTab = 9, kKeyReturn = 13, kKeyEscape = 27, kKeyEnd = 35, kKeyHome = 36,
-  kKeyLeft = 37, kKeyUp = 38, kKeyRight = 39, kKeyDown = 40, kKeyDelete = 46,
+  kKeyBack = 8,
+  kKeyTab = 9,
+  kKeyReturn = 13,
+  kKeyEscape = 27,
+  kKeyEnd = 35,
+  kKeyHome = 36,
+  kKeyLeft = 37,
+  kKeyUp = 38,
+  kKeyRight = 39,
+  kKeyDown = 40,
+  kKeyDelete = 46,
 };
 
 // A control is shared: its owner's Controls holds it, and whoever delivers one of its events.
@@ -125,9 +150,9 @@ class Control : public std::enable_shared_from_this<Control> {
 
   environment::Event<> GotFocus;
   environment::Event<> LostFocus;
-  environment::Event<bool&> Validate;  // set the argument to keep the focus
-  environment::Event<int&, int> KeyDown;  // key code, shift mask; 0 swallows the key
-  environment::Event<char32_t&> KeyPress;  // character; 0 swallows it
+  environment::Event<bool&> Validate;                // set the argument to keep the focus
+  environment::Event<int&, int> KeyDown;             // key code, shift mask; 0 swallows the key
+  environment::Event<char32_t&> KeyPress;            // character; 0 swallows it
   environment::Event<int, int, int, int> MouseDown;  // button, shift, x, y in twips
   environment::Event<int, int, int, int> MouseMove;
 

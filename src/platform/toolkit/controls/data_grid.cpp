@@ -47,7 +47,9 @@ void DataGrid::SetColumnWidth(std::size_t column, float width) {
   ShowAspect(Aspect::kStyle);
 }
 
-std::int32_t DataGrid::Row() const { return RowCount() > 0 ? std::max(recordset_->AbsolutePosition(), 0) : 0; }
+std::int32_t DataGrid::Row() const {
+  return RowCount() > 0 ? std::max(recordset_->AbsolutePosition(), 0) : 0;
+}
 
 void DataGrid::UserSelectRow(std::int32_t row) {
   Form* window = Window();

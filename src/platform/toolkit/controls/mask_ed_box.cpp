@@ -22,7 +22,9 @@ bool IsBlank(const std::string& character) {
 }
 
 // What stands between the parts of a date as other programs write it.
-bool IsSeparator(const std::string& character) { return character == "-" || character == "/" || character == "."; }
+bool IsSeparator(const std::string& character) {
+  return character == "-" || character == "/" || character == ".";
+}
 
 std::string Join(const std::vector<std::string>& characters) {
   std::string text;
@@ -49,7 +51,8 @@ bool MaskEdBox::Fits(const std::string& text) const {
   const auto characters = Characters(text);
   if (characters.size() > mask.size()) return false;
   for (std::size_t i = 0; i < characters.size(); ++i) {
-    const bool fits = mask[i] == "#" ? IsDigit(characters[i]) || characters[i] == prompt_ : characters[i] == mask[i];
+    const bool fits =
+        mask[i] == "#" ? IsDigit(characters[i]) || characters[i] == prompt_ : characters[i] == mask[i];
     if (!fits) return false;
   }
   return true;
@@ -173,7 +176,9 @@ void MaskEdBox::UserPaste(const std::string& text) {
 // there. Blanks are passed over. False if anything else came or room was wanting.
 bool MaskEdBox::Insert(const std::string& text, CharacterList& characters, const CharacterList& mask) {
   const auto inserted = Characters(text);
-  const auto enters = [&](const std::string& character) { return IsDigit(character) || character == prompt_; };
+  const auto enters = [&](const std::string& character) {
+    return IsDigit(character) || character == prompt_;
+  };
   if (std::none_of(inserted.begin(), inserted.end(), enters)) return false;
   BlankSelection(characters, mask);
   // The literals from here to the caret were stepped over, and may still come.

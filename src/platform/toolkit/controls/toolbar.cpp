@@ -45,7 +45,8 @@ int Toolbar::FindMnemonic(char letter) const {
     const std::string& caption = buttons_[i].Caption();
     const auto mark = caption.find('&');
     if (mark == std::string::npos || mark + 1 >= caption.size() || !buttons_[i].Enabled()) continue;
-    if (environment::EqualIgnoringCase(caption.substr(mark + 1, 1), std::string(1, letter))) return static_cast<int>(i);
+    if (environment::EqualIgnoringCase(caption.substr(mark + 1, 1), std::string(1, letter)))
+      return static_cast<int>(i);
   }
   return -1;
 }

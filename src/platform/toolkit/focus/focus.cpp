@@ -1,11 +1,11 @@
 // The part of a window that decides where the focus is and where a key goes.
 #include <algorithm>
 
+#include "platform/environment/text.h"
 #include "platform/toolkit/controls/mask_ed_box.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/text_box.h"
 #include "platform/toolkit/controls/user_control.h"
-#include "platform/environment/text.h"
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -112,7 +112,8 @@ bool Form::ClickButtonOf(int key) {
   if (key != kKeyReturn && key != kKeyEscape) return false;
   for (const auto& control : *controls_) {
     auto* button = dynamic_cast<CommandButton*>(control.get());
-    if (!button || !button->Reachable() || !(key == kKeyReturn ? button->Default() : button->Cancel())) continue;
+    if (!button || !button->Reachable() || !(key == kKeyReturn ? button->Default() : button->Cancel()))
+      continue;
     // A button that has the focus takes Enter itself.
     if (key == kKeyReturn && focus_ && focus_->GetKind() == Kind::kCommandButton) {
       button = static_cast<CommandButton*>(focus_.get());

@@ -36,7 +36,8 @@ bool Desktop::IsTopmost(const Form& form) const {
 Form* Desktop::TopmostForm() const { return frames_.empty() ? nullptr : frames_.back()->form; }
 
 bool Desktop::LoopEnded(const Form& form) const {
-  const auto frame = std::find_if(frames_.begin(), frames_.end(), [&](const Frame* f) { return f->form == &form; });
+  const auto frame =
+      std::find_if(frames_.begin(), frames_.end(), [&](const Frame* f) { return f->form == &form; });
   return frame == frames_.end() || (*frame)->ended;
 }
 

@@ -68,7 +68,7 @@ class Form : public Control {
   bool UserKeyDown(int key, int shift);
   bool UserKeyPress(char32_t character);
   void UserTab(bool forward);
-  void UserClose();  // the close box
+  void UserClose();                        // the close box
   void UserResize(int width, int height);  // outer size, in twips
 
   // Queues "{tab}" or "{Home}+{End}" for after the present event; dropped if the page that has the
@@ -118,7 +118,7 @@ class Form : public Control {
   bool loaded_ = false;
   bool shown_ = false;
   bool checking_ = false;  // a Validate is being raised
-  int depth_ = 0;  // of events being delivered
+  int depth_ = 0;          // of events being delivered
   std::shared_ptr<toolkit::Controls> controls_;
   std::shared_ptr<Control> focus_;
   std::deque<std::weak_ptr<UserControl>> shows_;
