@@ -103,7 +103,8 @@ void HeadlessUser::ClickListRow(const std::string& name, int row) {
   const auto control = Find(name);
   RequireSight(*control);
   auto& list = dynamic_cast<toolkit::ListBox&>(*control);
-  if (list.UserMouseDown(toolkit::kLeftButton, 0, 15, row * kRowHeight + kRowHeight / 2)) list.UserSelect(row);
+  if (list.UserMouseDown(toolkit::kLeftButton, 0, 15, row * kRowHeight + kRowHeight / 2))
+    list.UserSelect(row);
 }
 
 void HeadlessUser::ClickNode(const std::string& name, const std::string& key) {

@@ -41,6 +41,12 @@ void TreeBoxModel::Detach() {
   tree_ = nullptr;
 }
 
+// Nodes that came since are shown with the next Fill; some may be gone before Drop.
+bool TreeBoxModel::Shows(int node) const {
+  return tree_ && node + 1 < static_cast<int>(starts_.size()) &&
+         (node == kNoNode || tree_->Nodes().Has(node));
+}
+
 QModelIndex TreeBoxModel::IndexOf(int node) const {
   if (node == kNoNode || !Shows(node)) return {};
   return createIndex(tree_->Nodes().Row(node), 0, static_cast<quintptr>(node));
@@ -61,7 +67,6 @@ QModelIndex TreeBoxModel::parent(const QModelIndex& index) const {
   return node == kNoNode || !Shows(node) ? QModelIndex() : IndexOf(tree_->Nodes().Parent(node));
 }
 
-// Nodes that came since are shown with the next Fill.
 int TreeBoxModel::rowCount(const QModelIndex& parent) const {
   const int node = NodeOf(parent);
   if (!Shows(node)) return 0;

@@ -30,7 +30,7 @@ class TreeBoxModel : public QAbstractItemModel {
   QVariant data(const QModelIndex& index, int role) const override;
 
  private:
-  bool Shows(int node) const { return tree_ && node + 1 < static_cast<int>(starts_.size()); }
+  bool Shows(int node) const;
 
   const toolkit::TreeView* tree_;
   // The children of all nodes one behind the other, the top level first; those of node n start at the

@@ -1,6 +1,4 @@
-#include <QAccessible>
 #include <QElapsedTimer>
-#include <QHelpEvent>
 #include <QListView>
 #include <QTabBar>
 #include <QTreeView>
