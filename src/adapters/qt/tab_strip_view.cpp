@@ -45,11 +45,9 @@ TabStripView::TabStripView(ViewContext& context, toolkit::TabStrip& strip)
 
 QWidget* TabStripView::FocusWidget() const { return bar_; }
 
-// The native tab has turned already; it turns back where the model does not follow.
+// The native tab has turned already; the model shows which one is in front after all.
 void TabStripView::TabWanted(int tab) {
-  const auto life = Life();
   Context().application.Guard([&] { strip_.UserSelectTab(tab); });
-  if (!life.expired()) ShowSelection();
 }
 
 void TabStripView::Arrange() { bar_->setGeometry(0, 0, Widget()->width(), bar_->sizeHint().height()); }

@@ -171,8 +171,12 @@ TEST_F(TreeViewTest, ClickSelectsWhatIsInSight) {
 TEST_F(TreeViewTest, NodesThatGoWhenTheFocusComesAreNotSelected) {
   WithTree([&](TreeView& tree) {
     On(tree.GotFocus, [&] { tree.Nodes().Clear(); });
-    user.ClickNode("tree", "G2");
+    tree.UserSelect(Of("G2").Index());
     EXPECT_EQ(tree.SelectedItem(), -1);
+    FillTree();
+    form->button->SetFocus();
+    tree.UserExpand(Of("G1").Index(), true);
+    EXPECT_FALSE(form->LoopEnded());
   });
 }
 
@@ -203,6 +207,8 @@ TEST_F(TreeViewTest, UpDownHomeAndEndMoveInWhatIsInSight) {
     tree.SetFocus();
     EXPECT_EQ(Press(kKeyDown), "G2");
     EXPECT_EQ(Press(kKeyDown), "G2");
+    EXPECT_EQ(Press(kKeyUp), "G1");
+    EXPECT_EQ(Press(kKeyDown), "G2");
     Of("G1").SetExpanded(true);
     Of("G11").SetExpanded(true);
     EXPECT_EQ(Press(kKeyUp), "G12");
@@ -212,6 +218,7 @@ TEST_F(TreeViewTest, UpDownHomeAndEndMoveInWhatIsInSight) {
     EXPECT_EQ(Press(kKeyUp), "G1");
     EXPECT_EQ(Press(kKeyEnd), "G2");
     tree.Nodes().Add(Of("G2").Index(), Relation::kChild, "G21", "");
+    EXPECT_EQ(Press(kKeyEnd), "G2");
     Of("G2").SetExpanded(true);
     EXPECT_EQ(Press(kKeyEnd), "G21");
     tree.SetSelectedItem(kNoNode);
