@@ -348,6 +348,11 @@ TEST_F(QtPickers, AListTellsTheRowUnderThePointerAndItsTip) {
     ASSERT_GE(rows.size(), 2U);
     EXPECT_EQ(rows.back(), 2);
     EXPECT_EQ(Text(List()->model()->index(2, 0).data(Qt::ToolTipRole).toString()), "拼音输入代码： gd");
+    // To the pixel, also where the list has a border.
+    const QRect second = List()->visualRect(List()->model()->index(1, 0));
+    const int edge = List()->viewport()->mapTo(List(), second.topLeft()).y() * 15;
+    EXPECT_EQ(picker->list->RowAt(150, edge), 1);
+    EXPECT_EQ(picker->list->RowAt(150, edge - 15), 0);
     picker->list->SetListIndex(20);
     List()->scrollTo(List()->model()->index(39, 0));
     const QPoint at = List()->viewport()->mapTo(List(), PlaceOfRow(39));
