@@ -6,11 +6,32 @@
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/list_box.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::headless {
+namespace {
 
-std::unique_ptr<toolkit::View> HeadlessPlatform::CreateView(toolkit::Control&) { return nullptr; }
+// A list that is never scrolled.
+class Rows : public toolkit::View {
+ public:
+  explicit Rows(const toolkit::ListBox& list) : list_(list) {}
+  void Show(toolkit::Aspect) override {}
+  int RowAt(int, int y) const override {
+    const int row = y / kRowHeight;
+    return y >= 0 && row < list_.ListCount() ? row : -1;
+  }
+
+ private:
+  const toolkit::ListBox& list_;
+};
+
+}  // namespace
+
+std::unique_ptr<toolkit::View> HeadlessPlatform::CreateView(toolkit::Control& control) {
+  if (auto* list = dynamic_cast<toolkit::ListBox*>(&control)) return std::make_unique<Rows>(*list);
+  return nullptr;
+}
 
 void HeadlessPlatform::RunLoop(toolkit::Form& form) {
   if (!scenes_.empty()) {

@@ -11,6 +11,9 @@
 
 namespace dossierkit::headless {
 
+// The height of a list's rows, in twips.
+inline constexpr int kRowHeight = 225;
+
 struct Message {
   std::string text;
   int flags = 0;

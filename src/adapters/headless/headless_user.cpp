@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "adapters/headless/headless_platform.h"
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/data_grid.h"
+#include "platform/toolkit/controls/list_box.h"
 #include "platform/toolkit/controls/mask_ed_box.h"
+#include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/text_box.h"
 #include "platform/toolkit/controls/toolbar.h"
+#include "platform/toolkit/controls/tree_view.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/controls/vertical_menu.h"
 #include "platform/toolkit/loop/form.h"
@@ -30,6 +34,10 @@ std::shared_ptr<T> FindKind(toolkit::Form& form) {
     }
   }
   throw std::logic_error("no control of that kind in " + form.Name());
+}
+
+void RequireSight(const Control& control) {
+  if (toolkit::OnHiddenTab(control)) throw std::logic_error(control.Name() + " is on a hidden tab");
 }
 
 char32_t Decode(const std::string& character) {
@@ -74,6 +82,8 @@ void HeadlessUser::DoubleClick(const std::string& name) {
   const auto control = Find(name);
   if (!control->UserMouseDown(toolkit::kLeftButton, 0, 15, 15)) return;
   if (auto* box = dynamic_cast<TextBox*>(control.get())) box->UserDblClick();
+  if (auto* list = dynamic_cast<toolkit::ListBox*>(control.get())) list->UserDblClick();
+  if (auto* tree = dynamic_cast<toolkit::TreeView*>(control.get())) tree->UserDblClick();
 }
 
 void HeadlessUser::ClickToolbar(const std::string& key) {
@@ -88,6 +98,30 @@ void HeadlessUser::ClickToolbar(const std::string& key) {
 void HeadlessUser::ClickMenu(int item) { FindKind<toolkit::VerticalMenu>(Window())->UserClick(item); }
 
 void HeadlessUser::ClickRow(int row) { FindKind<toolkit::DataGrid>(Window())->UserSelectRow(row); }
+
+void HeadlessUser::ClickListRow(const std::string& name, int row) {
+  const auto control = Find(name);
+  RequireSight(*control);
+  auto& list = dynamic_cast<toolkit::ListBox&>(*control);
+  if (list.UserMouseDown(toolkit::kLeftButton, 0, 15, row * kRowHeight + kRowHeight / 2))
+    list.UserSelect(row);
+}
+
+void HeadlessUser::ClickNode(const std::string& name, const std::string& key) {
+  const auto control = Find(name);
+  RequireSight(*control);
+  auto& tree = dynamic_cast<toolkit::TreeView&>(*control);
+  const int node = tree.Nodes().Find(key).Index();
+  if (!tree.InSight(node)) throw std::logic_error("node " + key + " is not in sight");
+  if (tree.UserMouseDown(toolkit::kLeftButton, 0, 15, 15)) tree.UserSelect(node);
+}
+
+void HeadlessUser::SelectTab(const std::string& name, int tab) {
+  const auto control = Find(name);
+  RequireSight(*control);
+  auto& strip = dynamic_cast<toolkit::TabStrip&>(*control);
+  if (strip.UserMouseDown(toolkit::kLeftButton, 0, 15, 15)) strip.UserSelectTab(tab);
+}
 
 void HeadlessUser::Type(const std::string& text) {
   for (const auto& character : environment::Characters(text)) {
@@ -150,6 +184,13 @@ void HeadlessUser::ActOn(int key, int shift) {
     if (key == toolkit::kKeyUp) menu->UserMark(menu->Marked() - 1);
     if (key == toolkit::kKeyDown) menu->UserMark(menu->Marked() + 1);
     if (key == toolkit::kKeyReturn) menu->UserClick(menu->Marked());
+  } else if (auto* list = dynamic_cast<toolkit::ListBox*>(focus.get())) {
+    list->UserArrow(key);
+  } else if (auto* tree = dynamic_cast<toolkit::TreeView*>(focus.get())) {
+    tree->UserArrow(key);
+  } else if (auto* strip = dynamic_cast<toolkit::TabStrip*>(focus.get())) {
+    if (key == toolkit::kKeyLeft) strip->UserSelectTab(strip->Tab() - 1);
+    if (key == toolkit::kKeyRight) strip->UserSelectTab(strip->Tab() + 1);
   } else if (auto* button = dynamic_cast<toolkit::CommandButton*>(focus.get())) {
     if (key == toolkit::kKeyReturn || key == ' ') button->UserClick();
   }

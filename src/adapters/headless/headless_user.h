@@ -30,6 +30,11 @@ class HeadlessUser {
   void ClickToolbar(const std::string& key);
   void ClickMenu(int item);
   void ClickRow(int row);
+  // A row of a list, from 0, a node of a tree by its key, a tab from 0. A row that is not there is a
+  // click beside the rows; what is out of sight fails (std::logic_error).
+  void ClickListRow(const std::string& name, int row);
+  void ClickNode(const std::string& name, const std::string& key);
+  void SelectTab(const std::string& name, int tab);
 
   void Type(const std::string& text);
   // A key by its code (or the capital letter of it), with a mask of Shift, Ctrl, Alt.

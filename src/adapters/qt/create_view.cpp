@@ -4,12 +4,15 @@
 #include "adapters/qt/grid_view.h"
 #include "adapters/qt/image_view.h"
 #include "adapters/qt/label_view.h"
+#include "adapters/qt/list_box_view.h"
 #include "adapters/qt/mask_view.h"
 #include "adapters/qt/menu_view.h"
 #include "adapters/qt/surface_views.h"
+#include "adapters/qt/tab_strip_view.h"
 #include "adapters/qt/text_area_view.h"
 #include "adapters/qt/text_line_view.h"
 #include "adapters/qt/toolbar_view.h"
+#include "adapters/qt/tree_box_view.h"
 #include "adapters/qt/window_view.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -46,9 +49,9 @@ std::unique_ptr<WidgetView> MakeByKind(ViewContext& context, toolkit::Control& c
     case Kind::kVerticalMenu: return Make<MenuView, toolkit::VerticalMenu>(context, control);
     case Kind::kPictureBox:
     case Kind::kUserControl: return Make<SurfaceView, toolkit::Control>(context, control);
-    case Kind::kListBox:
-    case Kind::kTreeView:
-    case Kind::kTabStrip:
+    case Kind::kListBox: return Make<ListBoxView, toolkit::ListBox>(context, control);
+    case Kind::kTreeView: return Make<TreeBoxView, toolkit::TreeView>(context, control);
+    case Kind::kTabStrip: return Make<TabStripView, toolkit::TabStrip>(context, control);
     case Kind::kCommonDialog: return nullptr;
   }
   return nullptr;

@@ -11,6 +11,7 @@
 
 #include "adapters/qt/keys.h"
 #include "adapters/qt/window_view.h"
+#include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::qt {
@@ -92,6 +93,7 @@ bool QtApplication::Notify(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
       }
+      if (QWidget* behind = BehindTab(*widget)) receiver = behind;
       break;
     case QEvent::FocusIn: focus_reason_ = static_cast<QFocusEvent*>(event)->reason(); break;
     default: break;
@@ -153,6 +155,17 @@ bool QtApplication::PassKey(QWidget& widget, const QKeyEvent& event) {
     if (!alive || !form.UserKeyPress(character)) return false;
   }
   return alive;
+}
+
+// A control on a hidden tab may have the model's focus but not the native one: its keys come to the
+// window. Returns its widget then.
+QWidget* QtApplication::BehindTab(const QWidget& widget) const {
+  const WidgetView* window = widget.isWindow() ? ViewOf(&widget) : nullptr;
+  if (!window) return nullptr;
+  const auto focus = static_cast<toolkit::Form&>(window->GetControl()).ActiveControl();
+  if (!focus || !focus->Reachable() || !toolkit::OnHiddenTab(*focus)) return nullptr;
+  const auto* view = static_cast<const WidgetView*>(focus->GetView());
+  return view ? view->FocusWidget() : nullptr;
 }
 
 bool QtApplication::ClickMnemonic(toolkit::Form& form, char letter) {

@@ -74,6 +74,7 @@ class QtApplication : public QApplication {
   bool PassPress(QWidget& widget, const QMouseEvent& event, bool& nested);
   void ReportMove(QWidget& widget, const QMouseEvent& event);
   bool PassKey(QWidget& widget, const QKeyEvent& event);
+  QWidget* BehindTab(const QWidget& widget) const;
   bool ClickMnemonic(toolkit::Form& form, char letter);
   void FollowFocus(QWidget* now);
   bool Notify(QObject* receiver, QEvent* event);

@@ -2,6 +2,7 @@
 
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/texts.h"
+#include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::qt {
@@ -61,17 +62,19 @@ void WidgetView::Show(Aspect aspect) {
   }
 }
 
+bool WidgetView::Shown() const { return control_.Visible() && !toolkit::OnHiddenTab(control_); }
+
 void WidgetView::ShowPlacement() {
   if (QWidget* parent = ParentWidgetOf(control_); parent && widget_->parentWidget() != parent) {
     widget_->setParent(parent);
-    if (control_.Visible()) widget_->show();
+    if (Shown()) widget_->show();
   }
   widget_->setGeometry(GetMetrics().Pixels(control_.Place()));
 }
 
 void WidgetView::ShowState() {
   widget_->setEnabled(control_.Enabled());
-  widget_->setVisible(control_.Visible());
+  widget_->setVisible(Shown());
 }
 
 void WidgetView::ShowStyle() {

@@ -58,6 +58,9 @@ class WidgetView : public toolkit::View {
   std::weak_ptr<void> Life() const { return life_; }
 
  private:
+  // Visible, and its tab is in front.
+  bool Shown() const;
+
   ViewContext& context_;
   toolkit::Control& control_;
   QPointer<QWidget> widget_;

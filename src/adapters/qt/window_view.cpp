@@ -9,6 +9,7 @@
 
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/texts.h"
+#include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/toolbar.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/form.h"
@@ -51,7 +52,7 @@ QWidget* MakeWindow(ViewContext& context) {
 
 bool ClickMnemonicIn(const toolkit::Controls& controls, char letter) {
   for (const auto& control : controls) {
-    if (!control->Reachable()) continue;
+    if (!control->Reachable() || toolkit::OnHiddenTab(*control)) continue;
     if (auto* bar = dynamic_cast<toolkit::Toolbar*>(control.get())) {
       if (const int index = bar->FindMnemonic(letter); index >= 0) {
         bar->UserClick(static_cast<std::size_t>(index));

@@ -20,6 +20,7 @@ const char* DescriptionOf(int number) {
     case kObjectNotSet: return "对象变量或 With 块变量未设置";
     case kInvalidUseOfNull: return "无效使用 Null";
     case kObjectUnloaded: return "对象已卸载";
+    case kInvalidPropertyValue: return "属性值无效";
     case kAlreadyShown: return "窗体已显示，不能再以模态方式显示";
     case kObjectRequired: return "要求对象";
     case kDuplicateKey: return "此键已经与该集合的一个元素关联";
@@ -33,7 +34,9 @@ const char* DescriptionOf(int number) {
     case kObjectOpen: return "对象打开时，不允许操作。";
     case kConnectionClosed: return "连接无法用于执行此操作。在此上下文中它可能已被关闭或无效。";
     case kDataMismatch: return "标准表达式中数据类型不匹配。";
+    case kIndexOutOfBounds: return "索引超出边界";
     case kElementNotFound: return "未找到元素";
+    case kKeyNotUnique: return "关键字不唯一";
     default: return "应用程序定义或对象定义错误";
   }
 }

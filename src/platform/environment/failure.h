@@ -36,6 +36,7 @@ inline constexpr int kPathNotFound = 76;
 inline constexpr int kObjectNotSet = 91;
 inline constexpr int kInvalidUseOfNull = 94;
 inline constexpr int kObjectUnloaded = 364;
+inline constexpr int kInvalidPropertyValue = 380;
 inline constexpr int kAlreadyShown = 400;
 inline constexpr int kObjectRequired = 424;
 inline constexpr int kDuplicateKey = 457;
@@ -52,7 +53,9 @@ inline constexpr int kUnknownName = -2147217904;
 inline constexpr int kSyntaxError = -2147217900;
 inline constexpr int kDataMismatch = -2147217913;
 inline constexpr int kEngineFailure = -2147467259;
+inline constexpr int kIndexOutOfBounds = 35600;
 inline constexpr int kElementNotFound = 35601;
+inline constexpr int kKeyNotUnique = 35602;
 
 // The failure of one of the numbers above, in the environment's own words.
 Failure MakeFailure(int number, std::string statement = {});

@@ -11,9 +11,16 @@
 namespace dossierkit::toolkit {
 
 Control::Control(Kind kind, std::string name) : kind_(kind), name_(std::move(name)) {
-  if (kind == Kind::kTextBox || kind == Kind::kMaskEdBox || kind == Kind::kDataGrid) {
-    back_color_ = kWindowBackground;
-    fore_color_ = kWindowText;
+  switch (kind) {
+    case Kind::kTextBox:
+    case Kind::kMaskEdBox:
+    case Kind::kListBox:
+    case Kind::kTreeView:
+    case Kind::kDataGrid:
+      back_color_ = kWindowBackground;
+      fore_color_ = kWindowText;
+      break;
+    default: break;
   }
 }
 

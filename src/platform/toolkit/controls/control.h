@@ -193,6 +193,8 @@ class Control : public std::enable_shared_from_this<Control> {
   friend class Form;
   friend class UserControl;
   virtual void OnRemoved();
+  // The focus came here; GotFocus follows.
+  virtual void OnFocus() {}
   virtual void CreateViews();  // this one's and those of what it owns
   virtual void DestroyViews();
 

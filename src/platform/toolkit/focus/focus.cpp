@@ -3,6 +3,7 @@
 
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/mask_ed_box.h"
+#include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/text_box.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/desktop.h"
@@ -35,6 +36,7 @@ bool Form::MoveFocus(Control& to) {
   focus_ = target;
   if (from) from->Raise(from->LostFocus);
   if (focus_ != target) return false;
+  target->OnFocus();
   target->ShowAspect(Aspect::kFocus);
   target->Raise(target->GotFocus);
   return focus_ == target;
@@ -73,7 +75,7 @@ std::shared_ptr<Control> Form::NextTabStop(bool forward) {
   const auto present = std::find(order.begin(), order.end(), focus_);
   if (present != order.end()) std::rotate(order.begin(), present + 1, order.end());
   const auto next = std::find_if(order.begin(), order.end(), [](const auto& control) {
-    return control->TabStop() && control->Reachable();
+    return control->TabStop() && control->Reachable() && !OnHiddenTab(*control);
   });
   return next == order.end() ? nullptr : *next;
 }

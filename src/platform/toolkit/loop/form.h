@@ -55,7 +55,8 @@ class Form : public Control {
   bool MoveFocus(Control& to);
   // The check of a focus change without the change, for a toolbar button. False if it refused.
   bool CheckFocus();
-  // The next reachable tab stop after (or before) the focus; nullptr where there is none.
+  // The next reachable tab stop after (or before) the focus, on no hidden tab; nullptr where there is
+  // none.
   std::shared_ptr<Control> NextTabStop(bool forward);
 
   // --- reports of the view ---------------------------------------------------------------------

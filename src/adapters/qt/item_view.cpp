@@ -1,0 +1,127 @@
+#include "adapters/qt/item_view.h"
+
+#include <QAbstractItemView>
+#include <QItemSelectionModel>
+#include <algorithm>
+#include <utility>
+
+#include "adapters/qt/qt_application.h"
+
+namespace dossierkit::qt {
+
+ItemView::ItemView(ViewContext& context, toolkit::Control& control, QAbstractItemView* native)
+    : WidgetView(context, control, native), native_(native) {
+  native_->setSelectionMode(QAbstractItemView::SingleSelection);
+  native_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  native_->setContextMenuPolicy(Qt::NoContextMenu);
+  native_->setTabKeyNavigation(false);
+  native_->setMouseTracking(true);
+  native_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+}
+
+void ItemView::Listen() {
+  QObject::connect(native_->selectionModel(), &QItemSelectionModel::selectionChanged, Hub(),
+                   [this](const QItemSelection& selected) {
+                     if (!IsShowing() && !selected.isEmpty()) Want(selected.first().topLeft());
+                   });
+}
+
+bool ItemView::Report(const std::function<void()>& report) {
+  const auto life = Life();
+  Context().application.Guard(report);
+  if (life.expired()) return false;
+  Flush();
+  return true;
+}
+
+bool ItemView::Want(const QModelIndex& index) {
+  return Report([&] { ReportSelect(index); });
+}
+
+void ItemView::Arrow(int key) {
+  Report([&] { ReportArrow(key); });
+}
+
+// The model moves by rows, and does not know how many are in sight.
+void ItemView::Page(int direction) {
+  const int rows = native_->viewport()->height() / std::max(1, native_->sizeHintForRow(0));
+  if (const QModelIndex index = Away(direction * std::max(1, rows - 1)); index.isValid()) Want(index);
+}
+
+bool ItemView::Key(int native_key) {
+  switch (native_key) {
+    case Qt::Key_Up: Arrow(toolkit::kKeyUp); return true;
+    case Qt::Key_Down: Arrow(toolkit::kKeyDown); return true;
+    case Qt::Key_Left: Arrow(toolkit::kKeyLeft); return true;
+    case Qt::Key_Right: Arrow(toolkit::kKeyRight); return true;
+    case Qt::Key_Home: Arrow(toolkit::kKeyHome); return true;
+    case Qt::Key_End: Arrow(toolkit::kKeyEnd); return true;
+    case Qt::Key_PageUp: Page(-1); return true;
+    case Qt::Key_PageDown: Page(1); return true;
+    default: return false;
+  }
+}
+
+void ItemView::DoubleClicked() {
+  Report([&] { ReportDblClick(); });
+}
+
+void ItemView::ShowStyle() {
+  WidgetView::ShowStyle();
+  QPalette palette = native_->palette();
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    palette.setColor(group, QPalette::Base, ColorOf(GetControl().BackColor()));
+    palette.setColor(group, QPalette::Text, ColorOf(GetControl().ForeColor()));
+  }
+  palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                   palette.color(QPalette::Active, QPalette::Highlight));
+  if (native_->palette() != palette) native_->setPalette(palette);
+}
+
+void ItemView::ShowText() { native_->viewport()->update(); }
+
+void ItemView::ShowContent() {
+  const bool first = !std::exchange(filled_, true);
+  if (!dropped_) {
+    const Showing showing(*this);
+    dropped_ = true;
+    Drop();
+  }
+  if (first) {
+    Flush();
+  } else {
+    FlushLater();
+  }
+}
+
+void ItemView::FlushLater() {
+  if (std::exchange(waiting_, true)) return;
+  QMetaObject::invokeMethod(
+      Hub(),
+      [this] {
+        if (waiting_) Flush();
+      },
+      Qt::QueuedConnection);
+}
+
+void ItemView::Flush() {
+  if (!Widget()) return;
+  waiting_ = false;
+  const Showing showing(*this);
+  if (std::exchange(dropped_, false)) Fill();
+  Refresh();
+  const QModelIndex index = Selected();
+  auto& selection = *native_->selectionModel();
+  if (!index.isValid()) {
+    if (native_->currentIndex().isValid() || selection.hasSelection()) selection.clear();
+  } else if (native_->currentIndex() != index || !selection.isSelected(index)) {
+    selection.setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    native_->scrollTo(index);
+  }
+}
+
+void ItemView::ShowSelection() {
+  if (!dropped_ && filled_) Flush();
+}
+
+}  // namespace dossierkit::qt

@@ -1,0 +1,153 @@
+#include "adapters/qt/tree_box_view.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTreeView>
+
+#include "adapters/qt/qt_application.h"
+#include "adapters/qt/tree_box_model.h"
+
+namespace dossierkit::qt {
+namespace {
+
+constexpr int kIndentation = 16;
+
+// Selects and folds nothing itself: a node is asked for, and shown once the model has followed.
+class Tree : public QTreeView {
+ public:
+  Tree(QtApplication& application, QWidget* parent) : QTreeView(parent), application_(application) {}
+
+  // What is opened from now on is laid out later, all at once.
+  void LayOutLater() { scheduleDelayedItemsLayout(); }
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override { Press(*event); }
+  void mouseMoveEvent(QMouseEvent*) override {}
+  void mouseReleaseEvent(QMouseEvent*) override {}
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (!Press(*event)) return;
+    if (TreeBoxView* view = View()) view->DoubleClicked();
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    TreeBoxView* view = View();
+    const QModelIndex index = currentIndex();
+    if (view && event->key() == Qt::Key_Plus && index.isValid()) {
+      view->Fold(index, true);
+    } else if (view && event->key() == Qt::Key_Minus && index.isValid()) {
+      view->Fold(index, false);
+    } else if (!view || !view->Key(event->key())) {
+      event->ignore();
+    }
+  }
+
+ private:
+  TreeBoxView* View() { return static_cast<TreeBoxView*>(application_.ViewOf(this)); }
+  // False where no node was pressed, but its mark or nothing, or the tree has gone.
+  bool Press(const QMouseEvent& event) {
+    const QPoint at = event.position().toPoint();
+    const QModelIndex index = indexAt(at);
+    TreeBoxView* view = View();
+    if (!view || event.button() != Qt::LeftButton || !index.isValid()) return false;
+    const int left = visualRect(index).left();
+    if (at.x() < left && at.x() >= left - indentation() && model()->hasChildren(index)) {
+      view->Fold(index, !isExpanded(index));
+      return false;
+    }
+    return view->Want(index);
+  }
+
+  QtApplication& application_;
+};
+
+}  // namespace
+
+TreeBoxView::TreeBoxView(ViewContext& context, toolkit::TreeView& tree)
+    : ItemView(context, tree, new Tree(context.application, ParentWidgetOf(tree))),
+      tree_(tree),
+      native_(static_cast<QTreeView*>(Widget())),
+      model_(new TreeBoxModel(tree, native_)) {
+  native_->setUniformRowHeights(true);
+  native_->setHeaderHidden(true);
+  native_->header()->setFocusPolicy(Qt::NoFocus);
+  native_->setIndentation(GetMetrics().Scaled(kIndentation));
+  native_->setExpandsOnDoubleClick(false);
+  native_->setAnimated(false);
+  native_->setTextElideMode(Qt::ElideRight);
+  native_->setModel(model_);
+  Listen();
+  QObject::connect(native_, &QTreeView::expanded, Hub(),
+                   [this](const QModelIndex& index) { NativeFolded(index, true); });
+  QObject::connect(native_, &QTreeView::collapsed, Hub(),
+                   [this](const QModelIndex& index) { NativeFolded(index, false); });
+}
+
+TreeBoxView::~TreeBoxView() {
+  const Showing showing(*this);
+  if (Widget()) model_->Detach();
+}
+
+// By the view itself, or from outside (accessibility).
+void TreeBoxView::NativeFolded(const QModelIndex& index, bool expanded) {
+  const auto node = static_cast<std::size_t>(TreeBoxModel::NodeOf(index));
+  if (node < open_.size()) open_[node] = expanded;
+  if (!IsShowing()) Fold(index, expanded);
+}
+
+void TreeBoxView::Fold(const QModelIndex& index, bool expanded) {
+  const int node = TreeBoxModel::NodeOf(index);
+  const auto life = Life();
+  Context().application.Guard([&] { tree_.UserExpand(node, expanded); });
+  if (life.expired()) return;
+  --foldings_;  // compares all, also where the model did not follow
+  Flush();
+}
+
+void TreeBoxView::ReportSelect(const QModelIndex& index) { tree_.UserSelect(TreeBoxModel::NodeOf(index)); }
+
+void TreeBoxView::ShowSelection() {
+  // A program that opens and closes many nodes pays for one comparison.
+  if (tree_.Foldings() != foldings_) {
+    FlushLater();
+  } else {
+    ItemView::ShowSelection();
+  }
+}
+
+void TreeBoxView::Drop() { model_->Drop(); }
+
+void TreeBoxView::Fill() {
+  model_->Fill();
+  open_.assign(static_cast<std::size_t>(tree_.Nodes().Count()), 0);
+  foldings_ = tree_.Foldings() - 1;
+}
+
+void TreeBoxView::Refresh() {
+  if (foldings_ == tree_.Foldings()) return;
+  foldings_ = tree_.Foldings();
+  auto* tree = static_cast<Tree*>(native_);
+  bool later = false;
+  for (std::size_t i = 0; i < open_.size(); ++i) {
+    const int node = static_cast<int>(i);
+    const bool expanded = tree_.Nodes().IsOpen(node) && tree_.Nodes().ChildCount(node) > 0;
+    if ((open_[i] != 0) == expanded) continue;
+    if (!later) tree->LayOutLater();
+    later = true;
+    native_->setExpanded(model_->IndexOf(node), expanded);
+  }
+}
+
+QModelIndex TreeBoxView::Selected() { return model_->IndexOf(tree_.SelectedItem()); }
+
+QModelIndex TreeBoxView::Away(int rows) {
+  int node = tree_.SelectedItem() >= 0 ? tree_.SelectedItem() : tree_.Nodes().FirstChild(toolkit::kNoNode);
+  while (node != toolkit::kNoNode && rows != 0) {
+    const int next = rows > 0 ? tree_.Below(node) : tree_.Above(node);
+    if (next == toolkit::kNoNode) break;
+    node = next;
+    rows += rows > 0 ? -1 : 1;
+  }
+  return model_->IndexOf(node);
+}
+
+}  // namespace dossierkit::qt
