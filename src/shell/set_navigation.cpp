@@ -114,8 +114,7 @@ bool frmDossier::MayOpenSet() {
 
 std::shared_ptr<DossierPage> frmDossier::LoadUCtrl(const std::string& uctrlName) {
   RemoveUCtrl(*this, kPagePrefix);
-  auto page =
-      std::dynamic_pointer_cast<DossierPage>(Controls().Add("DossierKit." + uctrlName, uctrlName));
+  auto page = std::dynamic_pointer_cast<DossierPage>(Controls().Add("DossierKit." + uctrlName, uctrlName));
   page->SetContainer(*frmCtrl_);
   page->SetVisible(true);
   page->Move({300, 300, 13000, 9800});
