@@ -30,7 +30,8 @@ void TreeBoxModel::Fill() {
   }
   children_.assign(static_cast<std::size_t>(count), kNoNode);
   for (int node = 0; node < count; ++node) {
-    const int place = starts_[static_cast<std::size_t>(nodes.Parent(node) + 1)] + nodes.Row(node);
+    const int family = nodes.Parent(node) + 1;
+    const int place = starts_[static_cast<std::size_t>(family)] + nodes.Row(node);
     children_[static_cast<std::size_t>(place)] = node;
   }
   endResetModel();
@@ -58,7 +59,8 @@ int TreeBoxModel::NodeOf(const QModelIndex& index) {
 
 QModelIndex TreeBoxModel::index(int row, int column, const QModelIndex& parent) const {
   if (column != 0 || row < 0 || row >= rowCount(parent)) return {};
-  const int place = starts_[static_cast<std::size_t>(NodeOf(parent) + 1)] + row;
+  const int family = NodeOf(parent) + 1;
+  const int place = starts_[static_cast<std::size_t>(family)] + row;
   return createIndex(row, 0, static_cast<quintptr>(children_[static_cast<std::size_t>(place)]));
 }
 

@@ -246,7 +246,7 @@ void MaskEdBox::UserDelete() {
 std::string MaskEdBox::UserCopy() const { return environment::Middle(text_, sel_start_, sel_length_); }
 
 std::string MaskEdBox::UserCut() {
-  const std::string copied = UserCopy();
+  std::string copied = UserCopy();
   if (sel_length_ > 0) UserDelete();
   return copied;
 }

@@ -37,7 +37,7 @@ class MaskEdBox : public Control {
   environment::Event<> Change;
 
   // Reports of the view. A character that does not fit is refused with a beep; a paste takes what fits.
-  void UserType(const std::string& characters);
+  void UserType(const std::string& typed);
   void UserPaste(const std::string& text);
   void UserBackspace();
   void UserDelete();
