@@ -57,6 +57,7 @@ Visit::Visit() {
 }
 
 Visit::~Visit() {
+  runtime.picker.reset();
   runtime.window.reset();
   InstallRuntime(nullptr);
 }

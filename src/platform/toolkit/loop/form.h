@@ -101,6 +101,7 @@ class Form : public Control {
   void Load();
   void UnloadAfterFailure();
   void PageAdded(const std::shared_ptr<UserControl>& page);
+  void FocusFirstStop();
   void ForgetFocusOf(const Control& removed);
   void RunQueues();
   std::shared_ptr<Control> KeyTarget() const;
