@@ -118,8 +118,9 @@ void WindowView::Present() {
       window.setFixedSize(size);
     }
     const QWidget* owner = GetForm().CenteredOnOwner() ? window.parentWidget() : nullptr;
-    QPoint corner =
-        (owner ? owner->geometry() : available).center() - QPoint(size.width() / 2, size.height() / 2);
+    QRect centered({}, size);
+    centered.moveCenter((owner ? owner->geometry() : available).center());
+    QPoint corner = centered.topLeft();
     if (const auto& place = GetForm().Place(); place.left != 0 || place.top != 0) {
       corner = {GetMetrics().Pixels(place.left), GetMetrics().Pixels(place.top)};
     }

@@ -92,7 +92,8 @@ TEST_F(QtWindows, OpensOverTheMiddleOfItsOwnerWhereItIsSaid) {
     outer->resize(400, 300);
     outer->move(40, 30);
     Next([&] {
-      EXPECT_EQ(QApplication::activeWindow()->geometry().center(), outer->geometry().center());
+      const QPoint off = QApplication::activeWindow()->geometry().center() - outer->geometry().center();
+      EXPECT_LE(off.manhattanLength(), 8) << "but for the frame";
       QApplication::activeWindow()->close();
     });
     small->ShowModal();
