@@ -45,6 +45,7 @@ void ctrlUser::UserControl_Initialize() {
   hooks_.push_back(cItems_->GotFocus.Subscribe([this](toolkit::Control& ctl) { cItems_GotFocus(ctl); }));
   hooks_.push_back(cItems_->LostFocus.Subscribe([this](toolkit::Control& ctl) { cItems_LostFocus(ctl); }));
   hooks_.push_back(DGItems_->GotFocus.Subscribe([this] { DGItems_GotFocus(); }));
+  if (cmdAddPhoto_) hooks_.push_back(cmdAddPhoto_->Click.Subscribe([this] { cmdAddPhoto_Click(); }));
   mFilling_ = true;
 }
 
@@ -59,7 +60,7 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
   mFilling_ = true;
   for (const auto& control : Controls()) {
     if (design_.photo && control->Name() == "imgPerson") {
-      ShowPhotoInImage(*control, PhotoFilePath(TheRuntime().window->PhotoPath, wh_info_.personID));
+      ShowPhotoInImage(*control, PhotoFile());
     }
     const std::string ending = environment::Right(control->Name(), 2);
     if (ending == "_v") {

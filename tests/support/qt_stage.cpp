@@ -52,7 +52,8 @@ toolkit::MessageAnswer QtStage::ShowMessage(const std::string& text, int flags, 
   return given;
 }
 
-std::string QtStage::ChooseFile(const toolkit::CommonDialog&) {
+std::string QtStage::ChooseFile(const toolkit::CommonDialog& request) {
+  if (on_choose) on_choose(request);
   if (choices_.empty()) return {};
   std::string path = std::move(choices_.front());
   choices_.pop_front();
