@@ -124,10 +124,10 @@ void ctrlUser::BuildBasicInfo() {
   photo->SetBorder(true);
   photo->Move(designs::kPhotoPlace);
   photo->SetAccessibleName("照片");
-  const auto button = Controls().Make<toolkit::CommandButton>("cmdAddPhoto");
-  button->SetCaption("更新照片");
-  button->Move(designs::kAddPhotoPlace);
-  button->SetTabIndex(static_cast<int>(Controls().Count()) * 2);
+  cmdAddPhoto_ = Controls().Make<toolkit::CommandButton>("cmdAddPhoto");
+  cmdAddPhoto_->SetCaption("更新照片");
+  cmdAddPhoto_->Move(designs::kAddPhotoPlace);
+  cmdAddPhoto_->SetTabIndex(static_cast<int>(Controls().Count()) * 2);
   Controls().Make<toolkit::CommonDialog>("dlgSelPic");
   // The frame holds the fields and the photograph.
   for (const auto& control : Controls()) {

@@ -77,8 +77,7 @@ std::shared_ptr<toolkit::Control> QtUser::Find(const std::string& name) {
 QWidget& QtUser::NativeWindow() {
   const QString name = QString::fromStdString(Window().Name());
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && (window->objectName() == name || window->findChild<QWidget*>(name)))
-      return *window;
+    if (window->isVisible() && window->objectName() == name) return *window;
   }
   throw std::logic_error("the window is not on the screen");
 }
