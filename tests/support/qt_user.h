@@ -28,6 +28,11 @@ class QtUser {
   void ClickToolbar(const std::string& key);
   void ClickMenu(int item);
   void ClickRow(int row);
+  // A row of a list, from 0, a node of a tree by its key, a tab from 0. All must be in sight
+  // (std::logic_error).
+  void ClickListRow(const std::string& name, int row);
+  void ClickNode(const std::string& name, const std::string& key);
+  void SelectTab(const std::string& name, int tab);
 
   // ASCII as keys, anything else as the commit of an input method.
   void Type(const std::string& text);
