@@ -311,6 +311,14 @@ TEST_F(CodeTree, RequiredALevelOfTheSameLengthStylesTheNodeAddedLast) {
   EXPECT_EQ(NodesOf("LEVELS"), (Statements{">G1|农学|1|black", ">G2|工学||grey"}));
 }
 
+TEST_F(CodeTree, ARowWhoseMarkCannotBeReadIsPlainAndNotSelectable) {
+  MakeTable("T", "('1','甲','j',1),('3','丙','b',0)");
+  Script("insert into T values('2','乙','y','x')");
+  Levels("T", "1");
+  EXPECT_EQ(NodesOf("T"), (Statements{">G1|甲|1|black", ">G2|乙||other", ">G3|丙||grey"}));
+  EXPECT_TRUE(Shown().empty());
+}
+
 // --- failures ------------------------------------------------------------------------------------
 
 struct Broken {

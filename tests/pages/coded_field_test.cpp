@@ -152,6 +152,46 @@ TEST_F(CodedField, RequiredARowWithoutACodeGivesItsCaptionAndKeepsTheOldCode) {
   EXPECT_TRUE(Shown().empty());
 }
 
+TEST_F(CodedField, EnterLeavesTheFieldAfterThePicker) {
+  Open([&] {
+    InPicker([&] {
+      SearchFemale(visit);
+      visit.user.Click("cmdOK");
+    });
+    Enter("A01_A0102", "nx");
+    visit.user.Press(kKeyReturn);
+    EXPECT_EQ(visit.Text("A01_A0102").Text(), "女性");
+    EXPECT_EQ(visit.Focus(), "A01_A0103_v");
+  });
+}
+
+TEST_F(CodedField, AClickOnAnotherSetWaitsForThePickerAndIsDoneOnce) {
+  Open([&] {
+    InPicker([&] {
+      SearchFemale(visit);
+      visit.user.Click("cmdOK");
+    });
+    Enter("A01_A0102", "nx");
+    visit.platform.WillAnswer(toolkit::kAnswerYes);
+    visit.GoTo("A12");
+    EXPECT_EQ(visit.OnShow().Name(), "ctrlUserA12");
+  });
+  EXPECT_EQ(visit.Messages(), (Statements{"数据被修改且未保存，是否保存？"}));
+  EXPECT_EQ(Stored("A0102"), "2");
+}
+
+TEST_F(CodedField, ARewrittenTextIsLookedUpAgainByItsCaption) {
+  Open([&] {
+    EnterAndLeave("A01_A0102", "2");
+    visit.user.BackTab();
+    EXPECT_EQ(
+        During([&] { visit.user.Tab(); }),
+        (Statements{
+            "select * from GB2261 where dmattr =true and  (dmcod='女性' or dmcpt ='女性' or dmhnd='女性')"}));
+    EXPECT_EQ(Item("A01_A0102"), "2|女性");
+  });
+}
+
 // --- double click --------------------------------------------------------------------------------
 
 TEST_F(CodedField, ADoubleClickOpensTheWholeTableWithTheFieldsOwnValues) {
