@@ -14,8 +14,8 @@ using toolkit::CommandButton;
 using toolkit::Image;
 using toolkit::Label;
 
-constexpr std::uint64_t kLargestFile = 300 * 1024;  // bytes
-constexpr int kHideReadOnly = 4;                    // of the file dialog: no box "read only"
+constexpr std::uint64_t kLargestFile = 307200;  // bytes
+constexpr int kHideReadOnly = 4;                // of the file dialog: no box "read only"
 
 // The design, in twips: two pictures, each below its label, and a row of three buttons.
 constexpr int kMargin = 300;
