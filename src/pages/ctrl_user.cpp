@@ -15,13 +15,6 @@ constexpr toolkit::Color kLightBlue = 16572617;  // the box of a coded field
 
 enum ShortCut { kCtrlN = 78, kCtrlS = 83, kCtrlComma = 188, kCtrlPoint = 190 };
 
-// A control's name without its ending of two characters: the key of its field.
-std::string KeyOf(const toolkit::Control& control) {
-  return control.Name().substr(0, control.Name().size() - 2);
-}
-
-bool IsValueControl(const toolkit::Control& control) { return environment::Right(control.Name(), 2) == "_v"; }
-
 void FillCheckBox(toolkit::CheckBox& box, const cFieldItem& item) {
   const std::string stored = environment::TextOf(item.Dmcod);
   box.SetValue(stored.empty() || stored == "0" || stored == "False" ? 0 : 1);
@@ -34,6 +27,12 @@ void FillCaption(toolkit::Label& label, const cFieldItem& item) {
 
 }  // namespace
 
+std::string KeyOf(const toolkit::Control& control) {
+  return control.Name().substr(0, control.Name().size() - 2);
+}
+
+bool IsValueControl(const toolkit::Control& control) { return environment::Right(control.Name(), 2) == "_v"; }
+
 ctrlUser::~ctrlUser() = default;
 
 void ctrlUser::UserControl_Initialize() {
@@ -44,6 +43,9 @@ void ctrlUser::UserControl_Initialize() {
   hooks_.push_back(cItems_->Change.Subscribe([this](toolkit::Control& ctl) { cItems_Change(ctl); }));
   hooks_.push_back(cItems_->GotFocus.Subscribe([this](toolkit::Control& ctl) { cItems_GotFocus(ctl); }));
   hooks_.push_back(cItems_->LostFocus.Subscribe([this](toolkit::Control& ctl) { cItems_LostFocus(ctl); }));
+  hooks_.push_back(cItems_->Validate.Subscribe(
+      [this](toolkit::Control& ctl, bool& Cancel) { cItems_Validate(ctl, Cancel); }));
+  hooks_.push_back(cItems_->DblClick.Subscribe([this](toolkit::Control& ctl) { cItems_Dblclick(ctl); }));
   hooks_.push_back(DGItems_->GotFocus.Subscribe([this] { DGItems_GotFocus(); }));
   if (cmdAddPhoto_) hooks_.push_back(cmdAddPhoto_->Click.Subscribe([this] { cmdAddPhoto_Click(); }));
   mFilling_ = true;
@@ -62,8 +64,7 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
     if (design_.photo && control->Name() == "imgPerson") {
       ShowPhotoInImage(*control, PhotoFile());
     }
-    const std::string ending = environment::Right(control->Name(), 2);
-    if (ending == "_v") {
+    if (IsValueControl(*control)) {
       if (auto* text = dynamic_cast<toolkit::TextBox*>(control.get())) {
         FillTextBox(*text, *Fitems->Item(KeyOf(*control)));
       } else if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(control.get())) {
@@ -71,7 +72,7 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
       } else if (auto* check = dynamic_cast<toolkit::CheckBox*>(control.get())) {
         FillCheckBox(*check, *Fitems->Item(KeyOf(*control)));
       }
-    } else if (ending == "_c") {
+    } else if (environment::Right(control->Name(), 2) == "_c") {
       if (auto* label = dynamic_cast<toolkit::Label*>(control.get()))
         FillCaption(*label, *Fitems->Item(KeyOf(*control)));
     }

@@ -77,6 +77,10 @@ class ctrlUser : public DossierPage {
   void cItems_GotFocus(toolkit::Control& ctl);
   void cItems_LostFocus(toolkit::Control& ctl);
 
+  // Values as they are entered (field_entry.cpp).
+  void cItems_Validate(toolkit::Control& ctl, bool& Cancel);
+  void cItems_Dblclick(toolkit::Control& ctl);
+
   const PageDesign& design_;
   std::shared_ptr<cFieldItems> field_items_;
   cWhInfo wh_info_;
@@ -91,6 +95,11 @@ class ctrlUser : public DossierPage {
   std::shared_ptr<toolkit::Label> labExplain_;
   std::vector<environment::Subscription> hooks_;
 };
+
+// Whether a control holds the value of a field, by the ending of its name; and the key of its field,
+// which is the name without that ending.
+bool IsValueControl(const toolkit::Control& control);
+std::string KeyOf(const toolkit::Control& control);
 
 // Makes the sixteen page classes known to the desktop.
 void RegisterPages(toolkit::Desktop& desktop);

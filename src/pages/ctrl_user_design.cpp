@@ -112,7 +112,7 @@ void ctrlUser::BuildHelpFrames() {
     return label;
   };
   labExplain_ = help("labExplain", *frame("Frm1", "填表说明", design_.explain));
-  help("LabInterFace", *frame("Frm2", "界面说明", design_.interface))->SetCaption(StandardHint(design_.hint));
+  help("LabInterFace", *frame("Frm2", "界面说明", design_.hints))->SetCaption(StandardHint(design_.hint));
 }
 
 void ctrlUser::BuildBasicInfo() {

@@ -58,14 +58,12 @@ std::int16_t ctrlUser::CurrentRecordNumber() {
 void ctrlUser::cItems_Change(toolkit::Control& ctl) {
   if (mFilling_) return;
   const bool counts = ctl.GetKind() == toolkit::Kind::kMaskEdBox || ctl.GetKind() == toolkit::Kind::kTextBox;
-  if (counts && environment::Right(ctl.Name(), 2) == "_v") wh_info_.IsChange = true;
+  if (counts && IsValueControl(ctl)) wh_info_.IsChange = true;
 }
 
 void ctrlUser::cItems_GotFocus(toolkit::Control& ctl) {
   labExplain_->SetCaption("");
-  if (environment::Right(ctl.Name(), 2) == "_v") {
-    labExplain_->SetCaption(field_items_->Item(ctl.Name().substr(0, ctl.Name().size() - 2))->FldExplain);
-  }
+  if (IsValueControl(ctl)) labExplain_->SetCaption(field_items_->Item(KeyOf(ctl))->FldExplain);
   if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl); masked && design_.caret_step)
     masked->SetSelStart(0);
 }

@@ -28,6 +28,7 @@ Component::Component(toolkit::Platform& platform, std::string app_path, const en
 }
 
 Component::~Component() {
+  runtime_.picker.reset();
   runtime_.window.reset();
   InstallRuntime(nullptr);
 }

@@ -13,6 +13,7 @@
 namespace dossierkit {
 
 class DossierWindow;
+class fmGrpCod;
 
 struct Runtime {
   toolkit::Desktop& desktop;
@@ -23,6 +24,7 @@ struct Runtime {
   // State that outlives a visit.
   std::shared_ptr<ado::Connection> connection;
   std::shared_ptr<DossierWindow> window;
+  std::shared_ptr<fmGrpCod> picker = nullptr;  // made on its first use
 };
 
 // Makes `runtime` the one in use, or none with nullptr. It must outlive its use.

@@ -55,6 +55,8 @@ class Visit {
   toolkit::MaskEdBox& Masked(const std::string& field) {
     return *user.Find<toolkit::MaskEdBox>(field + "_v");
   }
+  // Enters a code as if it had been looked up: the code in the field, a caption in its box.
+  void EnterCode(const std::string& field, const std::string& code);
   std::string Caption(const std::string& label) { return user.Find<toolkit::Label>(label)->Caption(); }
   std::string Focus();
   // Clicks the item of a set in the menu, as in "A03".

@@ -79,6 +79,26 @@ TEST_F(QtWindows, Nest) {
   });
 }
 
+struct CenteredForm : DemoForm {
+  explicit CenteredForm(toolkit::Desktop& desktop) : DemoForm(desktop, "frmCentered", 3000, 1500) {
+    SetCenteredOnOwner(true);
+  }
+};
+
+TEST_F(QtWindows, OpensOverTheMiddleOfItsOwnerWhereItIsSaid) {
+  const auto small = std::make_shared<CenteredForm>(desktop);
+  Play([&] {
+    QWidget* outer = QApplication::activeWindow();
+    outer->resize(400, 300);
+    outer->move(40, 30);
+    Next([&] {
+      EXPECT_EQ(QApplication::activeWindow()->geometry().center(), outer->geometry().center());
+      QApplication::activeWindow()->close();
+    });
+    small->ShowModal();
+  });
+}
+
 TEST_F(QtWindows, IsShownAgainAfterHiding) {
   for (int i = 0; i < 2; ++i) {
     Play([&] {

@@ -152,7 +152,7 @@ TEST_F(ListBoxTest, DisabledListTakesNothing) {
     user.ClickListRow("list", 1);
     list.UserSelect(1);
     EXPECT_EQ(list.ListIndex(), -1);
-    EXPECT_EQ(Focus(), "");
+    EXPECT_EQ(Focus(), "Tab1");
   });
 }
 

@@ -160,5 +160,9 @@ TEST_F(TabStripTest, RemovedControlsLeaveTheirTab) {
   });
 }
 
+TEST_F(TabStripTest, AWindowThatSetsNoFocusStartsOnItsFirstTabStop) {
+  Visit([&] { EXPECT_EQ(Focus(), "Tab1"); });
+}
+
 }  // namespace
 }  // namespace dossierkit::toolkit

@@ -42,6 +42,11 @@ bool Form::MoveFocus(Control& to) {
   return focus_ == target;
 }
 
+// A window that set no focus itself starts on its first tab stop.
+void Form::FocusFirstStop() {
+  if (const auto first = NextTabStop(true)) MoveFocus(*first);
+}
+
 void Form::ForgetFocusOf(const Control& removed) {
   for (Control* control = focus_.get(); control; control = control->Owner()) {
     if (control == &removed) {

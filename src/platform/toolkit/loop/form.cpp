@@ -70,6 +70,7 @@ void Form::ShowModal() {
       CreateViews();
       Form_Resize();
       if (!LoopEnded()) Form_Activate();
+      if (!LoopEnded() && !focus_ && shows_.empty()) FocusFirstStop();
     });
   } catch (...) {
     shown_ = false;

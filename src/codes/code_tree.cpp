@@ -1,0 +1,114 @@
+// How the picker fills itself while it loads: title, levels, tree, first search. A statement that
+// fails is given up and the next one runs; nobody is told.
+#include <exception>
+
+#include "codes/fm_grp_cod.h"
+#include "platform/environment/text.h"
+#include "visit/runtime.h"
+
+namespace dossierkit {
+namespace {
+
+template <typename Statement>
+void SkipFailure(const Statement& statement) {
+  try {
+    statement();
+  } catch (const std::exception&) {
+    // Required: a window on a damaged table opens all the same.
+  }
+}
+
+std::string TopLevelQuery(const std::string& table, std::int16_t length) {
+  return "select dmcod,dmcpt,iif(dmattr is null,false,dmattr) as dmattr  from " + table +
+         " where dmcod<>''  and dmcpt<>''    and len(dmcod) =" + std::to_string(length) + "  order by dmcod";
+}
+
+std::string InnerLevelQuery(const std::string& table, std::int16_t length) {
+  return "select dmcod,dmcpt,iif(dmattr is null,false,dmattr) as dmattr from " + table +
+         " where  dmcod<>'' and dmcpt<>''  and len(dmcod) =" + std::to_string(length) + "  order by dmcod";
+}
+
+}  // namespace
+
+void fmGrpCod::Form_Load() {
+  SkipFailure([this] { ShowTitle(); });
+  Tab1_->SetTab(0);
+  LevelBits_.clear();
+  SkipFailure([this] { ReadLevels(); });
+  // Required: a first level without rows ends the load, and the search text is ignored.
+  if (!BuildTree()) return;
+  if (SearchText.empty()) {
+    Tab1_->SetTab(0);
+    return;
+  }
+  Tab1_->SetTab(1);
+  txtDm_->SetText(SearchText);
+  // The window is not visible yet, so that giving the list the focus fails behind the search.
+  SkipFailure([this] { txtDm_KeyPress(toolkit::kKeyReturn); });
+}
+
+void fmGrpCod::ShowTitle() {
+  ado::Recordset group;
+  group.Open("select codtbldsc from s_CodeTableDefine where dmgrp ='" + DmGrp + "' ", gConnection());
+  SetCaption(environment::TextOf(group.Fields("codtbldsc")) + "代码表");
+  group.Close();
+}
+
+void fmGrpCod::ReadLevels() {
+  ado::Recordset levels;
+  levels.Open("select bit from s_CodeLevDefine where dmgrp ='" + DmGrp + "' order by levelnum",
+              gConnection());
+  LevelBits_.assign(static_cast<std::size_t>(levels.RecordCount()), 0);
+  for (std::int16_t& bit : LevelBits_) {
+    SkipFailure([&] { bit = environment::ToInt16(levels.Fields("bit")); });
+    levels.MoveNext();
+  }
+  levels.Close();
+}
+
+// False where the first level has no rows.
+bool fmGrpCod::BuildTree() {
+  parent_.reset();
+  added_.reset();
+  for (std::size_t level = 0; level < LevelBits_.size(); ++level) {
+    ado::Recordset rows;
+    if (level == 0) {
+      SkipFailure([&] { rows.Open(TopLevelQuery(DmGrp, LevelBits_[0]), gConnection()); });
+      if (rows.State() == ado::kStateClosed || rows.RecordCount() < 1) return false;
+      AddTopLevel(rows);
+    } else {
+      if (tvGrpCod_->Nodes().Count() < 1) break;
+      SkipFailure([&] { rows.Open(InnerLevelQuery(DmGrp, LevelBits_[level]), gConnection()); });
+      if (rows.State() == ado::kStateOpen) AddInnerLevel(rows, LevelBits_[level - 1]);
+    }
+  }
+  return true;
+}
+
+void fmGrpCod::AddTopLevel(ado::Recordset& rows) {
+  for (; !rows.EOF_(); rows.MoveNext()) AddNode(toolkit::kNoNode, toolkit::Relation::kLast, rows);
+}
+
+// Required: a row whose parent is missing goes under the parent of the row before it.
+void fmGrpCod::AddInnerLevel(ado::Recordset& rows, std::int16_t parent_length) {
+  const auto length = static_cast<std::size_t>(parent_length);
+  for (; !rows.EOF_(); rows.MoveNext()) {
+    const std::string code = environment::TextOf(rows.Fields("dmcod"));
+    SkipFailure([&] { parent_ = tvGrpCod_->Nodes().Find("G" + environment::Left(code, length)).Index(); });
+    if (parent_) AddNode(*parent_, toolkit::Relation::kChild, rows);
+  }
+}
+
+// Required: where the key is taken, the row's look goes to the node added last.
+void fmGrpCod::AddNode(int parent, toolkit::Relation relation, const ado::Recordset& row) {
+  const std::string code = environment::TextOf(row.Fields("dmcod"));
+  SkipFailure([&] {
+    added_ = tvGrpCod_->Nodes().Add(parent, relation, "G" + code, environment::TextOf(row.Fields("dmcpt")));
+  });
+  if (!added_) return;
+  const bool selectable = environment::ToBoolean(row.Fields("dmattr"));
+  added_->SetForeColor(selectable ? toolkit::kButtonText : toolkit::kButtonShadow);
+  added_->SetTag(selectable ? code : "");
+}
+
+}  // namespace dossierkit
