@@ -68,7 +68,6 @@ void frmPicturePreview::BuildDesign() {
   const auto button = [&, this](const char* name, const char* caption) {
     auto made = Controls().Make<CommandButton>(name);
     made->SetCaption(caption);
-    made->SetTabIndex(buttons);
     made->Move(
         {kMargin + buttons * (kButtonWidth + kBetweenButtons), kButtonTop, kButtonWidth, kButtonHeight});
     ++buttons;
@@ -82,6 +81,10 @@ void frmPicturePreview::BuildDesign() {
   const auto cmdSelPic = button("cmdSelPic", "选择(&S)...");
   const auto cmdOK = button("cmdOK", "确   定");
   const auto cmdCancel = button("cmdCancel", "取   消");
+  // The window opens on the default button; from there in the order of sight.
+  cmdOK->SetTabIndex(0);
+  cmdCancel->SetTabIndex(1);
+  cmdSelPic->SetTabIndex(2);
   cmdOK->SetDefault(true);
   cmdCancel->SetCancel(true);
   dlgSelPic_ = Controls().Make<toolkit::CommonDialog>("dlgSelPic");
