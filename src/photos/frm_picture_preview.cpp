@@ -14,8 +14,8 @@ using toolkit::CommandButton;
 using toolkit::Image;
 using toolkit::Label;
 
-constexpr std::uint64_t kLargestFile = 300 * 1024;  // bytes
-constexpr int kHideReadOnly = 4;                    // of the file dialog: no box "read only"
+constexpr std::uint64_t kLargestFile = 307200;  // bytes
+constexpr int kHideReadOnly = 4;                // of the file dialog: no box "read only"
 
 // The design, in twips: two pictures, each below its label, and a row of three buttons.
 constexpr int kMargin = 300;
@@ -68,7 +68,6 @@ void frmPicturePreview::BuildDesign() {
   const auto button = [&, this](const char* name, const char* caption) {
     auto made = Controls().Make<CommandButton>(name);
     made->SetCaption(caption);
-    made->SetTabIndex(buttons);
     made->Move(
         {kMargin + buttons * (kButtonWidth + kBetweenButtons), kButtonTop, kButtonWidth, kButtonHeight});
     ++buttons;
@@ -82,6 +81,10 @@ void frmPicturePreview::BuildDesign() {
   const auto cmdSelPic = button("cmdSelPic", "选择(&S)...");
   const auto cmdOK = button("cmdOK", "确   定");
   const auto cmdCancel = button("cmdCancel", "取   消");
+  // The window opens on the default button; from there in the order of sight.
+  cmdOK->SetTabIndex(0);
+  cmdCancel->SetTabIndex(1);
+  cmdSelPic->SetTabIndex(2);
   cmdOK->SetDefault(true);
   cmdCancel->SetCancel(true);
   dlgSelPic_ = Controls().Make<toolkit::CommonDialog>("dlgSelPic");

@@ -72,7 +72,8 @@ TEST_F(PhotographJourney, IsEnteredForANewPersonByKeys) {
     AddPhoto([&] {
       EXPECT_EQ(visit_.Caption("lblOldPicture"), "当前没有照片");
       visit_.platform.WillChoose(folder_.MakeChoice("新.jpg", SamplePicture("progressive")));
-      visit_.user.Tab();
+      EXPECT_EQ(preview_->ActiveControl()->Name(), "cmdOK");
+      visit_.user.BackTab();
       visit_.user.Press(toolkit::kKeyReturn);  // 选择
       EXPECT_EQ(visit_.Caption("lblNewPicture"), "新照片");
       visit_.user.Tab();

@@ -10,42 +10,23 @@
 #include <QWidget>
 #include <cstdlib>
 
-#include "photos/frm_picture_preview.h"
-#include "tests/support/photo_folder.h"
-#include "tests/support/visit.h"
+#include "tests/look/preview_window.h"
 
 namespace dossierkit::tests {
 namespace {
 
-const std::string kPictures = SOURCE_FOLDER "/tests/photos/pictures/";
-
 class PreviewLook : public testing::TestWithParam<double> {
  protected:
-  // Shows the window for a person whose photograph is turned by its camera's note, with another one
-  // chosen, and calls `look`.
+  // Shows the window with another picture chosen, and calls `look`.
   void Look(const std::function<void(QWidget& window)>& look) {
     QtStage stage({GetParam(), {}});
-    toolkit::Desktop desktop{stage};
-    FixedClock clock;
-    files::LocalFiles files;
-    Runtime runtime{desktop, clock, files, "/opt/dossier", nullptr, nullptr};
-    InstallRuntime(&runtime);
-    PhotoFolder folder;
-    PhotoFolder::Write(folder.Photo("P1"), PhotoFolder::Read(kPictures + "turned-right.jpg"));
-    const auto owner = std::make_shared<frmDossier>(desktop);
-    owner->PhotoPath = folder.Photos().string();
-    runtime.window = owner;
-    const auto preview = std::make_shared<frmPicturePreview>(desktop);
-    preview->personID = "P1";
+    PreviewWindow window(stage);
     stage.WillChoose(kPictures + "green.jpg");
-    stage.WillRun([&](toolkit::Form&) {
-      StageUser(desktop).Click("cmdSelPic");
+    window.Show([&] {
+      window.user.Click("cmdSelPic");
       QApplication::processEvents();
       look(*QApplication::activeWindow());
     });
-    preview->ShowModal();
-    runtime.window.reset();
-    InstallRuntime(nullptr);
   }
 
   static std::vector<QWidget*> Parts(const QWidget& window) {
