@@ -67,11 +67,11 @@ TEST_F(FormLoad, ThePersonTypeNamesTheExtraItem) {
   const std::vector<std::pair<std::int16_t, std::string>> rows = {{std::int16_t{1}, "B01单位推荐情况"},
                                                                   {std::int16_t{2}, "B02个人自荐情况"},
                                                                   {std::int16_t{3}, "B03获奖者推荐情况"}};
-  for (const auto& [type, expected] : rows) {
-    visit.component.PersonType = type;
+  for (const auto& row : rows) {
+    visit.component.PersonType = row.first;
     visit.Open([&] {
       const auto& item = visit.Window().VMenu1().Items().back();
-      EXPECT_EQ(item.key + item.caption, expected);
+      EXPECT_EQ(item.key + item.caption, row.second);
       EXPECT_EQ(visit.Window().VMenu1().Items().size(), 16u);
     });
   }

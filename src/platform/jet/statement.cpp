@@ -65,6 +65,8 @@ class Translator {
   void ReplaceTokens(std::size_t first, std::size_t behind, std::string_view text) {
     result_.text.append(statement_.substr(copied_, At(first).position - copied_)).append(text);
     copied_ = At(behind - 1).End();
+    // The quote or the parenthesis that is gone kept it apart from what follows.
+    if (At(behind).position == copied_ && !At(behind).Is(",") && !At(behind).Is(")")) result_.text += ' ';
   }
 
   // The index of the first of `words` at the depth of `begin`, of the ")" that ends that depth, or of
@@ -128,9 +130,9 @@ class Translator {
 
   // format(v,'p') becomes v; the pattern is applied to what the engine gives.
   void TakeFormat(std::size_t begin) {
-    const std::size_t comma = Find(begin + 2, {","});
-    Require(comma > begin + 2 && At(comma).Is(",") && At(comma + 1).kind == TokenKind::kLiteral &&
-                At(comma + 2).Is(")"),
+    const std::size_t comma = Find(begin + 2, {",", "from"});
+    Require(comma > begin + 2 && At(comma).Is(",") && !At(comma - 1).Is("*") &&
+                At(comma + 1).kind == TokenKind::kLiteral && At(comma + 2).Is(")"),
             "FORMAT 需要一个值和一个格式");
     Describe({TextOfLiteral(At(comma + 1).text), ado::ColumnKind::kUnknown});
     formats_.push_back(begin);

@@ -90,9 +90,9 @@ TEST(Format, TextThatIsNoNumberAndBooleansComeBackUnchanged) {
 TEST(Format, AnyPatternOnAnyValueGivesSomeText) {
   std::string pattern;
   unsigned state = 1;
-  for (int round = 0; round < 20000; ++round) {
+  for (unsigned round = 0; round < 20000; ++round) {
     pattern.clear();
-    for (unsigned i = 0; i < 1 + round % 12U; ++i) {
+    for (unsigned i = 0; i < 1 + round % 12; ++i) {
       state = state * 1664525U + 1013904223U;
       pattern += "0#.,%ymdhns-a"[(state >> 16) % 13];
     }

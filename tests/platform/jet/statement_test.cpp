@@ -60,12 +60,19 @@ TEST(Statement, FormatBecomesAPatternOfItsColumn) {
   EXPECT_EQ(statement.columns[2].format, "o'c");
 }
 
+TEST(Statement, WhatIsPutInKeepsApartFromWhatFollows) {
+  EXPECT_EQ(Text("select format(A0201,'yyyy')from A02"), "select A0201 from A02");
+  EXPECT_EQ(Text("select format(A0205-,'0')-1 from A02"), "select A0205- -1 from A02");
+  EXPECT_EQ(Text("update A02 set A0205='5'where A0299=1"), "update A02 set A0205=5 where A0299=1");
+}
+
 TEST(Statement, FormatIsRefusedWhereItCannotBeTakenOut) {
   for (const char* statement :
        {"select a from t where format(a,'0')='1'", "select format(a) as x from t",
         "select format(a,b) as x from t", "select format(,'0') as x from t",
         "select iif(a,format(a,'0'),b) as x from t", "select *,format(a,'0') as x from t",
         "select t.*,format(a,'0') as x from t", "select format(format(a,'0'),'0') as x from t",
+        "select format(a from t,'0') from t", "select format(*,'0') from t",
         "update A02 set A0202=format(A0201,'0')"}) {
     EXPECT_EQ(FailureOf(statement).number(), environment::kSyntaxError);
   }
