@@ -89,8 +89,10 @@ std::shared_ptr<toolkit::Control> QtUser::Find(const std::string& name) {
 QWidget& QtUser::NativeWindow() {
   const QString name = QString::fromStdString(Window().Name());
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && (window->objectName() == name || window->findChild<QWidget*>(name)))
-      return *window;
+    if (!window->isVisible()) continue;
+    // A window may be the native child of the one below it.
+    const auto* inner = window->findChild<QWidget*>(name);
+    if (window->objectName() == name || (inner && inner->window() == window)) return *window;
   }
   throw std::logic_error("the window is not on the screen");
 }
