@@ -148,8 +148,7 @@ void fmGrpCod::Take(const std::string& code, const std::string& caption) {
 void fmGrpCod::cmdDel_Click() { Take("", ""); }
 
 void fmGrpCod::tvGrpCod_KeyPress(char32_t KeyAscii) {
-  if (Tab1_->Tab() == 0 && KeyAscii == toolkit::kKeyReturn && tvGrpCod_->SelectedNode().Index() >= 0)
-    cmdOK_Click();
+  if (Tab1_->Tab() == 0 && KeyAscii == toolkit::kKeyReturn && tvGrpCod_->SelectedItem() >= 0) cmdOK_Click();
 }
 
 void fmGrpCod::lstDmCpt_KeyPress(char32_t KeyAscii) {

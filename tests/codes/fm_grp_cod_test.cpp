@@ -298,15 +298,14 @@ TEST_F(FmGrpCod, EnterInAListWithoutARowSaysNothing) {
   EXPECT_EQ(Result(), kUntouched);
 }
 
-TEST_F(FmGrpCod, RequiredEnterInATreeWithoutNodesFailsWithTheWindow) {
-  EXPECT_EQ(FailureOf([&] {
-              Show("NOSUCH", "", [&] {
-                EXPECT_EQ(Focused(), "tvGrpCod");
-                visit.user.Press(kKeyReturn);
-              });
-            }),
-            91);
-  EXPECT_FALSE(CodePicker().Loaded());
+TEST_F(FmGrpCod, EnterInATreeWithoutNodesDoesNothing) {
+  Show("NOSUCH", "", [&] {
+    EXPECT_EQ(Focused(), "tvGrpCod");
+    visit.user.Press(kKeyReturn);
+    EXPECT_FALSE(visit.user.Window().LoopEnded());
+  });
+  EXPECT_TRUE(Shown().empty());
+  EXPECT_EQ(Result(), kUntouched);
 }
 
 TEST_F(FmGrpCod, AnApostropheIsNowhereTypedAndBeeps) {

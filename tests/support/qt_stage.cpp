@@ -46,7 +46,7 @@ toolkit::MessageAnswer QtStage::ShowMessage(const std::string& text, int flags, 
     if (answer == toolkit::kAnswerNo) {
       QTest::keyClick(box, Qt::Key_N, Qt::AltModifier);
     } else {
-      QTest::keyClick(box->focusWidget(), Qt::Key_Return);
+      QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, Qt::Key_Return);
     }
   });
   const auto given = QtPlatform::ShowMessage(text, flags, title);
