@@ -33,6 +33,10 @@ class Copy {
 // and kept beside the program.
 std::string GeneratedDatabase(int persons, int records);
 
+// Adds a code table "BIG" of that many codes in three levels, with captions of which every second one
+// holds 甲, to a database file.
+void AddCodeTable(const std::string& database, int codes);
+
 class BenchVisit {
  public:
   explicit BenchVisit(const std::string& database);

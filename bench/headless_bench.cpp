@@ -1,6 +1,9 @@
 // The system alone, with views without a screen.
+#include <stdexcept>
+
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
+#include "codes/lookup_code.h"
 #include "platform/environment/failure.h"
 
 namespace dossierkit::bench {
@@ -95,6 +98,36 @@ BENCHMARK(DeleteWalk)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
+// A shorthand that the exact query does not find and the like query finds once.
+void Lookup(benchmark::State& state, const std::string& database, const std::string& table,
+            const std::string& text) {
+  Samples samples;
+  BenchVisit visit(database);
+  visit.Open([&] {
+    cFieldItem item;
+    item.CodeTable = table;
+    for (auto _ : state) {
+      Measure(state, samples, [&] {
+        if (LookupCode(item, text).empty()) throw std::logic_error(text + " was not found");
+      });
+    }
+  });
+  state.counters["median_ms"] = samples.Median();
+}
+
+void LookupInThreeThousand(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  Lookup(state, copy.Path(), "GB2260", "呼和浩特");
+}
+BENCHMARK(LookupInThreeThousand)->UseManualTime()->Iterations(100)->Unit(benchmark::kMillisecond);
+
+void LookupInAHundredThousand(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  AddCodeTable(copy.Path(), 100'000);
+  Lookup(state, copy.Path(), "BIG", "第98765号");
+}
+BENCHMARK(LookupInAHundredThousand)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace dossierkit::bench
 
@@ -103,6 +136,8 @@ int main(int argc, char** argv) {
                                           {{"ChangeOfSet", "median_ms", 3},
                                            {"ChangeOfSetLarge", "times", 1.5},
                                            {"SaveOfFive", "median_ms", 20},
+                                           {"LookupInThreeThousand", "median_ms", 3},
+                                           {"LookupInAHundredThousand", "median_ms", 60},
                                            {"DeleteWalk/1000000", "seconds", 15},
                                            {"DeleteWalk/1000000", "peak_MiB", 400}});
 }

@@ -4,6 +4,7 @@
 
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
+#include "codes/fm_grp_cod.h"
 
 namespace dossierkit::bench {
 namespace {
@@ -80,6 +81,66 @@ BENCHMARK(MoveToTheNextRecord)->UseManualTime()->Iterations(200)->Unit(benchmark
 void ListOfTenThousand(benchmark::State& state) { MoveInList(state, GeneratedDatabase(1, 10'000), "A02"); }
 BENCHMARK(ListOfTenThousand)->UseManualTime()->Iterations(100)->Unit(benchmark::kMillisecond);
 
+// The picker on a table of that many codes, from the call to its painted tree.
+void PickerShown(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  AddCodeTable(copy.Path(), static_cast<int>(state.range(0)));
+  Samples samples;
+  BenchVisit visit(copy.Path());
+  visit.Open([&] {
+    fmGrpCod& picker = CodePicker();
+    picker.DmGrp = "BIG";
+    for (auto _ : state) {
+      const auto start = std::chrono::steady_clock::now();
+      visit.platform.WillRun([&](toolkit::Form&) {
+        Paint();
+        const double milliseconds =
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+        samples.Add(milliseconds);
+        state.SetIterationTime(milliseconds / 1000);
+      });
+      picker.ShowModal();
+    }
+  });
+  state.counters["median_ms"] = samples.Median();
+  state.counters["us_per_code"] = samples.Median() * 1000 / static_cast<double>(state.range(0));
+}
+BENCHMARK(PickerShown)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Arg(1'000'000)
+    ->UseManualTime()
+    ->Iterations(5)
+    ->Unit(benchmark::kMillisecond);
+
+// The search in the picker, with 50,000 hits, until its list is painted.
+void PickerSearch(benchmark::State& state) {
+  const Copy copy(SAMPLE_DATABASE);
+  AddCodeTable(copy.Path(), 100'000);
+  Samples samples;
+  BenchVisit visit(copy.Path());
+  visit.Open([&] {
+    fmGrpCod& picker = CodePicker();
+    picker.DmGrp = "BIG";
+    visit.platform.WillRun([&](toolkit::Form&) {
+      visit.user.SelectTab("Tab1", 1);
+      visit.user.Click("txtDm");
+      visit.user.Type("甲");
+      for (auto _ : state) {
+        visit.user.Click("txtDm");
+        Paint();
+        Measure(state, samples, [&] {
+          visit.user.Press(toolkit::kKeyReturn);
+          Paint();
+        });
+      }
+    });
+    picker.ShowModal();
+  });
+  state.counters["median_ms"] = samples.Median();
+}
+BENCHMARK(PickerSearch)->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace dossierkit::bench
 
@@ -90,5 +151,7 @@ int main(int argc, char** argv) {
                                            {"ShowToFirstPage", "median_ms", 60},
                                            {"MoveToTheNextRecord", "median_ms", 8},
                                            {"ListOfTenThousand", "shown_ms", 50},
-                                           {"ListOfTenThousand", "median_ms", 8}});
+                                           {"ListOfTenThousand", "median_ms", 8},
+                                           {"PickerShown/100000", "median_ms", 250},
+                                           {"PickerSearch", "median_ms", 150}});
 }

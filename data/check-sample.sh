@@ -104,9 +104,9 @@ from s_infoitem i join s_infotable s on s.tblname = i.tblname where Property = 1
 
 select tblname || ' ' || itemname || ': unknown code group ' || CodeTable from s_infoitem
 where CodeTable is not null and not exists (select 1 from s_CodeTableDefine where dmgrp = CodeTable);
-select tblname || ' ' || itemname || ': a coded field is Varchar, may stay empty and has no style or Check'
+select tblname || ' ' || itemname || ': a coded field is Varchar and has no style or Check'
 from s_infoitem where CodeTable is not null
-and (FieldType <> 'Varchar' or "IsNUll" <> 1 or style is not null or "Check" is not null);
+and (FieldType <> 'Varchar' or style is not null or "Check" is not null);
 select tblname || ' ' || itemname || ': style ' || style from s_infoitem
 where style is not null and (FieldType <> 'datetime' or style not in ('yyyy-mm', 'yyyy-mm-dd'));
 select tblname || ' ' || itemname || ': Check ' || "Check" from s_infoitem

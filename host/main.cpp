@@ -43,12 +43,16 @@ std::shared_ptr<ado::Connection> WithBusyPointer(std::shared_ptr<ado::Connection
                                                   [&platform](const ado::Trace&) { platform.Tick(); });
 }
 
-// The tour starts from a fresh copy of the sample database, unless a database was named.
+// The tour starts from fresh copies of the sample database and the photographs, unless others were named.
 int RunTour(Options options) {
   std::filesystem::create_directories(options.folder);
   if (options.database.empty() && options.connection.empty()) {
     options.database = (std::filesystem::path(options.folder) / "tour.db").string();
     CreateSample(options.database);
+  }
+  if (options.photos.empty()) {
+    options.photos = (std::filesystem::path(options.folder) / "photos").string();
+    CopyPhotos(SamplePhotos(), options.photos);
   }
   const auto database = OpenDatabase(options);
   qt::QtPlatform platform;

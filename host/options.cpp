@@ -94,7 +94,7 @@ Without --person or --new: a window with the people of the database.
 
   --database FILE       the database file; without it, a working copy of the sample database
   --connection STRING   in its place a connection string, as in "Driver=SQLite3;Database=FILE"
-  --photos DIR          the folder of the photographs
+  --photos DIR          the folder of the photographs; without it, a working copy of the sample's
   --person ID           opens the dossier of one person and ends with it
   --new                 opens the dossier of a new person and ends with it
   --operation-type N    0 new person, 3 stored person; by default as --new or --person says

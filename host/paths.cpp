@@ -12,7 +12,23 @@ fs::path ProgramFolder() { return fs::read_symlink("/proc/self/exe").parent_path
 
 fs::path SampleDatabase() { return ProgramFolder().parent_path() / "share" / "sample.db"; }
 
-fs::path WorkingPhotos() { return ProgramFolder().parent_path() / "var" / "photos"; }
+fs::path SamplePhotos() { return ProgramFolder().parent_path() / "share" / "photos"; }
+
+fs::path WorkingPhotos() {
+  fs::path working = ProgramFolder().parent_path() / "var" / "photos";
+  if (!fs::exists(working)) CopyPhotos(SamplePhotos(), working);
+  return working;
+}
+
+void CopyPhotos(const fs::path& from, const fs::path& to) {
+  std::error_code error;
+  fs::create_directories(to, error);
+  for (const auto& entry : fs::directory_iterator(from, error)) {
+    const fs::path copy = to / entry.path().filename();
+    fs::copy_file(entry.path(), copy, fs::copy_options::skip_existing, error);
+    fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add, error);
+  }
+}
 
 fs::path WorkingDatabase() {
   fs::path working = ProgramFolder().parent_path() / "var" / "dossier.db";

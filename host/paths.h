@@ -11,7 +11,14 @@ std::filesystem::path SampleDatabase();
 // The working copy that the program opens without --database; made from the sample where it is
 // missing. Throws a Failure.
 std::filesystem::path WorkingDatabase();
+// The photographs of the sample persons as they were installed.
+std::filesystem::path SamplePhotos();
+// The folder of photographs that the program uses without --photos; made from the sample where it is
+// missing.
 std::filesystem::path WorkingPhotos();
+// Copies the photographs of one folder into another, which is made; those that are there stay. What
+// cannot be copied is left out: a person without a photograph is no failure.
+void CopyPhotos(const std::filesystem::path& from, const std::filesystem::path& to);
 
 // Writes a fresh copy of the sample database over `target`. Throws a Failure.
 void CreateSample(const std::filesystem::path& target);

@@ -39,11 +39,11 @@ QWidget* Find(const QString& name) {
   return found;
 }
 
-void PostClick(QWidget& widget, const QPoint& place) {
+void PostClick(QWidget& widget, const QPoint& place, QEvent::Type press = QEvent::MouseButtonPress) {
   const QPointF local = place;
   const QPointF global = widget.mapToGlobal(local);
-  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-    const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+  for (const auto type : {press, QEvent::MouseButtonRelease}) {
+    const auto held = type == press ? Qt::LeftButton : Qt::NoButton;
     QApplication::postEvent(&widget,
                             new QMouseEvent(type, local, global, Qt::LeftButton, held, Qt::NoModifier));
   }
@@ -122,6 +122,16 @@ void Player::Click(const QString& accessible_name) {
     QWidget* widget = Find(accessible_name);
     if (!widget) return false;
     PostClick(*widget, widget->rect().center());
+    return true;
+  });
+}
+
+void Player::DoubleClick(const QString& accessible_name) {
+  Click(accessible_name);
+  actions_.emplace_back("double-click " + accessible_name, [accessible_name] {
+    QWidget* widget = Find(accessible_name);
+    if (!widget) return false;
+    PostClick(*widget, widget->rect().center(), QEvent::MouseButtonDblClick);
     return true;
   });
 }

@@ -25,6 +25,7 @@ class Player {
   void Type(const QString& text);
   void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, int times = 1);
   void Click(const QString& accessible_name);
+  void DoubleClick(const QString& accessible_name);
   // Clicks an item of the list of that name by its text, or a row of the table by its number (from 0).
   void ClickItem(const QString& list, const QString& text);
   void ClickRow(const QString& table, int row);

@@ -106,9 +106,11 @@ void fmGrpCod::AddNode(int parent, toolkit::Relation relation, const ado::Record
     added_ = tvGrpCod_->Nodes().Add(parent, relation, "G" + code, environment::TextOf(row.Fields("dmcpt")));
   });
   if (!added_) return;
-  const bool selectable = environment::ToBoolean(row.Fields("dmattr"));
-  added_->SetForeColor(selectable ? toolkit::kButtonText : toolkit::kButtonShadow);
-  added_->SetTag(selectable ? code : "");
+  SkipFailure([&] {
+    const bool selectable = environment::ToBoolean(row.Fields("dmattr"));
+    added_->SetForeColor(selectable ? toolkit::kButtonText : toolkit::kButtonShadow);
+    added_->SetTag(selectable ? code : "");
+  });
 }
 
 }  // namespace dossierkit

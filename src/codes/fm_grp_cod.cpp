@@ -27,6 +27,7 @@ std::shared_ptr<toolkit::CommandButton> MakeButton(toolkit::Form& form, const st
 fmGrpCod::fmGrpCod(toolkit::Desktop& desktop) : Form(desktop, "fmGrpCod") {
   SetDesignSize(kWidth, kHeight);
   SetKeyPreview(true);
+  SetCenteredOnOwner(true);
 }
 
 void fmGrpCod::BuildDesign() {

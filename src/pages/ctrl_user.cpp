@@ -47,6 +47,7 @@ void ctrlUser::UserControl_Initialize() {
       [this](toolkit::Control& ctl, bool& Cancel) { cItems_Validate(ctl, Cancel); }));
   hooks_.push_back(cItems_->DblClick.Subscribe([this](toolkit::Control& ctl) { cItems_Dblclick(ctl); }));
   hooks_.push_back(DGItems_->GotFocus.Subscribe([this] { DGItems_GotFocus(); }));
+  if (cmdAddPhoto_) hooks_.push_back(cmdAddPhoto_->Click.Subscribe([this] { cmdAddPhoto_Click(); }));
   mFilling_ = true;
 }
 
@@ -61,7 +62,7 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
   mFilling_ = true;
   for (const auto& control : Controls()) {
     if (design_.photo && control->Name() == "imgPerson") {
-      ShowPhotoInImage(*control, PhotoFilePath(TheRuntime().window->PhotoPath, wh_info_.personID));
+      ShowPhotoInImage(*control, PhotoFile());
     }
     if (IsValueControl(*control)) {
       if (auto* text = dynamic_cast<toolkit::TextBox*>(control.get())) {

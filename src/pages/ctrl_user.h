@@ -64,6 +64,10 @@ class ctrlUser : public DossierPage {
   void BuildHelpFrames();
   void BuildBasicInfo();
 
+  // The photograph (photograph.cpp).
+  std::string PhotoFile() const;
+  void cmdAddPhoto_Click();
+
   // Record movement and change tracking (record_navigation.cpp).
   void AdodcRs_WillMove(std::int32_t adReason, std::int32_t& adStatus);
   void AdodcRs_MoveComplete();
@@ -86,6 +90,7 @@ class ctrlUser : public DossierPage {
   bool mFilling_ = false;    // the program fills the form: no change, no check
 
   std::shared_ptr<toolkit::DataGrid> DGItems_;
+  std::shared_ptr<toolkit::CommandButton> cmdAddPhoto_;  // nullptr on a page without a photograph
   std::shared_ptr<toolkit::Label> labOpt_;
   std::shared_ptr<toolkit::Label> labExplain_;
   std::vector<environment::Subscription> hooks_;

@@ -112,7 +112,7 @@ void ctrlUser::BuildHelpFrames() {
     return label;
   };
   labExplain_ = help("labExplain", *frame("Frm1", "填表说明", design_.explain));
-  help("LabInterFace", *frame("Frm2", "界面说明", design_.interface))->SetCaption(StandardHint(design_.hint));
+  help("LabInterFace", *frame("Frm2", "界面说明", design_.hints))->SetCaption(StandardHint(design_.hint));
 }
 
 void ctrlUser::BuildBasicInfo() {
@@ -124,10 +124,10 @@ void ctrlUser::BuildBasicInfo() {
   photo->SetBorder(true);
   photo->Move(designs::kPhotoPlace);
   photo->SetAccessibleName("照片");
-  const auto button = Controls().Make<toolkit::CommandButton>("cmdAddPhoto");
-  button->SetCaption("更新照片");
-  button->Move(designs::kAddPhotoPlace);
-  button->SetTabIndex(static_cast<int>(Controls().Count()) * 2);
+  cmdAddPhoto_ = Controls().Make<toolkit::CommandButton>("cmdAddPhoto");
+  cmdAddPhoto_->SetCaption("更新照片");
+  cmdAddPhoto_->Move(designs::kAddPhotoPlace);
+  cmdAddPhoto_->SetTabIndex(static_cast<int>(Controls().Count()) * 2);
   Controls().Make<toolkit::CommonDialog>("dlgSelPic");
   // The frame holds the fields and the photograph.
   for (const auto& control : Controls()) {

@@ -48,7 +48,7 @@ struct PageDesign {
   toolkit::Rect grid;        // DGItems
   bool grid_visible = true;  // in the design
   toolkit::Rect explain;     // Frm1, captioned 填表说明, which holds labExplain
-  toolkit::Rect interface;   // Frm2, captioned 界面说明, which holds LabInterFace
+  toolkit::Rect hints;       // Frm2, captioned 界面说明, which holds LabInterFace
 };
 
 // The designs of all sixteen pages, in the order of their sets.

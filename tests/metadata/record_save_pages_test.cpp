@@ -48,6 +48,9 @@ TEST_F(PageSave, ANewPersonIsInsertedInTheOrderOfThePage) {
   const bool saved = visit.OpenNew([&] {
     person = visit.Window().personID;
     visit.Text("A01_A0101").SetText("李四");
+    visit.EnterCode("A01_A0102", "2");
+    visit.EnterCode("A01_A0103", "05");
+    visit.EnterCode("A01_A0106", "11");
     visit.Masked("A01_A0104").SetText("1974年09月25日");
     visit.Text("A01_A0110").SetText("育种");
     visit.Text("A01_A0115").SetText("所");
@@ -60,7 +63,7 @@ TEST_F(PageSave, ANewPersonIsInsertedInTheOrderOfThePage) {
         "A0115,A0113,A0121,A0117,A0118,A0119,A0120,A0112,A0122,A0123,A0124,A0125,A0128,A0129,A0127,A0131) "
         "values('" +
             person +
-            "',3 ,100,'李四','','','','1974年09月25日','','','','','','育种','所','','','','',"
+            "',3 ,100,'李四','2','05','','1974年09月25日','','11','','','','育种','所','','','','',"
             "'','','','','','','','','','','330681740925264')");
     EXPECT_EQ(visit.Caption("labPersonName"), "李四");
   });

@@ -1,9 +1,6 @@
 // How the metadata and the values of a record reach the controls of a page, and where the focus goes.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "metadata/field_items.h"
 #include "metadata/loaders.h"
 #include "tests/support/visit.h"
@@ -300,52 +297,6 @@ TEST_F(CheckBoxes, AChangeOfOneDoesNotMarkTheRecordAsEdited) {
 
 TEST_F(CheckBoxes, ControlsOfAnotherKindNeedNoMetadata) {
   OnPage([&](DossierPage& page, toolkit::CheckBox&) { EXPECT_NO_THROW(page.setCtrl(items_)); });
-}
-
-// --- the photograph -------------------------------------------------------------------------------
-
-class Photograph : public ::testing::Test {
- protected:
-  void SetUp() override {
-    folder_ =
-        std::filesystem::temp_directory_path() /
-        ("dossierkit-pages-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    std::filesystem::create_directories(folder_);
-    visit_.component.PhotoPath = folder_.string();
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-  void Write(const std::string& bytes) {
-    std::ofstream(folder_ / (kPerson + ".jpg"), std::ios::binary) << bytes;
-  }
-  const toolkit::Picture& Shown() { return visit_.user.Find<toolkit::Image>("imgPerson")->GetPicture(); }
-
-  std::filesystem::path folder_;
-  Visit visit_;
-};
-
-TEST_F(Photograph, IsShownWhereItsFileExists) {
-  Write("\xFF\xD8pixels\xFF\xD9");
-  visit_.OpenPerson(kPerson, [&] {
-    ASSERT_FALSE(Shown().Empty());
-    EXPECT_EQ(Shown().bytes->size(), 10U);
-  });
-}
-
-TEST_F(Photograph, WithoutItsFileWhatWasThereStays) {
-  visit_.OpenPerson(kPerson, [&] { EXPECT_TRUE(Shown().Empty()); });
-  Write("\xFF\xD8pixels\xFF\xD9");
-  visit_.OpenPerson(kPerson, [&] {
-    std::filesystem::remove(folder_ / (kPerson + ".jpg"));
-    visit_.OnShow().setCtrl(visit_.OnShow().FieldItems());
-    EXPECT_FALSE(Shown().Empty());
-  });
-}
-
-TEST_F(Photograph, AFileThatIsNoPictureFailsTheVisit) {
-  Write("no picture");
-  EXPECT_THROW(visit_.OpenPerson(kPerson, [] { FAIL() << "the window came up"; }), Failure);
-  EXPECT_FALSE(visit_.Window().Loaded());
-  EXPECT_TRUE(visit_.Messages().empty());
 }
 
 // --- focus and help -------------------------------------------------------------------------------

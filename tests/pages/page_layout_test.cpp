@@ -50,7 +50,7 @@ std::vector<Part> PartsOf(const PageDesign& page) {
     parts.push_back({"cmdAddPhoto", designs::kAddPhotoPlace});
   }
   parts.push_back({"Frm1", page.explain});
-  parts.push_back({"Frm2", page.interface});
+  parts.push_back({"Frm2", page.hints});
   return parts;
 }
 
@@ -171,17 +171,17 @@ TEST_P(PageLayout, MasksFitTheirBoxes) {
 }
 
 TEST_P(PageLayout, HelpTextsFitTheirFrames) {
-  const int width = page_.interface.width - 300;
+  const int width = page_.hints.width - 300;
   const int lines = LinesOf(page_.hint, width) + LinesOf("加粗标题为必填项", width) +
                     LinesOf("蓝色文本框可双击鼠标左键选择代码", width);
-  EXPECT_LE(lines * 240 + 450, page_.interface.height);
+  EXPECT_LE(lines * 240 + 450, page_.hints.height);
   EXPECT_GE((page_.explain.height - 450) / 240 * (page_.explain.width - 300), 100 * 180);
 }
 
 TEST_P(PageLayout, HelpFramesStandOneAboveTheOtherAtTheRight) {
-  EXPECT_EQ(page_.explain.left, page_.interface.left);
-  EXPECT_EQ(page_.explain.width, page_.interface.width);
-  EXPECT_LT(BottomOf(page_.explain), page_.interface.top);
+  EXPECT_EQ(page_.explain.left, page_.hints.left);
+  EXPECT_EQ(page_.explain.width, page_.hints.width);
+  EXPECT_LT(BottomOf(page_.explain), page_.hints.top);
   for (const FieldDesign& field : page_.fields)
     EXPECT_LT(RightOf(field.box), page_.explain.left) << field.field;
 }
@@ -213,7 +213,7 @@ TEST(PageLayouts, FrameOfTheFirstPageHoldsFieldsAndPhotograph) {
   EXPECT_TRUE(Inside(designs::kPhotoPlace, frame));
   EXPECT_TRUE(Inside(designs::kAddPhotoPlace, frame));
   EXPECT_FALSE(Overlap(frame, page.explain));
-  EXPECT_FALSE(Overlap(frame, page.interface));
+  EXPECT_FALSE(Overlap(frame, page.hints));
   EXPECT_EQ(designs::kPhotoPlace.width, 1815);
   EXPECT_EQ(designs::kPhotoPlace.height, 2385);
 }

@@ -1,8 +1,8 @@
 // The command Delete and its walk over the numbers.
 #include <filesystem>
-#include <fstream>
 
 #include "tests/shell/shell_test.h"
+#include "tests/support/photo_folder.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -258,48 +258,13 @@ TEST_F(DeleteCommand, AFailureInTheMiddleLeavesTheStepsDone) {
 
 // --- the photograph ----------------------------------------------------------------------------------------
 
-// Fails the question for a file, or its deletion. Before `armed` there are no files.
-class BrokenFiles : public files::LocalFiles {
- public:
-  enum class At { kQuestion, kDeletion };
-  explicit BrokenFiles(At at) : at_(at) {}
-  bool FileExists(const std::string&) const override {
-    if (armed && at_ == At::kQuestion) throw environment::MakeFailure(environment::kPathAccess);
-    return armed;
-  }
-  void DeleteFile(const std::string& path, bool force) override {
-    deleted = path;
-    forced = force;
-    armed = false;
-    throw environment::MakeFailure(environment::kPermissionDenied);
-  }
-  bool armed = false;
-  bool forced = false;
-  std::string deleted;
-
- private:
-  At at_;
-};
-
 class PhotoOfDelete : public DeleteCommand {
  protected:
-  void SetUp() override {
-    folder = std::filesystem::temp_directory_path() /
-             ("photos-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-    visit.component.PhotoPath = folder.string();
-  }
-  void TearDown() override {
-    std::filesystem::remove_all(folder);
-    DeleteCommand::TearDown();
-  }
-  std::filesystem::path Photo(const std::string& person = kPerson) { return folder / (person + ".jpg"); }
-  void MakePhoto(const std::string& person = kPerson) {
-    std::ofstream(Photo(person), std::ios::binary) << "\xFF\xD8\xFF\xD9";
-  }
+  void SetUp() override { visit.component.PhotoPath = folder.Photos().string(); }
+  std::filesystem::path Photo(const std::string& person = kPerson) { return folder.Photo(person); }
+  void MakePhoto(const std::string& person = kPerson) { PhotoFolder::Write(Photo(person), Jpeg("photo")); }
 
-  std::filesystem::path folder;
+  PhotoFolder folder;
 };
 
 TEST_F(PhotoOfDelete, TheFileGoesBeforeTheRow) {
@@ -333,7 +298,7 @@ TEST_F(PhotoOfDelete, RequiredTheFileIsGoneAlsoWhenTheRowCannotBeDeleted) {
 
 TEST_F(PhotoOfDelete, AWriteProtectedFileGoesToo) {
   MakePhoto();
-  std::filesystem::permissions(Photo(), std::filesystem::perms::owner_read);
+  PhotoFolder::Protect(Photo());
   visit.Open([&] { ClickDelete(toolkit::kAnswerYes); });
   EXPECT_FALSE(std::filesystem::exists(Photo()));
 }
@@ -357,34 +322,6 @@ TEST_F(PhotoOfDelete, ARecordOfAnotherSetKeepsTheFile) {
     ClickDelete(toolkit::kAnswerYes);
   });
   EXPECT_TRUE(std::filesystem::exists(Photo()));
-}
-
-TEST_F(PhotoOfDelete, AFailureIsShownAndTheRowGoesAllTheSame) {
-  const std::vector<std::pair<BrokenFiles::At, std::string>> rows = {
-      {BrokenFiles::At::kQuestion, "路径/文件访问错误"}, {BrokenFiles::At::kDeletion, "拒绝的权限"}};
-  for (const auto& [at, description] : rows) {
-    Visit each;
-    BrokenFiles broken(at);
-    Runtime runtime{each.desktop, each.clock, broken, "/opt/dossier", nullptr, nullptr};
-    InstallRuntime(&runtime);
-    each.component.PhotoPath = "F:\\photos";
-    each.platform.WillAnswer(toolkit::kAnswerYes);
-    each.Open([&] {
-      broken.armed = true;
-      each.user.ClickToolbar("Delete");
-      EXPECT_EQ(each.user.Find<toolkit::Label>("labOpt")->Caption(), "当前操作：增加");
-    });
-    EXPECT_EQ(each.platform.messages,
-              (Messages{{"此操作将删除此人所有信息，是否删除？", kYesOrNo, "人员维护"},
-                        {description, kExclamation, "人员照片删除"}}));
-    EXPECT_EQ(One(*each.database, "select count(*) from A01 where A00='" + kPerson + "'"), "0");
-    if (at == BrokenFiles::At::kDeletion) {
-      EXPECT_EQ(broken.deleted, "F:\\photos\\" + kPerson + ".jpg");
-      EXPECT_TRUE(broken.forced);
-    }
-    runtime.window.reset();
-    InstallRuntime(&visit.runtime);
-  }
 }
 
 }  // namespace

@@ -271,6 +271,9 @@ TEST(FaultSweep, SaveOfANewPerson) {
          .prepare =
              [](Visit& visit) {
                visit.Text("A01_A0101").SetText("新人");
+               visit.EnterCode("A01_A0102", "1");
+               visit.EnterCode("A01_A0103", "01");
+               visit.EnterCode("A01_A0106", "11");
                visit.Masked("A01_A0104").SetText("1980年01月02日");
                visit.Text("A01_A0110").SetText("育种");
                visit.Text("A01_A0115").SetText("研究所");

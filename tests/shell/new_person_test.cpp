@@ -14,12 +14,9 @@ void FillRequired(Visit& visit) {
   visit.Masked("A01_A0104").SetText("1980年05月06日");
   visit.Text("A01_A0131").SetText("110101198005060011");
   for (const char* field : {"A01_A0110", "A01_A0115"}) visit.Text(field).SetText("某");
-  // The codes stand in the fields, not in their boxes.
-  const std::vector<std::pair<const char*, const char*>> codes = {{"A01_A0102", "1"}, {"A01_A0106", "11"}};
-  for (const auto& [field, code] : codes) {
-    visit.OnShow().FieldItems()->Item(field)->Dmcod = code;
-    visit.Text(field).SetText("某");
-  }
+  visit.EnterCode("A01_A0102", "1");
+  visit.EnterCode("A01_A0103", "01");
+  visit.EnterCode("A01_A0106", "11");
 }
 
 TEST_F(NewPerson, GetsAnIdOfThirtySixCharacters) {

@@ -41,10 +41,12 @@ toolkit::MessageAnswer QtStage::ShowMessage(const std::string& text, int flags, 
   QTimer::singleShot(0, [&] {
     if (on_message) on_message(messages.back());
     QWidget* box = QApplication::activeModalWidget();
+    // The window below hands its place over only in the loop.
+    if (!QTest::qWaitFor([box] { return QApplication::activeWindow() == box; })) return;
     if (answer == toolkit::kAnswerNo) {
       QTest::keyClick(box, Qt::Key_N, Qt::AltModifier);
     } else {
-      QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : box, Qt::Key_Return);
+      QTest::keyClick(box->focusWidget(), Qt::Key_Return);
     }
   });
   const auto given = QtPlatform::ShowMessage(text, flags, title);
@@ -52,7 +54,8 @@ toolkit::MessageAnswer QtStage::ShowMessage(const std::string& text, int flags, 
   return given;
 }
 
-std::string QtStage::ChooseFile(const toolkit::CommonDialog&) {
+std::string QtStage::ChooseFile(const toolkit::CommonDialog& request) {
+  if (on_choose) on_choose(request);
   if (choices_.empty()) return {};
   std::string path = std::move(choices_.front());
   choices_.pop_front();

@@ -21,6 +21,7 @@ class QtStage : public qt::QtPlatform {
   void WillChoose(std::string path) { choices_.push_back(std::move(path)); }
 
   std::function<void(const headless::Message&)> on_message;
+  std::function<void(const toolkit::CommonDialog&)> on_choose;
   std::vector<headless::Message> messages;
   int beeps = 0;
   bool AllUsed() const { return scenes_.empty() && answers_.empty() && choices_.empty(); }

@@ -5,11 +5,14 @@
 #include <QInputMethodEvent>
 #include <QListView>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTableView>
 #include <QTest>
+#include <QTreeView>
 #include <stdexcept>
 
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/tree_view.h"
 #include "platform/toolkit/controls/user_control.h"
 
 namespace dossierkit::tests {
@@ -56,6 +59,15 @@ QPoint Reveal(QWidget& widget) {
   return {std::min(10, widget.width() / 2), std::min(10, widget.height() / 2)};
 }
 
+// Scrolls to an item and gives its place; throws std::logic_error where it cannot be seen.
+QRect Reveal(QAbstractItemView& view, const QModelIndex& index) {
+  QCoreApplication::processEvents();  // rows that were added are shown once their event has ended
+  view.scrollTo(index);
+  const QRect place = view.visualRect(index);
+  if (!index.isValid() || place.isEmpty()) throw std::logic_error("the item is not in sight");
+  return place;
+}
+
 }  // namespace
 
 toolkit::Form& QtUser::Window() {
@@ -77,8 +89,7 @@ std::shared_ptr<toolkit::Control> QtUser::Find(const std::string& name) {
 QWidget& QtUser::NativeWindow() {
   const QString name = QString::fromStdString(Window().Name());
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && (window->objectName() == name || window->findChild<QWidget*>(name)))
-      return *window;
+    if (window->isVisible() && window->objectName() == name) return *window;
   }
   throw std::logic_error("the window is not on the screen");
 }
@@ -99,10 +110,15 @@ void QtUser::Click(const std::string& name, int button) {
 }
 
 void QtUser::DoubleClick(const std::string& name) {
-  QWidget& widget = Native(name);
-  const QPoint place = Reveal(widget);
-  QTest::mouseClick(&widget, Qt::LeftButton, {}, place);
-  QTest::mouseDClick(&widget, Qt::LeftButton, {}, place);
+  QWidget* widget = &Native(name);
+  QPoint place = Reveal(*widget);
+  // In a list or a tree the selected item.
+  if (auto* items = qobject_cast<QAbstractItemView*>(widget); items && items->currentIndex().isValid()) {
+    place = Reveal(*items, items->currentIndex()).center();
+    widget = items->viewport();
+  }
+  QTest::mouseClick(widget, Qt::LeftButton, {}, place);
+  QTest::mouseDClick(widget, Qt::LeftButton, {}, place);
 }
 
 void QtUser::ClickToolbar(const std::string& key) { Click(key); }
@@ -123,6 +139,44 @@ void QtUser::ClickRow(int row) {
   const QModelIndex index = table->model()->index(row - 1, 0);
   table->scrollTo(index);
   QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(index).center());
+}
+
+void QtUser::ClickListRow(const std::string& name, int row) {
+  auto& list = dynamic_cast<QListView&>(Native(name));
+  QCoreApplication::processEvents();
+  const QRect place = Reveal(list, list.model()->index(row, 0));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place.center());
+}
+
+QTreeView& QtUser::TreeOf(const std::string& name) { return dynamic_cast<QTreeView&>(Native(name)); }
+
+QModelIndex QtUser::NodeOf(const std::string& name, const std::string& key) {
+  QTreeView& tree = TreeOf(name);
+  QCoreApplication::processEvents();
+  auto& nodes = dynamic_cast<toolkit::TreeView&>(*Find(name)).Nodes();
+  std::vector<int> rows;
+  for (int node = nodes.Find(key).Index(); node != toolkit::kNoNode; node = nodes.Parent(node))
+    rows.push_back(nodes.Row(node));
+  QModelIndex index;
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) index = tree.model()->index(*row, 0, index);
+  return index;
+}
+
+void QtUser::ClickNode(const std::string& name, const std::string& key) {
+  QTreeView& tree = TreeOf(name);
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, Reveal(tree, NodeOf(name, key)).center());
+}
+
+void QtUser::FoldNode(const std::string& name, const std::string& key) {
+  QTreeView& tree = TreeOf(name);
+  const QRect place = Reveal(tree, NodeOf(name, key));
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {},
+                    {place.left() - tree.indentation() / 2, place.center().y()});
+}
+
+void QtUser::SelectTab(const std::string& name, int tab) {
+  auto& bar = dynamic_cast<QTabBar&>(Native(name + "_Tabs"));
+  QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.tabRect(tab).center());
 }
 
 void QtUser::Type(const std::string& text) {

@@ -8,6 +8,8 @@
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
+class QModelIndex;
+class QTreeView;
 class QWidget;
 
 namespace dossierkit::tests {
@@ -28,6 +30,13 @@ class QtUser {
   void ClickToolbar(const std::string& key);
   void ClickMenu(int item);
   void ClickRow(int row);
+  // A row of a list, from 0, a node of a tree by its key, a tab from 0. All must be in sight
+  // (std::logic_error).
+  void ClickListRow(const std::string& name, int row);
+  void ClickNode(const std::string& name, const std::string& key);
+  void SelectTab(const std::string& name, int tab);
+  // Opens or closes a node by its mark.
+  void FoldNode(const std::string& name, const std::string& key);
 
   // ASCII as keys, anything else as the commit of an input method.
   void Type(const std::string& text);
@@ -41,6 +50,8 @@ class QtUser {
   QWidget& NativeWindow();
   // The native widget of that object name in the topmost window; throws std::logic_error.
   QWidget& Native(const std::string& name);
+  QTreeView& TreeOf(const std::string& name);
+  QModelIndex NodeOf(const std::string& name, const std::string& key);
 
   toolkit::Desktop& desktop_;
 };

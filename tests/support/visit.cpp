@@ -4,6 +4,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "metadata/field_items.h"
 #include "platform/ado/recordset.h"
 
 namespace dossierkit::tests {
@@ -77,6 +78,11 @@ bool Visit::OpenNew(const std::function<void()>& scene) {
   component.OperationType = 0;
   component.personID.clear();
   return Open(scene);
+}
+
+void Visit::EnterCode(const std::string& field, const std::string& code) {
+  OnShow().FieldItems()->Item(field)->Dmcod = code;
+  Text(field).SetText("某");
 }
 
 std::string Visit::Focus() {

@@ -10,6 +10,7 @@
 #include "pages/ctrl_user.h"
 #include "platform/ado/failing_connection.h"
 #include "platform/ado/tracing_connection.h"
+#include "platform/files/failing_files.h"
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
 #include "tests/support/stage.h"
@@ -54,6 +55,8 @@ class Visit {
   toolkit::MaskEdBox& Masked(const std::string& field) {
     return *user.Find<toolkit::MaskEdBox>(field + "_v");
   }
+  // Enters a code as if it had been looked up: the code in the field, a caption in its box.
+  void EnterCode(const std::string& field, const std::string& code);
   std::string Caption(const std::string& label) { return user.Find<toolkit::Label>(label)->Caption(); }
   std::string Focus();
   // Clicks the item of a set in the menu, as in "A03".
@@ -67,7 +70,8 @@ class Visit {
   toolkit::Desktop desktop{platform};
   StageUser user{desktop};
   FixedClock clock;
-  files::LocalFiles files;
+  files::LocalFiles local_files;
+  files::FailingFiles files{local_files};
   std::shared_ptr<sqlite::SqliteConnection> database = SampleDatabase();
   std::shared_ptr<ado::FailingConnection> failing = std::make_shared<ado::FailingConnection>(database);
   std::vector<std::string> statements;  // that reached the connection, in order

@@ -53,7 +53,8 @@ toolkit::MessageAnswer HeadlessPlatform::ShowMessage(const std::string& text, in
   return answer;
 }
 
-std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog&) {
+std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog& request) {
+  if (on_choose) on_choose(request);
   if (choices_.empty()) return {};
   std::string path = std::move(choices_.front());
   choices_.pop_front();
@@ -62,6 +63,7 @@ std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog&) {
 
 // Without a decoder, a file that starts and ends as a JPEG does is taken for one.
 toolkit::Picture HeadlessPlatform::LoadPicture(const std::string& path) {
+  if (path.empty()) return {};
   std::ifstream file(environment::Replace(path, "\\", "/"), std::ios::binary);
   if (!file) throw environment::MakeFailure(environment::kFileNotFound);
   const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(file),

@@ -14,6 +14,9 @@ namespace dossierkit::headless {
 // The height of a list's rows, in twips.
 inline constexpr int kRowHeight = 225;
 
+// The screen that is not there: 1024 by 768 pixels, in twips.
+inline constexpr toolkit::Rect kScreen = {0, 0, 15360, 11520};
+
 struct Message {
   std::string text;
   int flags = 0;
@@ -33,8 +36,9 @@ class HeadlessPlatform : public toolkit::Platform {
   // The path chosen in the next file dialog; a dialog without one is cancelled.
   void WillChoose(std::string path) { choices_.push_back(std::move(path)); }
 
-  // Called while a message box is on show, before its answer.
+  // Called while a message box, or a file dialog, is on show, before its answer.
   std::function<void(const Message&)> on_message;
+  std::function<void(const toolkit::CommonDialog&)> on_choose;
 
   // The boxes shown so far, and what is left of the preparations.
   std::vector<Message> messages;
@@ -47,6 +51,7 @@ class HeadlessPlatform : public toolkit::Platform {
   toolkit::MessageAnswer ShowMessage(const std::string& text, int flags, const std::string& title) override;
   std::string ChooseFile(const toolkit::CommonDialog& request) override;
   toolkit::Picture LoadPicture(const std::string& path) override;
+  toolkit::Rect Screen() const override { return kScreen; }
   void Beep() override { ++beeps; }
 
  private:

@@ -116,6 +116,15 @@ void HeadlessUser::ClickNode(const std::string& name, const std::string& key) {
   if (tree.UserMouseDown(toolkit::kLeftButton, 0, 15, 15)) tree.UserSelect(node);
 }
 
+void HeadlessUser::FoldNode(const std::string& name, const std::string& key) {
+  const auto control = Find(name);
+  RequireSight(*control);
+  auto& tree = dynamic_cast<toolkit::TreeView&>(*control);
+  const auto node = tree.Nodes().Find(key);
+  if (!tree.InSight(node.Index())) throw std::logic_error("node " + key + " is not in sight");
+  if (tree.UserMouseDown(toolkit::kLeftButton, 0, 15, 15)) tree.UserExpand(node.Index(), !node.Expanded());
+}
+
 void HeadlessUser::SelectTab(const std::string& name, int tab) {
   const auto control = Find(name);
   RequireSight(*control);

@@ -35,6 +35,8 @@ class HeadlessUser {
   void ClickListRow(const std::string& name, int row);
   void ClickNode(const std::string& name, const std::string& key);
   void SelectTab(const std::string& name, int tab);
+  // Opens or closes a node by its mark.
+  void FoldNode(const std::string& name, const std::string& key);
 
   void Type(const std::string& text);
   // A key by its code (or the capital letter of it), with a mask of Shift, Ctrl, Alt.

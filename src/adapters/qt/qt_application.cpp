@@ -193,22 +193,24 @@ void QtApplication::SyncFocus(toolkit::Form& form) {
   --own_focus_;
 }
 
-// The native focus went to a widget. Unless the program moved it there, the model is asked.
+// The native focus went to a widget. Unless the program moved it there, the model is asked: soon, since
+// its check may open a window, and whoever moved the focus (a screen reader) waits for an answer.
 void QtApplication::FollowFocus(QWidget* now) {
   WidgetView* view = now && own_focus_ == 0 ? NearestView(now) : nullptr;
   if (!view) return;
   toolkit::Control& control = view->GetControl();
   toolkit::Form* form = control.Window();
   if (!form || control.HasFocus()) return;
-  const auto keep = form->shared_from_this();
   const bool from_window =
       focus_reason_ == Qt::ActiveWindowFocusReason || focus_reason_ == Qt::PopupFocusReason;
-  if (!from_window) control.UserFocus();
-  // Where the model did not follow, the native focus goes back.
+  const std::weak_ptr<toolkit::Control> wanted =
+      from_window ? std::shared_ptr<toolkit::Control>() : control.shared_from_this();
   const std::weak_ptr<toolkit::Control> later = form->shared_from_this();
   QMetaObject::invokeMethod(
       this,
-      [this, later] {
+      [this, wanted, later] {
+        if (const auto asked = wanted.lock()) asked->UserFocus();
+        // Where the model did not follow, the native focus goes back.
         if (const auto window = later.lock()) SyncFocus(static_cast<toolkit::Form&>(*window));
       },
       Qt::QueuedConnection);

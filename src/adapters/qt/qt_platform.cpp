@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
+#include <QScreen>
 #include <cstdlib>
 
 #include "adapters/qt/create_view.h"
@@ -130,6 +131,12 @@ std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
 }
 
 toolkit::Picture QtPlatform::LoadPicture(const std::string& path) { return ReadPicture(path); }
+
+toolkit::Rect QtPlatform::Screen() const {
+  const QSize size = QGuiApplication::primaryScreen()->size();
+  const Metrics& metrics = parts_->context.metrics;
+  return {0, 0, metrics.Twips(size.width()), metrics.Twips(size.height())};
+}
 
 void QtPlatform::Beep() { QApplication::beep(); }
 

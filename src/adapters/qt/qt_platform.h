@@ -26,6 +26,7 @@ class QtPlatform : public toolkit::Platform {
   toolkit::MessageAnswer ShowMessage(const std::string& text, int flags, const std::string& title) override;
   std::string ChooseFile(const toolkit::CommonDialog& request) override;
   toolkit::Picture LoadPicture(const std::string& path) override;
+  toolkit::Rect Screen() const override;
   void Beep() override;
 
   // To be called now and then in long work: a busy pointer shows after 300 ms of one event.

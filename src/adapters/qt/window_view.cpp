@@ -6,6 +6,7 @@
 #include <QScrollArea>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/texts.h"
@@ -116,12 +117,15 @@ void WindowView::Present() {
     } else {
       window.setFixedSize(size);
     }
-    QPoint corner = available.center() - QPoint(size.width() / 2, size.height() / 2);
+    const QWidget* owner = GetForm().CenteredOnOwner() ? window.parentWidget() : nullptr;
+    QRect centered({}, size);
+    centered.moveCenter((owner ? owner->geometry() : available).center());
+    QPoint corner = centered.topLeft();
     if (const auto& place = GetForm().Place(); place.left != 0 || place.top != 0) {
       corner = {GetMetrics().Pixels(place.left), GetMetrics().Pixels(place.top)};
     }
-    window.move(corner.x() < available.left() ? available.left() : corner.x(),
-                corner.y() < available.top() ? available.top() : corner.y());
+    window.move(std::clamp(corner.x(), available.left(), available.right() + 1 - size.width()),
+                std::clamp(corner.y(), available.top(), available.bottom() + 1 - size.height()));
   }
   window.show();
   window.raise();

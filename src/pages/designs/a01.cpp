@@ -58,7 +58,7 @@ const PageDesign& DesignA01() {
       .grid = kStubGrid,
       .grid_visible = false,
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

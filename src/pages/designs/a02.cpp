@@ -25,7 +25,7 @@ const PageDesign& DesignA02() {
       // clang-format on
       .grid = GridFrom(Line(3)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

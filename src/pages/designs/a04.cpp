@@ -24,7 +24,7 @@ const PageDesign& DesignA04() {
       // clang-format on
       .grid = GridFrom(Line(3)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

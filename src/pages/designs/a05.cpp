@@ -26,7 +26,7 @@ const PageDesign& DesignA05() {
       // clang-format on
       .grid = GridFrom(Line(7)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

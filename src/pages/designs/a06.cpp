@@ -25,7 +25,7 @@ const PageDesign& DesignA06() {
       // clang-format on
       .grid = GridFrom(Line(4)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -29,7 +29,7 @@ const PageDesign& DesignA08() {
       // clang-format on
       .grid = GridFrom(Line(5)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -31,7 +31,7 @@ const PageDesign& DesignA09() {
       // clang-format on
       .grid = GridFrom(Line(6)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -32,7 +32,7 @@ const PageDesign& DesignA10() {
       .grid = GridFrom(Line(8)),
       .grid_visible = false,
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -24,7 +24,7 @@ const PageDesign& DesignA11() {
       // clang-format on
       .grid = GridFrom(Line(7)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -28,7 +28,7 @@ const PageDesign& DesignA12() {
       .grid = kStubGrid,
       .grid_visible = false,
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

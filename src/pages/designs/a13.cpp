@@ -29,7 +29,7 @@ const PageDesign& DesignA13() {
       .grid = kStubGrid,
       .grid_visible = false,
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -25,7 +25,7 @@ const PageDesign& DesignA14() {
       .grid = kStubGrid,
       .grid_visible = false,
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

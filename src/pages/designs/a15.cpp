@@ -25,7 +25,7 @@ const PageDesign& DesignA15() {
       // clang-format on
       .grid = GridFrom(Line(8)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

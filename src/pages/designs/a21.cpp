@@ -26,7 +26,7 @@ const PageDesign& DesignA21() {
       // clang-format on
       .grid = GridFrom(Line(4)),
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -27,7 +27,7 @@ const PageDesign& DesignB01() {
       .grid = GridFrom(5895),
       .grid_visible = false,
       .explain = kExplain,
-      .interface = kInterface,
+      .hints = kHints,
   };
   return design;
 }

@@ -19,7 +19,7 @@ inline constexpr int kFieldsLeft = 300;
 inline constexpr int kFieldsRight = 9450;
 inline constexpr int kFieldsWidth = kFieldsRight - kFieldsLeft;
 inline constexpr Rect kExplain = {9600, kBodyTop, 2700, 3180};
-inline constexpr Rect kInterface = {9600, 4050, 2700, kBodyBottom - 4050};
+inline constexpr Rect kHints = {9600, 4050, 2700, kBodyBottom - 4050};
 
 // On the page with the photograph: the frame in place of the heading, and what stands at its right.
 inline constexpr Rect kBasicInfoFrame = {kFieldsLeft, kBodyTop, kFieldsWidth, kBodyBottom - kBodyTop};

@@ -6,12 +6,12 @@
 
 namespace dossierkit::files {
 
-// Paths are UTF-8; a backslash separates folders on every system. All but Exists throw a Failure
+// Paths are UTF-8; a backslash separates folders on every system. Each may throw a Failure
 // (53 not found, 70 permission denied, 75 path or access, 76 path not found).
 class Files {
  public:
   virtual ~Files() = default;
-  // True for a file that exists and is no folder; never throws.
+  // True for a file that exists and is no folder.
   virtual bool FileExists(const std::string& path) const = 0;
   // Deletes a file; `force` also a write-protected one.
   virtual void DeleteFile(const std::string& path, bool force) = 0;
@@ -21,7 +21,7 @@ class Files {
   virtual std::uint64_t FileLen(const std::string& path) const = 0;
 };
 
-// The files of this machine.
+// The files of this machine. Here FileExists never throws.
 class LocalFiles : public Files {
  public:
   bool FileExists(const std::string& path) const override;

@@ -81,6 +81,7 @@ TEST_F(QtAccessibility, ListsTheItemsOfTheMenu) {
 TEST_F(QtAccessibility, FocusesAField) {
   Play([&] {
     Interface(*form->page->coded)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    QCoreApplication::processEvents();
     EXPECT_TRUE(form->page->coded->HasFocus());
   });
 }

@@ -79,6 +79,27 @@ TEST_F(QtWindows, Nest) {
   });
 }
 
+struct CenteredForm : DemoForm {
+  explicit CenteredForm(toolkit::Desktop& desktop) : DemoForm(desktop, "frmCentered", 3000, 1500) {
+    SetCenteredOnOwner(true);
+  }
+};
+
+TEST_F(QtWindows, OpensOverTheMiddleOfItsOwnerWhereItIsSaid) {
+  const auto small = std::make_shared<CenteredForm>(desktop);
+  Play([&] {
+    QWidget* outer = QApplication::activeWindow();
+    outer->resize(400, 300);
+    outer->move(40, 30);
+    Next([&] {
+      const QPoint off = QApplication::activeWindow()->geometry().center() - outer->geometry().center();
+      EXPECT_LE(off.manhattanLength(), 8) << "but for the frame";
+      QApplication::activeWindow()->close();
+    });
+    small->ShowModal();
+  });
+}
+
 TEST_F(QtWindows, IsShownAgainAfterHiding) {
   for (int i = 0; i < 2; ++i) {
     Play([&] {

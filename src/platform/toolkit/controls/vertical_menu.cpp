@@ -71,8 +71,12 @@ void VerticalMenu::UserClick(std::int32_t item) {
 }
 
 void VerticalMenu::UserMark(std::int32_t item) {
-  if (item < 1 || item > menuitemsmax()) return;
-  marked_ = item;
+  Form* window = Window();
+  if (!window) return;
+  const KeepAlive keep(*this);
+  window->Deliver([&] {
+    if (Reachable() && item >= 1 && item <= menuitemsmax() && window->MoveFocus(*this)) marked_ = item;
+  });
   ShowAspect(Aspect::kSelection);
 }
 

@@ -46,7 +46,8 @@ class VerticalMenu : public Control {
 
   // The user clicked an item (from 1): the focus moves here first, and may be refused.
   void UserClick(std::int32_t item);
-  // An arrow, Home or End moved the mark; Enter clicks the marked item.
+  // An arrow, Home or End moved the mark, or a screen reader: the focus moves here first, and may be
+  // refused. Enter clicks the marked item.
   void UserMark(std::int32_t item);
 
  private:

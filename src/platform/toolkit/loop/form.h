@@ -32,6 +32,8 @@ class Form : public Control {
   int DesignWidth() const { return design_width_; }
   int DesignHeight() const { return design_height_; }
   bool Sizable() const { return sizable_; }
+  // Whether it opens over the middle of the window below it, else in the middle of the screen.
+  bool CenteredOnOwner() const { return centered_on_owner_; }
   bool KeyPreview() const { return key_preview_; }
 
   // Loads the window if needed, shows it and runs a nested loop until it is hidden or unloaded.
@@ -83,6 +85,7 @@ class Form : public Control {
   virtual void Form_KeyPress(char32_t& /*key*/) {}
   void SetDesignSize(int width, int height);
   void SetSizable(bool sizable) { sizable_ = sizable; }
+  void SetCenteredOnOwner(bool centered) { centered_on_owner_ = centered; }
   void SetKeyPreview(bool preview) { key_preview_ = preview; }
 
   friend class Control;
@@ -114,6 +117,7 @@ class Form : public Control {
   int design_width_ = 0;
   int design_height_ = 0;
   bool sizable_ = false;
+  bool centered_on_owner_ = false;
   bool key_preview_ = false;
   bool loading_ = false;  // by ShowModal
   bool loaded_ = false;

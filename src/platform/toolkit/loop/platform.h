@@ -41,8 +41,12 @@ class Platform {
   // The file dialog: the chosen path, which need not exist, or empty.
   virtual std::string ChooseFile(const CommonDialog& request) = 0;
 
-  // Reads and decodes a JPEG. Throws 53 where there is no such file, 481 where it is no picture.
+  // Reads and decodes a JPEG; an empty path gives no picture. Throws 53 where there is no such file,
+  // 481 where it is no picture.
   virtual Picture LoadPicture(const std::string& path) = 0;
+
+  // The whole screen, in twips.
+  virtual Rect Screen() const = 0;
 
   virtual void Beep() = 0;
 };

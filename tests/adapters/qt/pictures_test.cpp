@@ -1,0 +1,101 @@
+// Reading of picture files: what a camera or a program may have made of a JPEG.
+#include "adapters/qt/pictures.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include "adapters/qt/texts.h"
+#include "platform/environment/failure.h"
+#include "tests/adapters/qt/stage.h"
+
+namespace dossierkit::qt {
+namespace {
+
+std::string PathOf(const std::string& name) { return SOURCE_FOLDER "/tests/photos/pictures\\" + name; }
+
+// The number of the failure of reading a file; 0 where it is read.
+int FailureOf(const std::string& path) {
+  try {
+    ReadPicture(path);
+  } catch (const environment::Failure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
+// Red above, blue below, upright.
+void ExpectRedOverBlue(const QImage& image) {
+  ASSERT_EQ(image.size(), QSize(48, 63));
+  const QColor above = image.pixelColor(24, 15);
+  const QColor below = image.pixelColor(24, 47);
+  EXPECT_NEAR(above.red(), 200, 12);
+  EXPECT_NEAR(above.green(), 30, 12);
+  EXPECT_NEAR(above.blue(), 30, 12);
+  EXPECT_NEAR(below.red(), 30, 12);
+  EXPECT_NEAR(below.green(), 30, 12);
+  EXPECT_NEAR(below.blue(), 200, 12);
+}
+
+class ReadablePicture : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(ReadablePicture, IsShownUprightInItsColours) {
+  ExpectRedOverBlue(DecodePicture(ReadPicture(PathOf(std::string(GetParam()) + ".jpg"))));
+}
+
+INSTANTIATE_TEST_SUITE_P(Jpeg, ReadablePicture,
+                         ::testing::Values("red-over-blue", "progressive", "cmyk", "turned-right",
+                                           "upside-down"),
+                         [](const auto& name) {
+                           std::string text = name.param;
+                           std::erase(text, '-');
+                           return text;
+                         });
+
+TEST(Pictures, AGreyPictureIsRead) {
+  const QImage image = DecodePicture(ReadPicture(PathOf("grey.jpg")));
+  const QColor pixel = image.pixelColor(24, 15);
+  EXPECT_EQ(pixel.red(), pixel.blue());
+}
+
+TEST(Pictures, WhatOnlyBeginsLikeAJpegIsRefused) { EXPECT_EQ(FailureOf(PathOf("garbage.jpg")), 481); }
+
+class PictureFile : public ::testing::Test {
+ protected:
+  ~PictureFile() override { std::filesystem::remove(path_); }
+  int FailureOfBytes(const std::string& bytes) {
+    std::ofstream(path_, std::ios::binary) << bytes;
+    return FailureOf(path_.string());
+  }
+  std::filesystem::path path_ = std::filesystem::temp_directory_path() / "dossierkit-照片 文件.jpg";
+};
+
+TEST_F(PictureFile, AnEmptyFileIsRefused) { EXPECT_EQ(FailureOfBytes(""), 481); }
+
+TEST_F(PictureFile, AHeadWithoutAPictureIsRefused) {
+  EXPECT_EQ(FailureOfBytes("\xFF\xD8\xFF\xE0"), 481);
+  EXPECT_EQ(FailureOfBytes("\xFF\xD8\xFF\xD9"), 481);
+}
+
+TEST_F(PictureFile, AnotherFormatUnderThatNameIsRefused) {
+  EXPECT_EQ(FailureOfBytes("GIF89a\x01"), 481);
+  EXPECT_EQ(FailureOfBytes("<svg xmlns='http://www.w3.org/2000/svg'/>"), 481);
+}
+
+// A few bytes may claim to be 65,500 pixels square: they must not fill the memory.
+TEST_F(PictureFile, AnEnormousPictureIsRefused) {
+  std::ifstream in(std::filesystem::path(SOURCE_FOLDER "/tests/photos/pictures/red-over-blue.jpg"),
+                   std::ios::binary);
+  std::string bytes{std::istreambuf_iterator<char>(in), {}};
+  const auto frame = bytes.find("\xFF\xC0");
+  ASSERT_NE(frame, std::string::npos);
+  bytes.replace(frame + 5, 4, "\xFF\xDC\xFF\xDC");
+  EXPECT_EQ(FailureOfBytes(bytes), 481);
+}
+
+TEST_F(PictureFile, AFileThatIsNotThereIsNotFound) {
+  EXPECT_EQ(FailureOf(path_.string()), 53);
+  EXPECT_EQ(FailureOf("/nowhere\\a.jpg"), 53);
+}
+
+}  // namespace
+}  // namespace dossierkit::qt

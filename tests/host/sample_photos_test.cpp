@@ -1,0 +1,41 @@
+// The photographs that come with the sample database, and the copies on which the program works.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "tests/support/photo_folder.h"
+#include "tests/support/visit.h"
+
+namespace dossierkit::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kSource = SOURCE_FOLDER "/data/photos";
+
+TEST(SamplePhotos, EachPersonHasOneBelowThirtyKilobytes) {
+  const auto persons = Column(*SampleDatabase(), "select A00 from A01");
+  EXPECT_EQ(persons.size(), 12U);
+  for (const auto& person : persons) {
+    const fs::path photo = kSource / (person + ".jpg");
+    ASSERT_TRUE(fs::exists(photo)) << person;
+    EXPECT_LT(fs::file_size(photo), 30U * 1024) << person;
+    EXPECT_TRUE(fs::exists(kSource / "svg" / (person + ".svg"))) << person;
+  }
+}
+
+TEST(SamplePhotos, TheTourShowsCopiesThatCanBeReplaced) {
+  const fs::path folder = fs::temp_directory_path() / ("dossier-photos-" + std::to_string(getpid()));
+  const std::string command =
+      std::string(DOSSIER_PROGRAM) + " --tour '" + folder.string() + "' >/dev/null 2>&1 </dev/null";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 0);
+  const fs::path copy = folder / "photos" / (kPerson + ".jpg");
+  EXPECT_EQ(PhotoFolder::Read(copy), PhotoFolder::Read(kSource / (kPerson + ".jpg")));
+  EXPECT_FALSE(fs::is_symlink(copy));
+  EXPECT_NE(fs::status(copy).permissions() & fs::perms::owner_write, fs::perms::none);
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace dossierkit::tests

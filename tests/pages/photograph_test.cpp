@@ -1,0 +1,165 @@
+// The photograph on the page of the basic data, and the button that replaces it.
+#include "tests/photos/photo_test.h"
+
+namespace dossierkit::tests {
+namespace {
+
+using PhotographOfPage = PhotoTest;
+
+TEST_F(PhotographOfPage, OkShowsTheNewPicture) {
+  visit.Open([&] {
+    EXPECT_EQ(Shown("imgPerson"), "old");
+    AddPhoto([&] {
+      ChooseNew();
+      Answer(toolkit::kAnswerYes);
+      Ok();
+    });
+    EXPECT_EQ(Shown("imgPerson"), "new");
+  });
+}
+
+TEST_F(PhotographOfPage, OkWithoutAChoiceReadsTheFileAgain) {
+  visit.Open([&] {
+    AddPhoto([&] {
+      PhotoFolder::Write(Photo(), Jpeg("from elsewhere"));
+      Ok();
+    });
+    EXPECT_EQ(Shown("imgPerson"), "from elsewhere");
+  });
+}
+
+TEST_F(PhotographOfPage, RequiredAFileThatIsGoneLeavesThePictureInSight) {
+  visit.Open([&] {
+    AddPhoto([&] {
+      RemovePhoto();
+      Ok();
+    });
+    EXPECT_EQ(Shown("imgPerson"), "old");
+  });
+}
+
+TEST_F(PhotographOfPage, CancelAndTheCloseBoxDoNotReadTheFileAgain) {
+  visit.Open([&] {
+    PhotoFolder::Write(Photo(), Jpeg("from elsewhere"));
+    AddPhoto([&] { visit.user.Click("cmdCancel"); });
+    EXPECT_EQ(Shown("imgPerson"), "old");
+    AddPhoto([&] { visit.user.Close(); });
+    EXPECT_EQ(Shown("imgPerson"), "old");
+  });
+}
+
+TEST_F(PhotographOfPage, EachClickOpensAFreshPreviewThatGoesWithTheClick) {
+  visit.Open([&] {
+    AddPhoto([&] {
+      ChooseNew();
+      visit.user.Close();
+    });
+    const std::weak_ptr<frmPicturePreview> first = preview;
+    AddPhoto([&] {
+      EXPECT_EQ(preview->NewFile, "");
+      EXPECT_EQ(Shown("imgNew"), "");
+      EXPECT_EQ(NewCaption(), "新照片");
+    });
+    EXPECT_TRUE(first.expired());
+    EXPECT_EQ(preview.use_count(), 1);
+  });
+}
+
+TEST_F(PhotographOfPage, WithoutAPersonThereIsAMessageAndNoPreview) {
+  visit.Open([&] {
+    visit.OnShow().WhInfo().personID.clear();
+    visit.user.Click("cmdAddPhoto");
+  });
+  EXPECT_EQ(Shown(), (Messages{{"请选择需要更新照片的人员！", 64, "更新照片"}}));
+}
+
+TEST_F(PhotographOfPage, APictureThatCannotBeReadIsTold) {
+  visit.Open([&] {
+    AddPhoto([&] {
+      PhotoFolder::Write(Photo(), "no picture");
+      Ok();
+    });
+    EXPECT_EQ(Shown("imgPerson"), "old");
+  });
+  EXPECT_EQ(Shown(), (Messages{{"更新照片出错！原因是：无效图片", 64, "更新照片"}}));
+}
+
+TEST_F(PhotographOfPage, RequiredAPageWhosePictureCannotBeReadDoesNotOpen) {
+  PhotoFolder::Write(Photo(), "no picture");
+  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), 481);
+  EXPECT_FALSE(visit.Window().Loaded());
+  EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(PhotographOfPage, RequiredARefillWithoutTheFileLeavesThePictureThatWasThere) {
+  visit.Open([&] {
+    RemovePhoto();
+    visit.OnShow().setCtrl(visit.OnShow().FieldItems());
+    EXPECT_EQ(Shown("imgPerson"), "old");
+  });
+}
+
+TEST_F(PhotographOfPage, WithoutAFileNothingIsShown) {
+  RemovePhoto();
+  visit.Open([&] { EXPECT_EQ(Shown("imgPerson"), ""); });
+  EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(PhotographOfPage, TheReplacementIsNoEditAndNoSave) {
+  const bool saved = visit.Open([&] {
+    AddPhoto([&] {
+      ChooseNew();
+      Answer(toolkit::kAnswerYes);
+      Ok();
+    });
+    EXPECT_FALSE(visit.OnShow().WhInfo().IsChange);
+    visit.user.ClickToolbar("Exit");
+  });
+  EXPECT_FALSE(saved);
+  EXPECT_EQ(Shown().size(), 1U);
+}
+
+TEST_F(PhotographOfPage, RequiredCancellingTheEditsDoesNotBringTheOldPictureBack) {
+  visit.Open([&] {
+    visit.Text("A01_A0110").SetText("水稻");
+    AddPhoto([&] {
+      ChooseNew();
+      Answer(toolkit::kAnswerYes);
+      Ok();
+    });
+    EXPECT_TRUE(visit.OnShow().WhInfo().IsChange);
+    Answer(toolkit::kAnswerYes);
+    Answer(toolkit::kAnswerNo);
+    visit.user.ClickToolbar("Cancel");
+    EXPECT_EQ(Shown("imgPerson"), "new");
+  });
+  EXPECT_EQ(StoredPhoto(), Jpeg("new"));
+}
+
+TEST_F(PhotographOfPage, RequiredTheFileOfANewPersonStaysThoughHeIsNeverSaved) {
+  std::string person;
+  visit.OpenNew([&] {
+    person = visit.OnShow().WhInfo().personID;
+    AddPhoto([&] {
+      EXPECT_EQ(preview->personID, person);
+      EXPECT_EQ(OldCaption(), "当前没有照片");
+      ChooseNew();
+      Ok();
+    });
+    EXPECT_EQ(Shown("imgPerson"), "new");
+  });
+  EXPECT_EQ(person.size(), 36U);
+  EXPECT_TRUE(Shown().empty());
+  EXPECT_EQ(PhotoFolder::Read(Photo(person)), Jpeg("new"));
+  EXPECT_EQ(Value("select count(*) from A01 where A00='" + person + "'"), "0");
+}
+
+TEST_F(PhotographOfPage, TheFolderIsTheOneOfTheWindow) {
+  visit.Open([&] {
+    visit.Window().PhotoPath = folder.Photos().string() + "-none";
+    AddPhoto([&] { EXPECT_EQ(OldCaption(), "当前没有照片"); });
+  });
+}
+
+}  // namespace
+}  // namespace dossierkit::tests
