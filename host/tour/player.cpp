@@ -52,7 +52,9 @@ void PostClick(QWidget& widget, const QPoint& place, QEvent::Type press = QEvent
 bool PostKey(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
   QWidget* window = TopWindow();
   if (!window) return false;
-  QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : window;
+  // A list of suggestions takes the keys first.
+  QWidget* target = QApplication::activePopupWidget();
+  if (!target) target = QApplication::focusWidget() ? QApplication::focusWidget() : window;
   for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
     QApplication::postEvent(target, new QKeyEvent(type, key, modifiers, text));
   }
@@ -199,10 +201,11 @@ void Player::Next() {
   }
   // A person acts on a window that has come to rest, not on one that is just becoming active again.
   const QWidget* window = TopWindow();
-  const bool at_rest = window && window->isActiveWindow() && window == seen_;
+  const bool active = window && (window->isActiveWindow() || QApplication::activePopupWidget());
+  const bool at_rest = active && window == seen_;
   seen_ = window;
   if (!at_rest) {
-    if ((waited_ += kPause) > kPatience) Fail("no window is open");
+    if ((waited_ += kPause) > kPatience) Fail(actions_.front().first + ": no window is active");
     return;
   }
   // The action may open a window, in whose loop the next one is played.

@@ -1,6 +1,8 @@
 #include "host/tour/tour.h"
 
+#include <fstream>
 #include <iostream>
+#include <iterator>
 #include <stdexcept>
 
 #include "host/tour/player.h"
@@ -23,13 +25,24 @@ const std::string kVisits = "select A0599,A0501,A0503 from A05" + kThisPerson + 
 const std::string kEducation = "select A0299,A0201,A0202,A0203 from A02" + kThisPerson + " order by A0299";
 const std::string kPosts = "select A0499,A0401,A0403,A0404 from A04" + kThisPerson + " order by A0499";
 
+// Two of the sample's photographs.
+const std::string kFirstPhoto = "2909406C-2E41-4788-A5EC-52ED01088475.jpg";
+const std::string kSecondPhoto = "985FB4E7-2A09-4EE8-ABB2-997659BA1B0D.jpg";
+
+std::string Bytes(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 // Plays the steps one after another, each with its picture and its rows.
 class Tour {
  public:
-  Tour(const Query& query, std::filesystem::path folder) : query_(query), folder_(std::move(folder)) {}
+  Tour(const Query& query, std::filesystem::path folder, std::filesystem::path photos)
+      : query_(query), folder_(std::move(folder)), photos_(std::move(photos)) {}
 
   void Prepare() {
     NewPerson();
+    Photograph();
     WorkHistory();
     Questions();
     Limit();
@@ -136,6 +149,38 @@ class Tour {
   void ChooseFirst() {
     Tab();
     Enter();
+  }
+
+  // Chooses the photograph of another person of the sample in the preview.
+  void ChoosePhotograph(const std::string& file) {
+    player_.Click("更新照片");
+    player_.Click("选择(S)...");
+    player_.Click("文件名(N)：");
+    player_.Type(QString::fromStdString((photos_ / file).string()));
+    Enter();
+  }
+
+  void Photograph() {
+    ChoosePhotograph(kFirstPhoto);
+    Step("预览：还没有照片，已选新照片", kBasicData, {kStored});
+    player_.Click("确   定");
+    CheckPhotograph(kFirstPhoto);
+    ChoosePhotograph(kSecondPhoto);
+    Step("预览：当前照片和新照片", kBasicData, {kStored});
+    player_.Click("确   定");
+    Step("替换照片之前的询问", kBasicData, {kStored});
+    player_.Click("是");
+    CheckPhotograph(kSecondPhoto);
+    Step("照片已替换", kBasicData, {kStored});
+  }
+
+  // The person's photograph must be that file now, byte for byte.
+  void CheckPhotograph(const std::string& file) {
+    player_.Check([this, file] {
+      const Lines ids = query_("select A00 from A01 where A0101='林知远'");
+      if (ids.size() != 1 || Bytes(photos_ / (ids.front() + ".jpg")) != Bytes(photos_ / file))
+        throw std::runtime_error("照片不是所选的文件 " + file);
+    });
   }
 
   // A record typed by keyboard alone; Enter in its last field saves it and opens the next.
@@ -267,6 +312,7 @@ class Tour {
 
   const Query& query_;
   std::filesystem::path folder_;
+  std::filesystem::path photos_;
   int steps_ = 0;
   Player player_;
 };
@@ -274,7 +320,7 @@ class Tour {
 }  // namespace
 
 bool PlayTour(IUserCtrl& component, const Query& query, const std::filesystem::path& folder) {
-  Tour tour(query, folder);
+  Tour tour(query, folder, std::filesystem::absolute(component.PhotoPath));
   tour.Prepare();
   tour.GetPlayer().Start();
   const bool saved = component.ShowDossier();

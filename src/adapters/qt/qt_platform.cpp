@@ -113,7 +113,7 @@ toolkit::MessageAnswer QtPlatform::ShowMessage(const std::string& text, int flag
 std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
   QtApplication& application = parts_->context.application;
   WindowView* below = application.TopWindow();
-  const auto dialog = MakeFileDialog(request.filter, request.init_dir, below ? below->Widget() : nullptr);
+  auto dialog = MakeFileDialog(request.filter, request.init_dir, below ? below->Widget() : nullptr);
   bool answered = false;
   QObject::connect(dialog.get(), &QDialog::finished, dialog.get(), [&] {
     answered = true;
@@ -125,7 +125,8 @@ std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
   const QStringList chosen = dialog->selectedFiles();
   const bool accepted = dialog->result() == QDialog::Accepted && !chosen.isEmpty();
   std::string path = accepted ? ToUtf8(chosen.first()) : std::string();
-  dialog->hide();
+  // With its list of suggestions, which would stay on show and keep the keyboard.
+  dialog.reset();
   application.ReactivateTop();
   return path;
 }
