@@ -155,7 +155,7 @@ TEST_F(CodeEntry, ACodeIsSearchedInThePickerByMouse) {
 }
 
 TEST_F(CodeEntry, APickerThatIsGivenUpEmptiesATypedFieldAndKeepsADoubleClickedOne) {
-  visit_.database->RunScript("update s_infoitem set IsNUll = 1 where CodeTable is not null");
+  visit_.database->RunScript("update s_infoitem set [IsNUll] = 1 where CodeTable is not null");
   Open([&] {
     InPicker([&] {
       visit_.user.Press(kKeyEscape);

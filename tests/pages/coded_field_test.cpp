@@ -36,7 +36,7 @@ TEST_F(CodedField, ATypedCodeBecomesItsCaption) {
 }
 
 TEST_F(CodedField, AnEmptiedFieldIsClearedWithoutALookup) {
-  Script("update s_infoitem set IsNUll = 1 where CodeTable is not null");
+  Script("update s_infoitem set [IsNUll] = 1 where CodeTable is not null");
   Open([&] {
     EXPECT_TRUE(During([&] { EnterAndLeave("A01_A0102", ""); }).empty());
     EXPECT_EQ(Item("A01_A0102"), "|");
@@ -354,7 +354,7 @@ TEST_F(CodedField, RequiredAnotherCodeOfTheSameCaptionIsNoChangeAndIsLostUnasked
 
 TEST_F(CodedField, RequiredAnUntouchedAmbiguousCaptionOpensThePickerAfterAnEditAndCancelEmptiesIt) {
   Script("insert into GB2261 values('3','男性','nx',1)");
-  Script("update s_infoitem set IsNUll = 1 where CodeTable is not null");
+  Script("update s_infoitem set [IsNUll] = 1 where CodeTable is not null");
   Open([&] {
     visit.user.Tab();
     visit.user.Tab();
