@@ -92,9 +92,16 @@ void fmGrpCod::AddTopLevel(ado::Recordset& rows) {
 // Required: a row whose parent is missing goes under the parent of the row before it.
 void fmGrpCod::AddInnerLevel(ado::Recordset& rows, std::int16_t parent_length) {
   const auto length = static_cast<std::size_t>(parent_length);
+  std::string found;  // the key of the parent, which is mostly that of the row before
   for (; !rows.EOF_(); rows.MoveNext()) {
     const std::string code = environment::TextOf(rows.Fields("dmcod"));
-    SkipFailure([&] { parent_ = tvGrpCod_->Nodes().Find("G" + environment::Left(code, length)).Index(); });
+    const std::string key = "G" + environment::Left(code, length);
+    if (key != found) {
+      SkipFailure([&] {
+        parent_ = tvGrpCod_->Nodes().Find(key).Index();
+        found = key;
+      });
+    }
     if (parent_) AddNode(*parent_, toolkit::Relation::kChild, rows);
   }
 }
