@@ -33,9 +33,9 @@ class FuzzForm : public Form {
 };
 
 // What is known of the box between two actions, and what the next one must leave.
-class Session {
+class Typist {
  public:
-  Session(MaskEdBox& box, const std::string& mask, headless::HeadlessPlatform& platform, Desktop& desktop)
+  Typist(MaskEdBox& box, const std::string& mask, headless::HeadlessPlatform& platform, Desktop& desktop)
       : box_(box), mask_(environment::Characters(mask)), platform_(platform), user_(desktop) {
     box_.SetMask(mask);
     hook_ = box_.Change.Subscribe([this] { ++changes_; });
@@ -253,9 +253,9 @@ void Check(std::string_view script) {
   Desktop desktop(platform);
   const auto form = std::make_shared<FuzzForm>(desktop);
   platform.WillRun([&](Form&) {
-    Session session(*form->box, mask, platform, desktop);
-    while (!script.empty()) session.Act(fuzz::TakeLine(script));
-    session.EnterAnew();
+    Typist typist(*form->box, mask, platform, desktop);
+    while (!script.empty()) typist.Act(fuzz::TakeLine(script));
+    typist.EnterAnew();
   });
   form->ShowModal();
 }

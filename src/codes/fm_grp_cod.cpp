@@ -75,6 +75,15 @@ void fmGrpCod::BuildDesign() {
   hooks_.push_back(tvGrpCod_->DblClick.Subscribe([this] { tvGrpCod_DblClick(); }));
 }
 
+void fmGrpCod::ForgetDesign() {
+  Tab1_.reset();
+  tvGrpCod_.reset();
+  txtDm_.reset();
+  lstDmCpt_.reset();
+  lstDmCod_.reset();
+  added_.reset();
+}
+
 void fmGrpCod::Form_Activate() {
   if (tvGrpCod_->Nodes().Count() < 1) return;
   tvGrpCod_->SetFocus();

@@ -34,7 +34,8 @@ class fmGrpCod : public toolkit::Form {
 
  protected:
   void BuildDesign() override;
-  void Form_Load() override;  // skips every failure
+  void ForgetDesign() override;  // a large table does not stay in memory
+  void Form_Load() override;     // skips every failure
   void Form_Activate() override;
   void Form_KeyPress(char32_t& KeyAscii) override;
 

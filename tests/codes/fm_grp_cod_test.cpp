@@ -24,6 +24,7 @@ TEST_F(FmGrpCod, HasTheRequiredDesign) {
     EXPECT_EQ(window.Name(), "fmGrpCod");
     EXPECT_EQ(window.Caption(), "代码帮助窗口");
     EXPECT_TRUE(window.KeyPreview());
+    EXPECT_TRUE(window.CenteredOnOwner());
     EXPECT_EQ(window.DesignWidth(), 5055);
     EXPECT_EQ(window.DesignHeight(), 6555);
     const auto strip = visit.user.Find<toolkit::TabStrip>("Tab1");
@@ -37,6 +38,17 @@ TEST_F(FmGrpCod, HasTheRequiredDesign) {
     EXPECT_EQ(SearchBox().Text(), "");
     EXPECT_FALSE(SearchBox().MultiLine());
   });
+}
+
+TEST_F(FmGrpCod, NothingOfATableStaysInMemoryBehindTheWindow) {
+  std::weak_ptr<toolkit::Control> tree;
+  std::weak_ptr<toolkit::Control> list;
+  Show("LEVELS", "", [&] {
+    tree = visit.user.Find("tvGrpCod");
+    list = visit.user.Find("lstDmCpt");
+  });
+  EXPECT_TRUE(tree.expired());
+  EXPECT_TRUE(list.expired());
 }
 
 TEST_F(FmGrpCod, TheButtonsAreNeitherDefaultNorCancel) {

@@ -112,7 +112,7 @@ TEST_F(Program, TheTourPlaysToItsEnd) {
   EXPECT_EQ(outcome.code, 0) << outcome.error;
   EXPECT_NE(outcome.out.find("01 新增人员"), std::string::npos);
   EXPECT_TRUE(fs::exists(In("tour/01.png")));
-  EXPECT_TRUE(fs::exists(In("tour/23.png")));
+  EXPECT_TRUE(fs::exists(In("tour/32.png")));
   const std::string trace = Read(In("trace.json"));
   EXPECT_NE(trace.find(R"("sql":"SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp")"),
             std::string::npos);

@@ -107,7 +107,7 @@ TEST_F(CodedField, ACodePrefixOpensThePickerOnAnEmptyList) {
       EXPECT_EQ(visit.user.Find<toolkit::TabStrip>("Tab1")->Tab(), 1);
       EXPECT_EQ(visit.user.Find<toolkit::ListBox>("lstDmCpt")->ListCount(), 0);
     });
-    EnterAndLeave("A01_A0114", "3204811");
+    EnterAndLeave("A01_A0114", "32048");
     EXPECT_EQ(Item("A01_A0114"), "|");
   });
 }

@@ -89,10 +89,11 @@ TEST_P(ChooseAndOkSweep, LeavesWhatIsRequired) {
         RemovePhoto();
       }
       visit.platform.messages.clear();
+      const int failure = number;
       visit.Open([&] {
         const bool asks = std::ranges::count(expected.messages, kQuestion) > 0;
         if (asks) Answer(toolkit::kAnswerYes);
-        visit.files.FailAt(k, number);
+        visit.files.FailAt(k, failure);
         ChooseAndOk();
         EXPECT_EQ(visit.files.HasFailed(), !expected.call.empty());
         if (visit.files.HasFailed()) {
@@ -121,12 +122,13 @@ TEST_F(PhotoFaultSweep, DeletionOfAPerson) {
     for (std::size_t k = 1; k <= 4; ++k) {
       SCOPED_TRACE("operation " + std::to_string(k) + ": " + description);
       const bool kept = k <= 2;
+      const int failure = number;
       Visit each;
       PhotoFolder::Write(Photo(), Jpeg("old"));
       each.component.PhotoPath = folder.Photos().string();
       each.Open([&] {
         each.platform.WillAnswer(toolkit::kAnswerYes);
-        each.files.FailAt(k, number);
+        each.files.FailAt(k, failure);
         each.user.ClickToolbar("Delete");
         EXPECT_EQ(each.Caption("labOpt"), "当前操作：增加");
       });

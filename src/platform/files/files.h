@@ -21,7 +21,7 @@ class Files {
   virtual std::uint64_t FileLen(const std::string& path) const = 0;
 };
 
-// The files of this machine. Here FileExists never throws.
+// The files on the disks. Here FileExists never throws.
 class LocalFiles : public Files {
  public:
   bool FileExists(const std::string& path) const override;

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 
 #include "platform/environment/failure.h"
@@ -57,6 +58,8 @@ void RequireReplaceable(const fs::path& target, bool overwrite) {
   if (!overwrite) throw MakeFailure(environment::kFileExists);
   // Asked for here since an administrator may write to a protected file all the same.
   if (IsWriteProtected(target)) throw MakeFailure(environment::kPermissionDenied);
+  // A file of somebody else, in a folder that anybody may write to.
+  if (!std::ofstream(target, std::ios::app)) throw MakeFailure(environment::kPermissionDenied);
 }
 
 }  // namespace
@@ -94,9 +97,12 @@ void LocalFiles::CopyFile(const std::string& source, const std::string& target, 
   // old file as it was.
   fs::path half = to;
   half += ".part";
+  // The rights are those of the replaced file, or of any new one: a source that nobody else may read, or
+  // nobody may write, must not make such a copy.
+  std::ofstream(half).close();
+  const fs::perms rights = fs::status(fs::exists(to, error) ? to : half, error).permissions();
   fs::copy_file(from, half, fs::copy_options::overwrite_existing, error);
-  // A protected source must not make a copy that can never be replaced again.
-  if (!error) fs::permissions(half, fs::perms::owner_write, fs::perm_options::add, error);
+  if (!error) fs::permissions(half, rights, error);
   if (!error) fs::rename(half, to, error);
   if (!error) return;
   std::error_code ignored;

@@ -106,6 +106,35 @@ TEST_F(LocalFilesTest, CopyOfAProtectedFileCanBeReplacedAgain) {
   EXPECT_EQ(Read("b"), "x");
 }
 
+TEST_F(LocalFilesTest, TheRightsOfTheSourceStayWithIt) {
+  Write("a", "x");
+  Write("new", "");
+  fs::permissions(folder_ / "a", fs::perms::owner_read, fs::perm_options::replace);
+  files_.CopyFile(Path("a"), Path("b"), true);
+  EXPECT_EQ(fs::status(folder_ / "b").permissions(), fs::status(folder_ / "new").permissions());
+}
+
+TEST_F(LocalFilesTest, AReplacedFileKeepsItsRights) {
+  Write("a", "x");
+  Write("b", "old");
+  const auto rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
+  fs::permissions(folder_ / "b", rights, fs::perm_options::replace);
+  files_.CopyFile(Path("a"), Path("b"), true);
+  EXPECT_EQ(fs::status(folder_ / "b").permissions(), rights);
+}
+
+TEST_F(LocalFilesTest, ACopyThatFailsHalfWayLeavesTheOldFileAndNothingElse) {
+  Write("a", "new");
+  Write("b", "old");
+  // The half copy cannot be written over a folder.
+  fs::create_directory(folder_ / "b.part");
+  Write("b.part/kept", "x");
+  EXPECT_THROW(files_.CopyFile(Path("a"), Path("b"), true), environment::Failure);
+  EXPECT_EQ(Read("b"), "old");
+  EXPECT_EQ(Read("b.part/kept"), "x");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 3);
+}
+
 TEST_F(LocalFilesTest, CopyToAMissingFolderMakesNone) {
   Write("a", "x");
   EXPECT_EQ(NumberOfFailure([&] { files_.CopyFile(Path("a"), Path("无\\b"), true); }), 76);

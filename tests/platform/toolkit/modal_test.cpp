@@ -225,6 +225,19 @@ TEST_F(ModalTest, CloseBoxBelowAMessageBoxIsRefusedWithABeep) {
   });
 }
 
+TEST_F(ModalTest, WindowBelowTheFileDialogTakesNothing) {
+  Visit([&] {
+    platform.on_choose = [&](const CommonDialog&) {
+      EXPECT_FALSE(form->Deliver([] { FAIL(); }));
+      form->UserClose();
+    };
+    InEvent([&] { form->Controls().Make<CommonDialog>("dlg")->ShowOpen(); });
+    EXPECT_TRUE(form->Loaded());
+    EXPECT_EQ(platform.beeps, 1);
+    EXPECT_TRUE(form->Deliver([] {}));
+  });
+}
+
 // --- shown twice ---------------------------------------------------------------------------------
 
 TEST_F(ModalTest, SecondShowDuringAVisitFailsAndTouchesNothing) {

@@ -57,7 +57,7 @@ void CheckBox::UserToggle() {
 void CommonDialog::ShowOpen() {
   Form* window = Window();
   if (!window) throw environment::MakeFailure(environment::kObjectUnloaded);
-  file_name = window->GetDesktop().GetPlatform().ChooseFile(*this);
+  file_name = window->GetDesktop().ChooseFile(*this);
 }
 
 }  // namespace dossierkit::toolkit

@@ -20,13 +20,25 @@ std::shared_ptr<Control> Desktop::Create(const std::string& class_name, const st
   return found->second(name);
 }
 
+class Desktop::Showing {
+ public:
+  explicit Showing(int& messages) : messages_(messages) { ++messages_; }
+  ~Showing() { --messages_; }
+  Showing(const Showing&) = delete;
+  Showing& operator=(const Showing&) = delete;
+
+ private:
+  int& messages_;
+};
+
 MessageAnswer Desktop::MsgBox(const std::string& text, int flags, const std::string& title) {
-  struct Count {
-    int& count;
-    explicit Count(int& messages) : count(messages) { ++count; }
-    ~Count() { --count; }
-  } counted(messages_);
+  const Showing counted(messages_);
   return platform_.ShowMessage(text, flags, title);
+}
+
+std::string Desktop::ChooseFile(const CommonDialog& request) {
+  const Showing counted(messages_);
+  return platform_.ChooseFile(request);
 }
 
 bool Desktop::IsTopmost(const Form& form) const {

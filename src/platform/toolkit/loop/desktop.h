@@ -29,6 +29,9 @@ class Desktop {
   // --- message boxes ---------------------------------------------------------------------------
   // Without a title of its own a box bears "DossierKit".
   MessageAnswer MsgBox(const std::string& text, int flags = kOkOnly, const std::string& title = "DossierKit");
+  // Shows the file dialog: the chosen path, or empty. Input goes to it alone, as to a message box.
+  std::string ChooseFile(const CommonDialog& request);
+  // Whether a message box or the file dialog is on show.
   bool MessageShown() const { return messages_ > 0; }
   void Beep() { platform_.Beep(); }
 
@@ -48,6 +51,8 @@ class Desktop {
   void RunModal(Form& form, const std::function<void()>& at_start);
   void EndLoop(const Form& form);
   void Fail(std::exception_ptr failure);
+  // Counts a message box or file dialog while it is on show.
+  class Showing;
 
   Platform& platform_;
   std::map<std::string, Factory, std::less<>> classes_;

@@ -99,6 +99,7 @@ void Form::Unload() {
   }
   focus_.reset();
   DestroyViews();
+  ForgetDesign();
   desktop_.EndLoop(*this);
   if (failure) std::rethrow_exception(failure);
 }

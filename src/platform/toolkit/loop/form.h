@@ -79,6 +79,8 @@ class Form : public Control {
 
  protected:
   virtual void BuildDesign() = 0;
+  // The controls are gone: what a derived window still holds of them goes, too.
+  virtual void ForgetDesign() {}
   virtual void Form_Load() {}
   virtual void Form_Activate() {}
   virtual void Form_Resize() {}
