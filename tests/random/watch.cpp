@@ -59,6 +59,7 @@ void Watch::BeforeVisit() {
 void Watch::BeforeStep(const Action& action) {
   action_ = action;
   box_shown_ = false;
+  questions_ = 0;
   wrote_ = false;
   recent_errors_.clear();
 }
@@ -133,7 +134,7 @@ void Watch::Shown(const headless::Message& message) {
   std::erase(errors_, message.text);
   if (message.flags & toolkit::kYesNo) {
     const std::string& answers = action_.answers;
-    const bool yes = answers[visit_.platform.messages.size() % answers.size()] == 'y';
+    const bool yes = answers[questions_++ % answers.size()] == 'y';
     visit_.platform.WillAnswer(yes ? toolkit::kAnswerYes : toolkit::kAnswerNo);
   }
 }

@@ -62,6 +62,7 @@ class Watch {
   void CheckEdits(ctrlUser& page);
   void CheckStates(ctrlUser& page);
   void CheckOperation(ctrlUser& page, const std::string& operation);
+  void CheckCommand(ctrlUser& page);
   void CheckName();
   void CheckSaved();
   void CheckOtherPersons();
@@ -76,6 +77,7 @@ class Watch {
   // Of the present step.
   Action action_;
   bool box_shown_ = false;
+  std::size_t questions_ = 0;
   bool wrote_ = false;
   std::vector<std::string> errors_;                       // of statements that failed, not told yet
   std::vector<std::string> recent_errors_;                // told or not

@@ -67,6 +67,7 @@ void Watch::CheckPage() {
   CheckFill(shown);
   CheckEdits(shown);
   CheckStates(shown);
+  CheckCommand(shown);
   CheckName();
   page_ = page;
   items_ = page->FieldItems();
@@ -139,6 +140,21 @@ void Watch::CheckOperation(ctrlUser& page, const std::string& operation) {
   const bool saves = (action_.what == Do::kToolbar && action_.text == "Save") || action_.what == Do::kKey;
   if (operation == "当前操作：增加" && stored && !saves)
     Complain("operation", page.Name() + " opened on a new record beside stored ones");
+}
+
+// A click on the menu of which nothing was said opens that set; a save that reloads counts.
+void Watch::CheckCommand(ctrlUser& page) {
+  auto& window = visit_.Window();
+  if (action_.what == Do::kMenu && !box_shown_ && Topmost() == &window) {
+    const auto& items = window.VMenu1().Items();
+    const auto& key = items[static_cast<std::size_t>(action_.number) % items.size()].key;
+    if (page.WhInfo().TabId != key) Complain("menu", page.Name() + " after a click on '" + key + "'");
+  }
+  const bool save = action_.what == Do::kToolbar
+                        ? action_.text == "Save"
+                        : action_.what == Do::kKey && (action_.text == "Ctrl+S" || action_.text == "Alt+S");
+  if (save && page_.lock().get() != &page && (!window.IsSaved || window.DealType != 3))
+    Complain("result", "a save that reloaded does not count");
 }
 
 // --- what is stored ------------------------------------------------------------------------------------
