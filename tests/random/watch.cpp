@@ -6,6 +6,7 @@
 #include "metadata/field_items.h"
 #include "platform/environment/failure.h"
 #include "platform/environment/numbers.h"
+#include "platform/environment/text.h"
 #include "tests/random/catalogue.h"
 #include "tests/random/messages.h"
 
@@ -17,6 +18,25 @@ using environment::Failure;
 bool HasLabel(const cFieldItems& items, const std::string& label) {
   for (std::int32_t i = 1; i <= items.Count(); ++i) {
     if (items.Item(static_cast<std::size_t>(i))->ItemDesc == label) return true;
+  }
+  return false;
+}
+
+// Whether there are words of the engine in it: two of small letters, outside of quotation marks.
+bool HasEnglish(const std::string& text) {
+  int words = 0;
+  int letters = 0;
+  bool quoted = false;
+  for (const std::string& character : environment::Characters(text)) {
+    if (character == "“") quoted = true;
+    if (character == "”") quoted = false;
+    if (!quoted && character >= "a" && character <= "z" && character.size() == 1) {
+      if (++letters == 2) ++words;
+    } else {
+      letters = 0;
+      if (character != " ") words = 0;
+    }
+    if (words == 2) return true;
   }
   return false;
 }
@@ -81,6 +101,7 @@ void Watch::Ran(const ado::Trace& trace) {
   }
   if (trace.error.empty() || LoadsPicker()) return;
   ++tally_["statements that failed"];
+  if (HasEnglish(trace.error)) Complain("words", trace.error);
   if (!HasApostrophe()) Complain("failed statement", trace.statement + ": " + trace.error);
   errors_.push_back(trace.error);
   recent_errors_.push_back(trace.error);
@@ -112,7 +133,10 @@ bool Watch::HasApostrophe() const {
 
 void Watch::Shown(const headless::Message& message) {
   box_shown_ = true;
-  ++tally_["box " + message.title + " " + (message.text.size() > 60 ? "..." : message.text)];
+  ++tally_["box " + message.title + " " +
+           (message.text.size() > 60 && message.title != "信息保存" && message.title != "信息校对"
+                ? "..."
+                : message.text)];
   const auto window = visit_.runtime.window;
   const auto page = window && window->Loaded() ? visit_.Window().GetUserCtrl() : nullptr;
   Circumstances now;
