@@ -1,4 +1,5 @@
-// PhotoFolder: a folder of photographs for one test, and one beside it with pictures to choose from.
+// PhotoFolder: a folder of photographs, for one test unless named otherwise, and one beside it with
+// pictures to choose from.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +14,10 @@ namespace dossierkit::tests {
 
 class PhotoFolder {
  public:
-  PhotoFolder() {
+  PhotoFolder() : PhotoFolder(::testing::UnitTest::GetInstance()->current_test_info()->name()) {}
+  explicit PhotoFolder(const std::string& name)
+      : root_(std::filesystem::temp_directory_path() /
+              ("dossierkit-photos-" + std::to_string(getpid()) + "-" + name)) {
     std::filesystem::remove_all(root_);
     std::filesystem::create_directories(Photos());
     std::filesystem::create_directories(root_ / "图片");
@@ -42,10 +46,7 @@ class PhotoFolder {
   }
 
  private:
-  std::filesystem::path root_ =
-      std::filesystem::temp_directory_path() /
-      ("dossierkit-photos-" + std::to_string(getpid()) + "-" +
-       std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+  std::filesystem::path root_;
 };
 
 // What the views without a screen take for a picture: `content` between the marks of a JPEG file.

@@ -80,6 +80,9 @@ environment::Failure FailureOfMessage(const std::string& message, const std::str
   }
   if (message == "incomplete input")
     return Failure(environment::kSyntaxError, "SQL 语句语法错误：语句不完整。", statement);
+  if (message == "row value misused") {
+    return Failure(environment::kSyntaxError, "SQL 语句语法错误：只要一个值的地方有多个值。", statement);
+  }
   return Failure(environment::kSyntaxError, "SQL 语句语法错误：" + message + "。", statement);
 }
 

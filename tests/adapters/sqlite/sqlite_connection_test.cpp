@@ -151,6 +151,14 @@ TEST(SqliteConnection, StatementWithoutItsEndIsASyntaxError) {
             "SQL 语句语法错误：“where”附近有错。");
 }
 
+TEST(SqliteConnection, SeveralValuesInThePlaceOfOneAreToldInChinese) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->RunScript(kPeople);
+  EXPECT_EQ(
+      FailureOf([&] { connection->Run("select a00 from a01 where (a00='x','y' or a00='z')"); }).description(),
+      "SQL 语句语法错误：只要一个值的地方有多个值。");
+}
+
 TEST(SampleDatabase, AnswersTheMenuAndHoldsEveryCodeTable) {
   std::ostringstream bytes;
   bytes << std::ifstream(SAMPLE_DATABASE, std::ios::binary).rdbuf();
