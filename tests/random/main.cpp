@@ -14,31 +14,31 @@
 namespace dossierkit::random {
 namespace {
 
-constexpr long kActionsPerVisit = 60;
-
 struct Options {
   std::uint64_t seed = 0;
   bool seeded = false;
   long actions = 10'000;
+  long length = 60;  // of a visit
   std::string replay;
   bool verbose = false;
 };
 
 int ShowHelp() {
   std::cout
-      << "random_visits [--seed N] [--actions N] [--verbose]\n"
+      << "random_visits [--seed N] [--actions N] [--length N] [--verbose]\n"
          "random_visits --replay FILE\n"
          "\n"
-         "Plays visits of up to "
-      << kActionsPerVisit
-      << " random actions, each on a fresh copy of the sample database, and checks after\n"
-         "each action what must hold. Without --seed a seed is drawn and printed. Visit k of a run plays\n"
-         "the seed plus k.\n"
+         "Plays visits of random actions, each visit on a fresh copy of the sample database, and checks "
+         "after\n"
+         "each action what must hold. Without --seed a seed is drawn and printed. Visit k of a run plays "
+         "the\n"
+         "seed plus k.\n"
          "\n"
          "Where a rule is broken the actions are shrunk, printed and written to a file that --replay takes.\n"
          "Ends with 0 where all rules held, 1 where one was broken, 2 for a wrong argument.\n"
          "\n"
          "  --actions N  how many actions in all, 10000 unless told\n"
+         "  --length N   how many actions in a visit, 60 unless told\n"
          "  --verbose    prints each visit's seed before it and what happened how often at the end\n";
   return 0;
 }
@@ -64,7 +64,7 @@ int Replay(const Options& options, const tests::PhotoFolder& folder) {
   return violation ? 1 : 0;
 }
 
-void Report(std::uint64_t seed, const Violation& violation, const Actions& all,
+void Report(std::uint64_t seed, long length, const Violation& violation, const Actions& all,
             const tests::PhotoFolder& folder) {
   std::cout << "seed " << seed << ", after " << all.size() << " actions\n";
   Print(violation);
@@ -80,7 +80,8 @@ void Report(std::uint64_t seed, const Violation& violation, const Actions& all,
   std::cout << "shrunk to " << few.size() << " actions:\n";
   WriteActions(std::cout, few);
   std::cout << "replay with: random_visits --replay " << path << "\n"
-            << "or the whole visit with: random_visits --seed " << seed << " --actions 1\n";
+            << "or the whole visit with: random_visits --seed " << seed << " --length " << length
+            << " --actions 1\n";
 }
 
 int Run(const Options& options, const tests::PhotoFolder& folder) {
@@ -94,13 +95,13 @@ int Run(const Options& options, const tests::PhotoFolder& folder) {
     Actions actions;
     const auto violation = Play(
         [&](Place place) -> std::optional<Action> {
-          if (actions.size() == kActionsPerVisit) return std::nullopt;
+          if (actions.size() == static_cast<std::size_t>(options.length)) return std::nullopt;
           return actions.emplace_back(generator.Draw(place));
         },
         folder, tally);
     played += static_cast<long>(actions.size());
     if (violation) {
-      Report(seed, *violation, actions, folder);
+      Report(seed, options.length, *violation, actions, folder);
       return 1;
     }
   }
@@ -129,12 +130,14 @@ bool Parse(int count, char** arguments, Options& options) {
       options.seeded = true;
     } else if (name == "--actions") {
       options.actions = std::strtol(value.c_str(), &end, 10);
+    } else if (name == "--length") {
+      options.length = std::strtol(value.c_str(), &end, 10);
     } else {
       return false;
     }
     if (end != nullptr && (value.empty() || *end != '\0')) return false;
   }
-  return true;
+  return options.actions > 0 && options.length > 0;
 }
 
 int Main(int count, char** arguments) {

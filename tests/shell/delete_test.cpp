@@ -166,6 +166,25 @@ TEST_F(DeleteCommand, RequiredAYesThereBringsTheRecordBackAndTakesAnother) {
             (Statements{"理事", "水稻专业组组长", "兼职博士生导师"}));
 }
 
+TEST_F(DeleteCommand, RequiredAYesAfterThePersonWasDeletedFailsForWantOfARowAndThePageStays) {
+  visit.Open([&] {
+    visit.Text("A01_A0109").SetText("稻作学");
+    Answer(toolkit::kAnswerYes);
+    Answer(toolkit::kAnswerYes);
+    visit.user.ClickToolbar("Delete");
+    EXPECT_EQ(State(), "当前操作：修改 on on on");
+    EXPECT_EQ(visit.Text("A01_A0109").Text(), "稻作学");
+    EXPECT_TRUE(visit.OnShow().WhInfo().IsChange);
+    EXPECT_EQ(visit.Window().personID, kPerson);
+  });
+  EXPECT_EQ(Shown(),
+            (Messages{{"此操作将删除此人所有信息，是否删除？", kYesOrNo, "人员维护"},
+                      {kSaveEdits, kYesOrNo, kWindow},
+                      {"BOF 或 EOF 中有一个是“真”，或者当前的记录已被删除，所需的操作要求一个当前的记录。",
+                       kOk, "信息保存"}}));
+  EXPECT_EQ(Value("select count(*) from A01 where A00='" + kPerson + "'"), "0");
+}
+
 // --- single sets -----------------------------------------------------------------------------------------
 
 TEST_F(DeleteCommand, OnAnotherSingleSetOnlyCodeCanReachIt) {
