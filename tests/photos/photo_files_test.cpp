@@ -73,7 +73,7 @@ TEST_F(PhotoFiles, TheDeletionOfNoFileDoesNothing) {
 }
 
 TEST_F(PhotoFiles, AFailureOfTheDeletionIsShownAndForgotten) {
-  for (const std::size_t call : {1, 2}) {
+  for (const std::size_t call : {std::size_t{1}, std::size_t{2}}) {
     visit.files.FailAt(call);
     DeletePhotoFile(kPerson, folder.Photos().string());
     EXPECT_EQ(Shown().back(), (Message{"拒绝的权限", 48, "人员照片删除"}));

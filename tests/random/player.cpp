@@ -179,7 +179,7 @@ class Player {
     component.PersonType = static_cast<std::int16_t>(type);
     component.PhotoPath = folder == 0   ? folder_.Photos().string()
                           : folder == 1 ? folder_.Choice("nowhere")
-                                        : "";
+                                        : folder_.Photos().string() + "\\";
     component.personID = PersonOf(open.number, operation);
     watch_.BeforeVisit();
     watch_.BeforeStep(open);
