@@ -57,6 +57,15 @@ TEST_F(FieldEntry, ABlankMaskPassesWhateverItsRule) {
   EXPECT_TRUE(Shown().empty());
 }
 
+TEST_F(FieldEntry, AMaskedFieldWithACodeTableIsCheckedByItsRuleAndNeverLookedUp) {
+  Script("update s_infoitem set CodeTable='GB2261', \"Check\"='L 5' where itemname='A0117'");
+  Open([&] {
+    EXPECT_TRUE(During([&] { EnterAndLeave("A01_A0117", "210001"); }).empty());
+    EXPECT_EQ(visit.Focus(), "A01_A0117_v");
+  });
+  EXPECT_EQ(Shown(), (Messages{{"邮政编码长度应该为5位。", 0, kError}}));
+}
+
 TEST_F(FieldEntry, ADateThatIsNoneKeepsTheFocusAndTheText) {
   for (const auto& [typed, text] :
        std::vector<std::pair<std::string, std::string>>{{"1968", "1968年__月__日"},
