@@ -63,6 +63,7 @@ class Watch {
   void CheckStates(ctrlUser& page);
   void CheckOperation(ctrlUser& page, const std::string& operation);
   void CheckCommand(ctrlUser& page);
+  void CheckValues(ctrlUser& page, const std::string& operation);
   void CheckName();
   void CheckSaved();
   void CheckOtherPersons();

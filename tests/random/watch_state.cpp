@@ -121,6 +121,7 @@ void Watch::CheckStates(ctrlUser& page) {
                           std::to_string(visit_.Window().DealType));
   }
   CheckOperation(page, operation);
+  CheckValues(page, operation);
 }
 
 // Cancel enables Add for a person who is not stored yet.
@@ -140,6 +141,29 @@ void Watch::CheckOperation(ctrlUser& page, const std::string& operation) {
   const bool saves = (action_.what == Do::kToolbar && action_.text == "Save") || action_.what == Do::kKey;
   if (operation == "当前操作：增加" && stored && !saves)
     Complain("operation", page.Name() + " opened on a new record beside stored ones");
+}
+
+// A stored record that was filled in shows what is stored, where its number is its own.
+void Watch::CheckValues(ctrlUser& page, const std::string& operation) {
+  const bool filled = page_.lock().get() != &page || items_ != page.FieldItems();
+  if (!filled || visit_.Window().DealType != 3 || !operation.starts_with("当前操作：修改")) return;
+  const auto& info = page.WhInfo();
+  std::string query = "select * from " + info.TabId + " where A00='" + info.personID + "'";
+  if (info.IsMult) query += " and " + info.TabId + "99 = " + std::to_string(info.id);
+  const auto row = visit_.database->Execute(query);
+  // Without a caption for the number the list cannot tell it, and the form stays empty.
+  const bool numbered = !info.IsMult || StoredCount("s_infoitem", "itemdesc <> '' and itemname = '" +
+                                                                      info.TabId + "99'") != "0";
+  if (row->RecordCount() != 1 || !numbered) return;
+  for (std::int32_t i = 1; i <= page.FieldItems()->Count(); ++i) {
+    const auto& item = *page.FieldItems()->Item(static_cast<std::size_t>(i));
+    const auto box = std::dynamic_pointer_cast<toolkit::TextBox>(
+        page.Controls().Find(info.TabId + "_" + item.ItemName + "_v"));
+    if (!box || !item.CodeTable.empty()) continue;
+    const std::string stored = environment::TextOr(row->Fields(item.ItemName), "");
+    if (box->Text() != stored)
+      Complain("values", box->Name() + " '" + box->Text() + "', stored '" + stored + "'");
+  }
 }
 
 // A click on the menu of which nothing was said opens that set; a save that reloads counts.
