@@ -3,7 +3,7 @@
 alone. Every control is found by its accessible name; what was stored is read back with the sqlite3
 command.
 
-usage: xvfb-run -a dbus-run-session -- enter_a_record.py PROGRAM
+usage: on_a_display.sh enter_a_record.py PROGRAM
 """
 import os
 import subprocess

@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Runs a command on an X display and a session bus of its own: on_a_display.sh command...
+set -euo pipefail
+# Xvfb tells the number of its display as soon as programs can connect to it.
+coproc display { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 2>/dev/null; }
+trap 'kill "$display_PID"' EXIT
+read -r number <&"${display[0]}"
+DISPLAY=":$number" dbus-run-session -- "$@"
