@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -84,26 +85,19 @@ class SqliteConnection::Engine {
     return owned;
   }
 
-  // Prepares an update with its constants as parameters, and keeps the last one: a renumbering sends the
-  // same update for every row of a table, and its preparation would be a third of the time.
-  sqlite3_stmt* PrepareUpdate(const std::string& text, const std::string& statement) {
-    std::string shape;
-    std::vector<jet::Token> constants;
-    std::size_t copied = 0;
-    for (const jet::Token& token : jet::Tokenize(text)) {
-      if (token.kind != jet::TokenKind::kLiteral && token.kind != jet::TokenKind::kNumber) continue;
-      shape.append(text, copied, token.position - copied).append("?");
-      copied = token.End();
-      constants.push_back(token);
+  // Translates and runs an update. A renumbering sends the same one for every row of a table, so that the
+  // schema is not looked at each time: should it have changed, the engine refuses what was prepared.
+  void RunUpdate(const std::string& statement) {
+    while (true) {
+      try {
+        const auto update =
+            jet::Translate(statement, [this](std::string_view table) { return KnownColumnsOf(table); });
+        if (TryUpdate(update.text, statement)) return;
+      } catch (const Failure&) {
+        // A constant may fit the table as it is declared by now.
+        if (!ForgetOldSchema()) throw;
+      }
     }
-    shape.append(text, copied);
-    if (!update_ || shape != update_shape_) {
-      update_ = Prepare(shape, statement);
-      update_shape_ = std::move(shape);
-    }
-    int index = 0;
-    for (const jet::Token& constant : constants) Bind(++index, constant);
-    return update_.get();
   }
 
   // True while there is a row.
@@ -113,16 +107,8 @@ class SqliteConnection::Engine {
     return result == SQLITE_ROW;
   }
 
-  void RunUpdate(const std::string& text, const std::string& statement) {
-    sqlite3_stmt* update = PrepareUpdate(text, statement);
-    // Takes no lock into the next statement, whether it failed or not.
-    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> reset(update, sqlite3_reset);
-    Step(update, statement);
-  }
-
-  // The columns of a table as it is declared now, or nullptr.
-  const jet::TableColumns* ColumnsOf(std::string_view table) {
-    ForgetOldSchema();
+  // The columns of a table as they were when the schema was last looked at, or nullptr.
+  const jet::TableColumns* KnownColumnsOf(std::string_view table) {
     const std::string key = environment::LowerCase(table);
     const auto known = tables_.find(key);
     if (known != tables_.end()) return &known->second;
@@ -136,6 +122,12 @@ class SqliteConnection::Engine {
     return columns.empty() ? nullptr : &(tables_[key] = std::move(columns));
   }
 
+  // The columns of a table as it is declared now, or nullptr.
+  const jet::TableColumns* ColumnsOf(std::string_view table) {
+    ForgetOldSchema();
+    return KnownColumnsOf(table);
+  }
+
   void RunScript(const std::string& script) const {
     if (sqlite3_exec(database_, script.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
       throw FailureOf(database_, script);
@@ -143,6 +135,39 @@ class SqliteConnection::Engine {
   }
 
  private:
+  // Runs an update with its constants as parameters, and keeps the last one prepared. False, and nothing was
+  // done, where the schema has changed since the text was translated.
+  bool TryUpdate(const std::string& text, const std::string& statement) {
+    std::string shape;
+    std::vector<jet::Token> constants;
+    std::size_t copied = 0;
+    for (const jet::Token& token : jet::Tokenize(text)) {
+      if (token.kind != jet::TokenKind::kLiteral && token.kind != jet::TokenKind::kNumber) continue;
+      shape.append(text, copied, token.position - copied).append("?");
+      copied = token.End();
+      constants.push_back(token);
+    }
+    shape.append(text, copied);
+    if (!update_ || shape != update_shape_) {
+      update_.reset();
+      if (ForgetOldSchema()) return false;
+      update_ = PrepareForThisSchema(shape, statement);
+      update_shape_ = std::move(shape);
+    }
+    int index = 0;
+    for (const jet::Token& constant : constants) Bind(++index, constant);
+    sqlite3_step(update_.get());
+    // Takes no lock into the next statement, and tells what the step came to.
+    const int result = sqlite3_reset(update_.get());
+    if (result == SQLITE_SCHEMA) {
+      update_.reset();
+      tables_.clear();
+      return false;
+    }
+    if (result != SQLITE_OK) throw FailureOf(database_, statement);
+    return true;
+  }
+
   void Bind(int index, const jet::Token& constant) {
     if (constant.kind == jet::TokenKind::kLiteral) {
       const std::string literal = jet::TextOfLiteral(constant.text);
@@ -155,15 +180,27 @@ class SqliteConnection::Engine {
     }
   }
 
-  // Another program may change a table while this one is connected.
-  void ForgetOldSchema() {
+  // The older way to prepare: such a statement fails (SQLITE_SCHEMA) once the schema has changed, instead of
+  // being prepared anew unasked.
+  Prepared PrepareForThisSchema(const std::string& text, const std::string& statement) const {
+    sqlite3_stmt* prepared = nullptr;
+    if (sqlite3_prepare(database_, text.data(), static_cast<int>(text.size()), &prepared, nullptr) !=
+        SQLITE_OK)
+      throw FailureOf(database_, statement);
+    return Prepared(prepared);
+  }
+
+  // Another program may change a table while this one is connected. True where one did.
+  bool ForgetOldSchema() {
     static const std::string kText = "pragma schema_version";
     if (!schema_version_) schema_version_ = Prepare(kText, kText);
     const bool row = Step(schema_version_.get(), kText);
     const sqlite3_int64 version = row ? sqlite3_column_int64(schema_version_.get(), 0) : 0;
     sqlite3_reset(schema_version_.get());
-    if (version != known_version_) tables_.clear();
+    if (version == known_version_) return false;
+    tables_.clear();
     known_version_ = version;
+    return true;
   }
 
   sqlite3* database_ = nullptr;
@@ -175,6 +212,11 @@ class SqliteConnection::Engine {
 };
 
 namespace {
+
+bool IsUpdate(std::string_view statement) {
+  const std::size_t start = std::min(statement.find_first_not_of(" \t\r\n"), statement.size());
+  return environment::EqualIgnoringCase(statement.substr(start, 6), "update");
+}
 
 ado::Column ColumnAt(sqlite3_stmt* prepared, int index, const jet::Statement& statement) {
   const char* name = sqlite3_column_name(prepared, index);
@@ -254,12 +296,12 @@ SqliteConnection::Engine& SqliteConnection::OpenEngine(const std::string& statem
 
 ado::Snapshot SqliteConnection::Run(const std::string& statement) {
   Engine& engine = OpenEngine(statement);
-  const jet::Statement translated =
-      jet::Translate(statement, [&](std::string_view table) { return engine.ColumnsOf(table); });
-  if (translated.kind == jet::Statement::Kind::kUpdate) {
-    engine.RunUpdate(translated.text, statement);
+  if (IsUpdate(statement)) {
+    engine.RunUpdate(statement);
     return {};
   }
+  const jet::Statement translated =
+      jet::Translate(statement, [&](std::string_view table) { return engine.ColumnsOf(table); });
   const Prepared prepared = engine.Prepare(translated.text, statement);
   const int column_count = sqlite3_column_count(prepared.get());
   ado::Snapshot rows;

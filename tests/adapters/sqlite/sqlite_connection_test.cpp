@@ -127,6 +127,35 @@ TEST(SqliteConnection, TableThatAnotherProgramMadeAnewIsSeenAnew) {
   EXPECT_EQ(connection.Execute("select a from t")->Fields(0), Value(DateTime{1990, 3, 1}));
 }
 
+TEST(SqliteConnection, ARepeatedUpdateSeesATableThatAnotherProgramMadeAnew) {
+  const DatabaseFile file("create table t(n integer, v varchar(20)); insert into t values(1, '');");
+  SqliteConnection connection(file.Path());
+  const auto store = [&](const std::string& value) {
+    connection.Execute("update t set v='" + value + "' where n=1");
+    return environment::TextOf(connection.Execute("select v from t")->Fields(0));
+  };
+  EXPECT_EQ(store("1990年03月"), "1990年03月");
+  EXPECT_EQ(store("1991年03月"), "1991年03月");
+  SqliteConnection(file.Path())
+      .RunScript("drop table t; create table t(n integer, v datetime); insert into t values(1, null);");
+  EXPECT_EQ(store("1992年03月"), "1992/3/1") << "the column is a date now";
+  SqliteConnection(file.Path())
+      .RunScript("drop table t; create table t(n integer, v varchar(20)); insert into t values(1, '');");
+  EXPECT_EQ(store("无"), "无") << "what was no date is a text now";
+}
+
+TEST(SqliteConnection, ARepeatedUpdateThatFailsIsToldEachTime) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->RunScript("create table t(n integer check(n < 5)); insert into t values(1);");
+  connection->Execute("update t set n=2");
+  for (int i = 0; i < 2; ++i) {
+    const std::string said = FailureOf([&] { connection->Execute("update t set n=9"); }).description();
+    EXPECT_NE(said.find("违反了数据库的约束"), std::string::npos) << said;
+  }
+  connection->Execute("update t set n=3");
+  EXPECT_EQ(environment::TextOf(connection->Execute("select n from t")->Fields(0)), "3");
+}
+
 TEST(SqliteConnection, NameInDoubleQuotesIsNeverAText) {
   const auto connection = SqliteConnection::OpenInMemory({});
   connection->RunScript(kPeople);
