@@ -132,7 +132,7 @@ class Translator {
   void TakeFormat(std::size_t begin) {
     const std::size_t comma = Find(begin + 2, {",", "from"});
     Require(comma > begin + 2 && At(comma).Is(",") && !At(comma - 1).Is("*") &&
-                At(comma + 1).kind == TokenKind::kLiteral && At(comma + 2).Is(")"),
+                At(comma + 1).kind == TokenKind::kLiteral && At(comma + 2).Is(")") && !At(comma + 3).Is("("),
             "FORMAT 需要一个值和一个格式");
     Describe({TextOfLiteral(At(comma + 1).text), ado::ColumnKind::kUnknown});
     formats_.push_back(begin);

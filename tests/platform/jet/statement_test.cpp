@@ -73,7 +73,7 @@ TEST(Statement, FormatIsRefusedWhereItCannotBeTakenOut) {
         "select iif(a,format(a,'0'),b) as x from t", "select *,format(a,'0') as x from t",
         "select t.*,format(a,'0') as x from t", "select format(format(a,'0'),'0') as x from t",
         "select format(a from t,'0') from t", "select format(*,'0') from t",
-        "update A02 set A0202=format(A0201,'0')"}) {
+        "select format(len,'0')(a) as x from t", "update A02 set A0202=format(A0201,'0')"}) {
     EXPECT_EQ(FailureOf(statement).number(), environment::kSyntaxError);
   }
 }
