@@ -60,6 +60,12 @@ TEST(Format, RoundsHalvesAwayFromZeroOnTheDigitsAsWritten) {
   EXPECT_EQ(Format(-0.4, "0"), "0");
 }
 
+TEST(Format, NumberIsTakenWithFifteenDigitsTextWithAll) {
+  EXPECT_EQ(Format(-123411111117.0447, "0.00"), "-123411111117.05");
+  EXPECT_EQ(Format("-123411111117.0447", "0.00"), "-123411111117.04");
+  EXPECT_EQ(Format(0.1 + 0.2, "0.################"), "0.3");
+}
+
 TEST(Format, PlacesBehindThePoint) {
   EXPECT_EQ(Format(1.5, "0.00"), "1.50");
   EXPECT_EQ(Format(1.5, "0.##"), "1.5");
