@@ -21,12 +21,17 @@ fs::path WorkingPhotos() {
 }
 
 void CopyPhotos(const fs::path& from, const fs::path& to) {
-  std::error_code error;
-  fs::create_directories(to, error);
-  for (const auto& entry : fs::directory_iterator(from, error)) {
-    const fs::path copy = to / entry.path().filename();
-    fs::copy_file(entry.path(), copy, fs::copy_options::skip_existing, error);
-    fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add, error);
+  try {
+    fs::create_directories(to);
+    for (const auto& entry : fs::directory_iterator(from)) {
+      const fs::path copy = to / entry.path().filename();
+      fs::copy_file(entry.path(), copy, fs::copy_options::skip_existing);
+      fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
+    }
+  } catch (const fs::filesystem_error& error) {
+    throw environment::Failure(environment::kPathAccess, "无法复制示例照片到 " + to.string() + "（" +
+                                                             error.code().message() +
+                                                             "），请用 --photos 指定照片所在的文件夹。");
   }
 }
 

@@ -14,10 +14,10 @@ std::filesystem::path WorkingDatabase();
 // The photographs of the sample persons as they were installed.
 std::filesystem::path SamplePhotos();
 // The folder of photographs that the program uses without --photos; made from the sample where it is
-// missing.
+// missing. Throws a Failure.
 std::filesystem::path WorkingPhotos();
-// Copies the photographs of one folder into another, which is made; those that are there stay. What
-// cannot be copied is left out: a person without a photograph is no failure.
+// Copies the photographs of one folder into another, which is made; those that are there stay. Throws
+// a Failure.
 void CopyPhotos(const std::filesystem::path& from, const std::filesystem::path& to);
 
 // Writes a fresh copy of the sample database over `target`. Throws a Failure.

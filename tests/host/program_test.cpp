@@ -78,6 +78,14 @@ TEST_F(Program, CreateSampleWhereNothingCanBeWrittenSaysSo) {
   EXPECT_NE(outcome.error.find("无法建立示例数据库"), std::string::npos) << outcome.error;
 }
 
+TEST_F(Program, PhotographsThatCannotBeCopiedAreToldAndExitWithOne) {
+  std::ofstream(In("photos")) << "a file where the folder should be";
+  const Outcome outcome = Run("--tour '" + In("").string() + "'");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_NE(outcome.error.find("无法复制示例照片到 " + In("photos").string()), std::string::npos)
+      << outcome.error;
+}
+
 TEST_F(Program, AMissingDatabaseIsNamedWithWhatToDo) {
   const Outcome outcome = Run("--new --database '" + In("none.db").string() + "'");
   EXPECT_EQ(outcome.code, 1);
