@@ -30,7 +30,7 @@ class Copy {
 };
 
 // A generated database of that many persons with that many records each in A02; made at its first use
-// and kept beside the program.
+// and kept in bench-data of the build folder.
 std::string GeneratedDatabase(int persons, int records);
 
 // Adds a code table "BIG" of that many codes in three levels, with captions of which every second one

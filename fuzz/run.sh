@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Runs the fuzz targets for some seconds each, two at a time: [SEED=number] fuzz/run.sh seconds [target...]
 # What they find goes to build/fuzz/artifacts and ends this with 1; their logs are in build/fuzz/logs.
-# Without SEED every run is another one.
+# With SEED a run is the same every time; without it goes on from what earlier runs gathered.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
-[ $# -gt 0 ] || { sed -n '2,4s/^# //p' "$0" >&2; exit 2; }
+[ $# -gt 0 ] || { sed -n '2,4s/^# //p' fuzz/run.sh >&2; exit 2; }
 seconds=$1
 shift
 [ $# -gt 0 ] || set -- $(ls fuzz/seeds)
@@ -12,6 +12,7 @@ mkdir -p build/fuzz/artifacts build/fuzz/logs
 
 fuzz_one() {
   local log=build/fuzz/logs/$2.log corpus=build/fuzz/corpus/$2
+  [ -z "${SEED:-}" ] || { corpus=build/fuzz/corpus-of-seed/$2 && rm -rf "$corpus"; }
   mkdir -p "$corpus"
   if build/fuzz/bin/"$2"_fuzz -max_total_time="$1" -timeout=10 -rss_limit_mb=1024 -print_final_stats=1 \
     -seed="${SEED:-0}" -artifact_prefix=build/fuzz/artifacts/"$2"- "$corpus" fuzz/seeds/"$2" >"$log" 2>&1; then

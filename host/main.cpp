@@ -12,6 +12,7 @@
 #include "host/tour/tour.h"
 #include "platform/ado/recordset.h"
 #include "platform/ado/tracing_connection.h"
+#include "platform/environment/failure.h"
 #include "shell/component.h"
 #include "shell/i_user_ctrl.h"
 
@@ -81,17 +82,26 @@ void ShowPeople(const std::shared_ptr<ado::Connection>& connection, const Option
     visit.person = request.person;
     visit.operation_type = request.person.empty() ? 0 : 3;
     visit.person_type = request.person_type;
-    return ShowVisit(connection, visit);
+    ShowVisit(connection, visit);
   });
   window.show();
   QApplication::exec();
 }
 
+bool IsSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value && *value;
+}
+
 // Windows need a display; the tour can do without.
 void ChooseDisplay(const Options& options) {
-  const bool display =
-      std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
-  if (!display && options.action == Options::Action::kTour) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  if (IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet("QT_QPA_PLATFORM")) return;
+  if (options.action != Options::Action::kTour) {
+    throw environment::Failure(
+        environment::kPathAccess,
+        "没有显示器：请设置 DISPLAY，或用 QT_QPA_PLATFORM=vnc 通过网络查看，或用 --tour DIR 播放演示。");
+  }
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
 }
 
 int Run(const Options& options) {

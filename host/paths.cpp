@@ -16,7 +16,8 @@ fs::path SamplePhotos() { return ProgramFolder().parent_path() / "share" / "phot
 
 fs::path WorkingPhotos() {
   fs::path working = ProgramFolder().parent_path() / "var" / "photos";
-  if (!fs::exists(working)) CopyPhotos(SamplePhotos(), working);
+  std::error_code error;
+  if (!fs::exists(working, error)) CopyPhotos(SamplePhotos(), working);
   return working;
 }
 
@@ -39,7 +40,7 @@ fs::path WorkingDatabase() {
   fs::path working = ProgramFolder().parent_path() / "var" / "dossier.db";
   std::error_code error;
   fs::create_directories(working.parent_path(), error);
-  if (!fs::exists(working)) CreateSample(working);
+  if (!fs::exists(working, error)) CreateSample(working);
   return working;
 }
 

@@ -27,7 +27,7 @@ QString Text(const ado::Recordset& rows, const char* column) {
 }  // namespace
 
 PeopleWindow::PeopleWindow(std::shared_ptr<ado::Connection> connection,
-                           std::function<bool(const VisitRequest&)> visit)
+                           std::function<void(const VisitRequest&)> visit)
     : connection_(std::move(connection)), visit_(std::move(visit)) {
   Build();
   Refresh();
@@ -136,10 +136,12 @@ void PeopleWindow::OpenSelected() {
 
 void PeopleWindow::Visit(const std::string& person) {
   try {
-    if (visit_({person, static_cast<std::int16_t>(person_type_->currentIndex() + 1)})) Refresh();
+    visit_({person, static_cast<std::int16_t>(person_type_->currentIndex() + 1)});
   } catch (const std::exception& failure) {
     QMessageBox::warning(this, windowTitle(), QString("无法维护此人：") + failure.what());
   }
+  // Whatever the visit returned: a deletion, or a save by a question, is not told.
+  Refresh();
 }
 
 }  // namespace dossierkit::host

@@ -27,8 +27,8 @@ struct VisitRequest {
 
 class PeopleWindow : public QWidget {
  public:
-  // `visit` opens the component and tells whether anything was saved; its failures are shown.
-  PeopleWindow(std::shared_ptr<ado::Connection> connection, std::function<bool(const VisitRequest&)> visit);
+  // `visit` opens the component; its failures are shown.
+  PeopleWindow(std::shared_ptr<ado::Connection> connection, std::function<void(const VisitRequest&)> visit);
 
  private:
   void Build();
@@ -38,7 +38,7 @@ class PeopleWindow : public QWidget {
   std::string SelectedPerson() const;
 
   std::shared_ptr<ado::Connection> connection_;
-  std::function<bool(const VisitRequest&)> visit_;
+  std::function<void(const VisitRequest&)> visit_;
   QLineEdit* search_ = nullptr;
   QComboBox* person_type_ = nullptr;
   QTableView* table_ = nullptr;

@@ -8,23 +8,22 @@ install_packages() {
   echo "== Installing: ${missing[*]}"
   local as_root=()
   if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || { echo "Please install these packages as root: ${missing[*]}" >&2; return 1; }
-    as_root=(sudo)
+    as_root=(sudo -n)
+    sudo -n true 2>/dev/null || { echo "Please install these packages as root: ${missing[*]}" >&2; return 1; }
   fi
-  # Another installation may hold the lock, and a mirror may stumble.
+  # Another installation may hold a lock (apt waits for some of them itself), and a mirror may stumble.
   local try
-  for try in 1 2 3; do
-    "${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 -qq update </dev/null &&
-      "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 -qq -y \
-        --no-install-recommends install "${missing[@]}" </dev/null >/dev/null && return 0
-    echo "   not yet; trying again ($try of 3)"
-    sleep 10
+  for try in 1 2 3 4 5 6; do
+    [ "$try" -eq 1 ] || { echo "   not yet; trying again ($try of 6)"; sleep 20; }
+    "${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 -qq update </dev/null || true
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 -qq -y \
+      --no-install-recommends install "${missing[@]}" </dev/null >/dev/null && return 0
   done
   echo "The packages could not be installed: ${missing[*]}" >&2
   return 1
 }
 
-build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libsqlite3-dev sqlite3 fonts-wqy-zenhei)
+build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-wayland libsqlite3-dev sqlite3 fonts-wqy-zenhei)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-format python3
   xvfb dbus at-spi2-core python3-pyatspi)
 # What the sanitizers, the static analysis and the fuzz targets need besides.

@@ -164,11 +164,12 @@ void fmGrpCod::lstDmCpt_KeyPress(char32_t KeyAscii) {
   if (KeyAscii == toolkit::kKeyReturn && lstDmCpt_->ListIndex() >= 0) cmdOK_Click();
 }
 
-// The shorthand of the row under the pointer; a row without one leaves the last.
+// The shorthand of the row under the pointer; a row without one leaves the last. Required: the bound
+// lets one row more through than there are, which no list reports.
 void fmGrpCod::lstDmCpt_MouseMove(int Button, int X, int Y) {
   if (Button != 0) return;
   const int row = lstDmCpt_->RowAt(X, Y);
-  if (row < 0) return;
+  if (row < 0 || row > lstDmCpt_->ListCount()) return;
   const std::string& shorthand = HndList_->at(static_cast<std::size_t>(row));
   if (!shorthand.empty()) lstDmCpt_->SetToolTipText("拼音输入代码： " + shorthand);
 }

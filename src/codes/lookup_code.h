@@ -9,8 +9,8 @@ namespace dossierkit {
 
 // Looks `text` up in item.CodeTable: a code, caption or shorthand that is exactly it, else the one
 // caption or shorthand that holds its characters in their order. Sets item.Dmcod and item.Dmcpt and
-// returns the caption; returns the empty text where not exactly one row was found, or a failure was
-// shown.
+// returns the caption; an exact row without a code gives its caption alone. Returns the empty text
+// where not exactly one row was found, or a failure was shown.
 std::string LookupCode(cFieldItem& item, const std::string& text);
 
 // The condition for rows whose caption or shorthand holds the characters of `text` in their order.

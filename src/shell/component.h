@@ -10,8 +10,8 @@
 
 namespace dossierkit {
 
-// Joins the component with the views of a platform and installs it as the one in use. One at a time;
-// it must outlive every use of IUserCtrl.
+// Joins the component with the views of a platform and installs it as the one in use. One at a time, for
+// a second one takes the place of the first; it must outlive every use of IUserCtrl.
 class Component {
  public:
   // `app_path` is the folder of the component, in which USER.ICO and xinxj.ico lie.

@@ -304,11 +304,13 @@ TEST_F(CodeTree, RequiredASecondRowOfAnInnerCodeToo) {
 }
 
 TEST_F(CodeTree, RequiredALevelOfTheSameLengthStylesTheNodeAddedLast) {
-  // Every row of the second level is there already: its look goes to the last node, row for row.
-  Levels("LEVELS", "1,1");
-  EXPECT_EQ(NodesOf("LEVELS"), (Statements{">G1|农学||grey", ">G2|工学|2|black"}));
+  // Every row of the third level is there already: its look, and the code it gives, go to the last node
+  // of the second, row for row.
+  Levels("LEVELS", "1,2,1");
+  EXPECT_EQ(NodesOf("LEVELS"),
+            Join({kTop, {"G1>G11|作物|11|black", "G1>G12|园艺|12|black", "G2>G21|材料|2|black"}}));
   Script("update LEVELS set dmattr=0 where dmcod='2'; update LEVELS set dmattr=1 where dmcod='1'");
-  EXPECT_EQ(NodesOf("LEVELS"), (Statements{">G1|农学|1|black", ">G2|工学||grey"}));
+  EXPECT_EQ(NodesOf("LEVELS").back(), "G2>G21|材料||grey");
 }
 
 TEST_F(CodeTree, ARowWhoseMarkCannotBeReadIsPlainAndNotSelectable) {

@@ -80,7 +80,7 @@ TEST_F(PickerSearch, ASecondSearchReplacesTheList) {
   });
 }
 
-TEST_F(PickerSearch, AFailingSearchEndsTheWindowAndIsThrown) {
+TEST_F(PickerSearch, RequiredAFailingSearchEndsTheWindowAndIsThrown) {
   EXPECT_EQ(FailureOf([&] {
               Show("LEVELS", "", [&] {
                 visit.user.SelectTab("Tab1", 1);

@@ -34,11 +34,11 @@ class Program : public testing::Test {
   Program() { fs::create_directories(folder_); }
   ~Program() override { fs::remove_all(folder_); }
 
-  Outcome Run(const std::string& arguments) {
+  Outcome Run(const std::string& arguments, const std::string& before = {}) {
     const fs::path out = folder_ / "out";
     const fs::path error = folder_ / "error";
-    const std::string command = std::string(DOSSIER_PROGRAM) + " " + arguments + " >'" + out.string() +
-                                "' 2>'" + error.string() + "' </dev/null";
+    const std::string command = before + DOSSIER_PROGRAM + " " + arguments + " >'" + out.string() + "' 2>'" +
+                                error.string() + "' </dev/null";
     const int status = std::system(command.c_str());
     return {WEXITSTATUS(status), Read(out), Read(error)};
   }
@@ -84,6 +84,12 @@ TEST_F(Program, PhotographsThatCannotBeCopiedAreToldAndExitWithOne) {
   EXPECT_EQ(outcome.code, 1);
   EXPECT_NE(outcome.error.find("无法复制示例照片到 " + In("photos").string()), std::string::npos)
       << outcome.error;
+}
+
+TEST_F(Program, WithoutADisplayItSaysWhatToDo) {
+  const Outcome outcome = Run("--new", "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM ");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_NE(outcome.error.find("QT_QPA_PLATFORM=vnc"), std::string::npos) << outcome.error;
 }
 
 TEST_F(Program, AMissingDatabaseIsNamedWithWhatToDo) {

@@ -38,6 +38,11 @@ class PickerLook : public testing::TestWithParam<double> {
   static QRect PlaceOf(const QWidget& widget, const QWidget& content) {
     return {widget.mapTo(&content, QPoint(0, 0)), widget.size()};
   }
+  static void ExpectAbove(const QWidget& content, const char* upper, const char* lower) {
+    EXPECT_LT(PlaceOf(*content.findChild<QWidget*>(upper), content).bottom(),
+              PlaceOf(*content.findChild<QWidget*>(lower), content).top())
+        << upper << " above " << lower;
+  }
   static void ExpectApart(const QWidget& content, const std::vector<const char*>& names) {
     for (const char* name : names) {
       const auto* part = content.findChild<QWidget*>(name);
@@ -58,6 +63,7 @@ class PickerLook : public testing::TestWithParam<double> {
 TEST_P(PickerLook, TheTreeStandsAloneAboveTheButtons) {
   Look("", [](QWidget& content) {
     ExpectApart(content, {"tvGrpCod", "cmdOK", "cmdCancel", "cmdDel"});
+    for (const char* button : {"cmdOK", "cmdCancel", "cmdDel"}) ExpectAbove(content, "tvGrpCod", button);
     EXPECT_FALSE(content.findChild<QWidget*>("lstDmCpt")->isVisible());
     const char* file = std::getenv("QT_TESTS_PICKER");
     EXPECT_TRUE(!file || content.grab().save(file));
@@ -67,6 +73,8 @@ TEST_P(PickerLook, TheTreeStandsAloneAboveTheButtons) {
 TEST_P(PickerLook, TheListStandsBelowItsBox) {
   Look("bjs", [](const QWidget& content) {
     ExpectApart(content, {"txtDm", "lstDmCpt", "cmdOK", "cmdCancel", "cmdDel"});
+    ExpectAbove(content, "txtDm", "lstDmCpt");
+    for (const char* button : {"cmdOK", "cmdCancel", "cmdDel"}) ExpectAbove(content, "lstDmCpt", button);
     EXPECT_FALSE(content.findChild<QWidget*>("tvGrpCod")->isVisible());
   });
 }

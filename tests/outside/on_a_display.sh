@@ -3,6 +3,6 @@
 set -euo pipefail
 # Xvfb tells the number of its display as soon as programs can connect to it.
 coproc display { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 2>/dev/null; }
-trap 'kill "$display_PID"' EXIT
-read -r number <&"${display[0]}"
+trap 'kill "${display_PID:-}" 2>/dev/null || true' EXIT
+read -r -t 60 number <&"${display[0]}" || { echo "on_a_display: Xvfb does not start" >&2; exit 1; }
 DISPLAY=":$number" dbus-run-session -- "$@"

@@ -169,10 +169,12 @@ TEST_F(CheckFieldRuleTest, ThePresentDateIsReadEachTime) {
 
 // --- bounds of a text ----------------------------------------------------------------------------
 
-TEST_F(CheckFieldRuleTest, ATextBetweenTheBoundsPasses) {
+TEST_F(CheckFieldRuleTest, ATextBetweenTheBoundsPassesAndNoOther) {
   const Rule rule = {"B 1000,2000", "Varchar", "", "数"};
-  for (const char* value : {"1000", "1500", "2000", "10000", "1"}) {
-    EXPECT_EQ(Of(rule, value), std::string(value) == "1" ? "数应该在1000至2000之间。" : "") << value;
+  for (const char* value : {"1000", "1500", "2000", "10000"}) EXPECT_EQ(Of(rule, value), "") << value;
+  for (const char* value : {"1", "999", "2001"}) {
+    // "999" lies above "2000" as a text.
+    EXPECT_EQ(Of(rule, value), "数应该在1000至2000之间。") << value;
   }
 }
 

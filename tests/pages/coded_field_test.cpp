@@ -1,4 +1,5 @@
 // Coded fields: typed, double-clicked, and every way out of the picker.
+#include "pages/page_design.h"
 #include "tests/pages/entry_test.h"
 
 namespace dossierkit::tests {
@@ -76,7 +77,7 @@ TEST_F(CodedField, ARuleDoesNotApplyToIt) {
   EXPECT_TRUE(Shown().empty());
 }
 
-TEST_F(CodedField, AnUnresolvedTextOpensThePickerOnIt) {
+TEST_F(CodedField, RequiredAnUnresolvedTextOpensThePickerOnItAndCancelEmptiesTheField) {
   Open([&] {
     InPicker([&] {
       const fmGrpCod& picker = CodePicker();
@@ -222,10 +223,54 @@ TEST_F(CodedField, ADoubleClickOnAPlainFieldDoesNothing) {
   Open([&] {
     EXPECT_TRUE(During([&] {
                   visit.user.DoubleClick("A01_A0101_v");
-                  visit.user.DoubleClick("A01_A0104_v");
-                  visit.user.DoubleClick("A01_A0102_c");
+                  visit.user.DoubleClick("A01_A0140_v");
                 }).empty());
     EXPECT_FALSE(visit.runtime.picker);
+  });
+}
+
+// The basic data with a second box on the field of the sex, whose name has not the ending of a value.
+class PageWithAnotherBox : public ctrlUser {
+ public:
+  explicit PageWithAnotherBox(const std::string& name) : ctrlUser(name, *FindPageDesign("A01")) {
+    Controls().Make<toolkit::TextBox>("A01_A0102_x")->SetTabIndex(900);
+  }
+};
+
+TEST_F(CodedField, ABoxWithoutTheEndingOfAValueIsNeitherCheckedNorChosenFor) {
+  visit.desktop.RegisterClass("DossierKit.ctrlUserA01", [](const std::string& name) {
+    return std::make_shared<PageWithAnotherBox>(name);
+  });
+  Open([&] {
+    visit.OnShow().WhInfo().IsChange = true;
+    visit.user.Find("A01_A0102_x")->SetFocus();
+    visit.user.Type("nx");
+    EXPECT_TRUE(During([&] {
+                  visit.user.DoubleClick("A01_A0102_x");
+                  visit.user.Find("A01_A0101_v")->SetFocus();
+                }).empty());
+    EXPECT_EQ(visit.Focus(), "A01_A0101_v");
+    EXPECT_FALSE(visit.runtime.picker);
+    EXPECT_EQ(Item("A01_A0102"), "1|男性");
+  });
+}
+
+TEST_F(CodedField, AfterAFillThatFailedLeavingChecksNothingAndADoubleClickChooses) {
+  Open([&] {
+    Enter("A01_A0101", "新名");
+    auto& first = *visit.OnShow().FieldItems()->Item("A01_A0101");
+    first.FieldType = "Varchar";
+    first.FieldLength = "viele";
+    EXPECT_EQ(FailureOf([&] { visit.OnShow().setCtrl(visit.OnShow().FieldItems()); }),
+              environment::kTypeMismatch);
+    EXPECT_TRUE(Changed());
+    Enter("A01_A0102", "nx");
+    EXPECT_TRUE(During([&] { visit.user.Tab(); }).empty());
+    EXPECT_EQ(visit.Text("A01_A0102").Text(), "nx");
+    EXPECT_EQ(Item("A01_A0102"), "1|男性");
+    InPicker([&] { SearchFemale(visit), visit.user.Click("cmdOK"); });
+    visit.user.DoubleClick("A01_A0102_v");
+    EXPECT_EQ(Item("A01_A0102"), "2|女性");
   });
 }
 
@@ -252,7 +297,7 @@ TEST_F(CodedField, AFormerChoiceDoesNotComeBack) {
   });
 }
 
-TEST_F(CodedField, AStoredCodeThatTheTableLacksIsShownBareAndEmptiedByCancel) {
+TEST_F(CodedField, RequiredAStoredCodeThatTheTableLacksIsShownBareAndEmptiedByCancel) {
   Script("update A01 set A0102='7' where A00='" + kPerson + "'");
   Open([&] {
     EXPECT_EQ(visit.Text("A01_A0102").Text(), "7");
@@ -333,6 +378,25 @@ TEST_F(CodedField, RequiredEnterInTheLastFieldWritesTheFormerCode) {
   EXPECT_EQ(Value("select A0204 from A02 where A0299=1 and A00='" + kPerson + "'"), "409");
 }
 
+TEST_F(CodedField, RequiredASaveByAQuestionWritesTheFormerCode) {
+  struct Way {
+    const char* button;
+    int questions;
+  };
+  for (const auto& [button, questions] : {Way{"Exit", 1}, Way{"Cancel", 2}}) {
+    const std::string school = std::string("新学校") + button;
+    Open([&, button = button, questions = questions] {
+      visit.GoTo("A02");
+      EnterAndLeave("A02_A0202", school);
+      Enter("A02_A0204", "nxssxw");
+      for (int i = 0; i < questions; ++i) visit.platform.WillAnswer(toolkit::kAnswerYes);
+      visit.user.ClickToolbar(button);
+    });
+    EXPECT_EQ(Value("select A0204 from A02 where A0202='" + school + "' and A00='" + kPerson + "'"), "409")
+        << button;
+  }
+}
+
 // --- hazards -------------------------------------------------------------------------------------
 
 TEST_F(CodedField, RequiredAnotherCodeOfTheSameCaptionIsNoChangeAndIsLostUnasked) {
@@ -376,7 +440,7 @@ TEST_F(CodedField, RequiredAnUntouchedAmbiguousCaptionOpensThePickerAfterAnEditA
 
 // --- failures ------------------------------------------------------------------------------------
 
-TEST_F(CodedField, AFailingSearchLeavesThePickerAndTheVisit) {
+TEST_F(CodedField, RequiredAFailingSearchLeavesThePickerAndTheVisit) {
   for (const bool typed : {false, true}) {
     EXPECT_EQ(FailureOf([&] {
                 Open([&] {

@@ -225,7 +225,7 @@ TEST_F(FieldEntry, APassingTextLeavesTheItemAlone) {
   });
 }
 
-TEST_F(FieldEntry, ARuleThatCannotBeReadEndsTheVisit) {
+TEST_F(FieldEntry, RequiredARuleThatCannotBeReadEndsTheVisit) {
   for (const auto& [check, number] : std::vector<std::pair<std::string, int>>{{"L x", 13}, {"B 1", 9}}) {
     Script("update s_infoitem set \"Check\"='" + check + "' where itemname='A0119'");
     EXPECT_EQ(FailureOf([&] { Open([&] { EnterAndLeave("A01_A0119", "1"); }); }), number) << check;

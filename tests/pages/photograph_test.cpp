@@ -99,6 +99,15 @@ TEST_F(PhotographOfPage, RequiredARefillWithoutTheFileLeavesThePictureThatWasThe
   });
 }
 
+TEST_F(PhotographOfPage, RequiredANewPersonShowsThePhotographOfTheOneBefore) {
+  visit.Open([&] {
+    visit.user.ClickToolbar("Add");
+    EXPECT_EQ(visit.Text("A01_A0101").Text(), "");
+    EXPECT_EQ(Shown("imgPerson"), "old");
+    EXPECT_FALSE(std::filesystem::exists(Photo(visit.OnShow().WhInfo().personID)));
+  });
+}
+
 TEST_F(PhotographOfPage, WithoutAFileNothingIsShown) {
   RemovePhoto();
   visit.Open([&] { EXPECT_EQ(Shown("imgPerson"), ""); });

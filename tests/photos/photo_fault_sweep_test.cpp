@@ -117,7 +117,7 @@ INSTANTIATE_TEST_SUITE_P(Photographs, ChooseAndOkSweep, ::testing::Bool(),
                          [](const auto& with) { return with.param ? "Present" : "Absent"; });
 
 // The row goes in every case; the file goes unless the question for it or its deletion fails.
-TEST_F(PhotoFaultSweep, DeletionOfAPerson) {
+TEST_F(PhotoFaultSweep, RequiredThePersonGoesThoughTheFileCannot) {
   for (const auto& [number, description] : kFailures) {
     for (std::size_t k = 1; k <= 4; ++k) {
       SCOPED_TRACE("operation " + std::to_string(k) + ": " + description);

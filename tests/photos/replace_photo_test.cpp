@@ -142,7 +142,7 @@ TEST_F(ReplacePhoto, AWriteProtectedPhotographIsKept) {
   EXPECT_EQ(Shown(), (Messages{kQuestion, {"更新此人员的照片出错！原因是：拒绝的权限", 64, "照片预览"}}));
 }
 
-TEST_F(ReplacePhoto, AFolderThatDoesNotExistIsToldAndNotMade) {
+TEST_F(ReplacePhoto, RequiredAFolderThatDoesNotExistIsToldAndNotMade) {
   visit.component.PhotoPath = folder.Photos().string() + "-none";
   Preview([&] {
     ChooseNew();

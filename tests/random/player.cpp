@@ -49,7 +49,7 @@ struct Key {
   int key;
   int shift;
 };
-constexpr std::array<Key, 26> kKeys = {{
+constexpr std::array<Key, 24> kKeys = {{
     {"Enter", toolkit::kKeyReturn, 0},
     {"Esc", toolkit::kKeyEscape, 0},
     {"Back", toolkit::kKeyBack, 0},
@@ -74,8 +74,6 @@ constexpr std::array<Key, 26> kKeys = {{
     {"Alt+X", 'X', toolkit::kAlt},
     {"Tab", toolkit::kKeyTab, 0},
     {"BackTab", toolkit::kKeyTab, toolkit::kShift},
-    {"PageUp", 33, 0},
-    {"PageDown", 34, 0},
 }};
 
 // What a file dialog gives; the empty name is its Cancel.

@@ -246,7 +246,7 @@ TEST_F(DeleteCommand, RequiredAPersonIsDeletedFromTheBasicSetAloneAndAFreshOneBe
 
 // --- failures ----------------------------------------------------------------------------------------------
 
-TEST_F(DeleteCommand, AFailureInTheMiddleLeavesTheStepsDone) {
+TEST_F(DeleteCommand, RequiredAFailureInTheMiddleLeavesTheStepsDone) {
   const std::vector<Statements> left = {
       {"1", "2", "3", "4"},                   // the delete failed
       {"2", "3", "4"},                        // the reading failed

@@ -40,19 +40,6 @@ void RequireSight(const Control& control) {
   if (toolkit::OnHiddenTab(control)) throw std::logic_error(control.Name() + " is on a hidden tab");
 }
 
-char32_t Decode(const std::string& character) {
-  const auto byte = [&](std::size_t i) {
-    return static_cast<char32_t>(static_cast<unsigned char>(character.at(i)));
-  };
-  switch (character.size()) {
-    case 1: return byte(0);
-    case 2: return (byte(0) & 0x1F) << 6 | (byte(1) & 0x3F);
-    case 3: return (byte(0) & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F);
-    default:
-      return (byte(0) & 0x07) << 18 | (byte(1) & 0x3F) << 12 | (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F);
-  }
-}
-
 }  // namespace
 
 toolkit::Form& HeadlessUser::Window() {
@@ -134,7 +121,8 @@ void HeadlessUser::SelectTab(const std::string& name, int tab) {
 
 void HeadlessUser::Type(const std::string& text) {
   for (const auto& character : environment::Characters(text)) {
-    const char32_t code = Decode(character);
+    std::size_t position = 0;
+    const char32_t code = environment::NextCharacter(character, position);
     // Beyond ASCII it is the committed text of an input method: no key goes down.
     if (code >= 0x80 || Window().UserKeyDown(static_cast<int>(environment::UpperCase(character)[0]), 0)) {
       TypeCharacter(code);

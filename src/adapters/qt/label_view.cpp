@@ -21,9 +21,7 @@ LabelView::LabelView(ViewContext& context, toolkit::Label& label)
 void LabelView::ShowStyle() {
   WidgetView::ShowStyle();
   native_->setWordWrap(label_.WordWrap());
-  const Qt::Alignment across = label_.AlignRight()    ? Qt::AlignRight
-                               : label_.AlignCenter() ? Qt::AlignHCenter
-                                                      : Qt::AlignLeft;
+  const Qt::Alignment across = label_.AlignCenter() ? Qt::AlignHCenter : Qt::AlignLeft;
   native_->setAlignment(across | (label_.WordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
   native_->setAutoFillBackground(label_.Opaque());
   native_->setMargin(label_.Opaque() && label_.WordWrap() ? GetMetrics().Scaled(kPadding) : 0);

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <cstdlib>
+#include <stdexcept>
 
 #include "adapters/qt/create_view.h"
 #include "adapters/qt/file_dialog.h"
@@ -38,6 +39,11 @@ void UseFonts(const std::string& share_folder) {
   if (QFileInfo(ToQString(fonts)).isFile()) setenv("FONTCONFIG_FILE", fonts.c_str(), 0);
 }
 
+QtApplication& TheApplication() {
+  if (auto* application = dynamic_cast<QtApplication*>(QCoreApplication::instance())) return *application;
+  throw std::logic_error("another QApplication exists: the first QtPlatform makes the program's one");
+}
+
 }  // namespace
 
 struct QtPlatform::Parts {
@@ -46,9 +52,7 @@ struct QtPlatform::Parts {
   ViewContext context;
 
   Parts(const QtOptions& options, const std::string& share_folder, std::unique_ptr<QtApplication> made)
-      : owned(std::move(made)),
-        context{*static_cast<QtApplication*>(QCoreApplication::instance()), Metrics(options.scale),
-                share_folder + "/icons"} {
+      : owned(std::move(made)), context{TheApplication(), Metrics(options.scale), share_folder + "/icons"} {
     if (!owned) return;
     translator = std::make_unique<Translator>();
     owned->installTranslator(translator.get());

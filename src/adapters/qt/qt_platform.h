@@ -13,8 +13,9 @@ struct QtOptions {
   std::string share_folder;  // holds icons/ and fonts.conf; empty: ../share beside the program's folder
 };
 
-// The first one makes the program's one application object and ends it; a later one, with a scale of
-// its own, must end before the first.
+// The first one makes the program's one application object, a QApplication of its own kind, and ends it:
+// a program that uses Qt itself makes its QtPlatform first and no QApplication. Throws std::logic_error
+// where there is another. A later one, with a scale of its own, must end before the first.
 class QtPlatform : public toolkit::Platform {
  public:
   explicit QtPlatform(const QtOptions& options = {});

@@ -18,10 +18,6 @@
 namespace dossierkit::qt {
 namespace {
 
-// What border and title add to the client area, in twips: the same on every desktop.
-constexpr int kBorderWidth = 120;
-constexpr int kBorderHeight = 405;
-
 class Window : public QWidget {
  public:
   Window(QtApplication& application, QWidget* parent)
@@ -158,7 +154,8 @@ void WindowView::Resized() {
       client.width() == design.width() ? GetForm().DesignWidth() : metrics.Twips(client.width());
   const int height =
       client.height() == design.height() ? GetForm().DesignHeight() : metrics.Twips(client.height());
-  Context().application.Guard([&] { GetForm().UserResize(width + kBorderWidth, height + kBorderHeight); });
+  Context().application.Guard(
+      [&] { GetForm().UserResize(width + toolkit::kBorderWidth, height + toolkit::kBorderHeight); });
 }
 
 void WindowView::ShowPlacement() {

@@ -18,7 +18,7 @@ enum CursorType { kOpenStatic = 3 };
 enum LockType { kLockUnspecified = -1 };
 enum CommandType { kCmdText = 1 };
 enum ObjectState { kStateClosed = 0, kStateOpen = 1 };
-enum EventStatus { kStatusOk = 1, kStatusErrorsOccurred = 2, kStatusCancel = 4 };
+enum EventStatus { kStatusOk = 1, kStatusCancel = 4 };
 enum EventReason { kReasonMove = 10, kReasonMoveFirst = 12, kReasonMoveNext = 13, kReasonMovePrevious = 14 };
 
 // One class for all engines. Rows are numbered from 1 in AbsolutePosition (-1 without rows, -2 at

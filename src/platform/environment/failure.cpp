@@ -22,7 +22,6 @@ const char* DescriptionOf(int number) {
     case kObjectUnloaded: return "对象已卸载";
     case kInvalidPropertyValue: return "属性值无效";
     case kAlreadyShown: return "窗体已显示，不能再以模态方式显示";
-    case kObjectRequired: return "要求对象";
     case kDuplicateKey: return "此键已经与该集合的一个元素关联";
     case kInvalidPicture: return "无效图片";
     case kUnknownClass: return "无法创建控件，没有这个类";

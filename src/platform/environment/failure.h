@@ -38,7 +38,6 @@ inline constexpr int kInvalidUseOfNull = 94;
 inline constexpr int kObjectUnloaded = 364;
 inline constexpr int kInvalidPropertyValue = 380;
 inline constexpr int kAlreadyShown = 400;
-inline constexpr int kObjectRequired = 424;
 inline constexpr int kDuplicateKey = 457;
 inline constexpr int kInvalidPicture = 481;
 inline constexpr int kUnknownClass = 731;

@@ -7,7 +7,7 @@
 namespace dossierkit::files {
 
 // Paths are UTF-8; a backslash separates folders on every system. Each may throw a Failure
-// (53 not found, 70 permission denied, 75 path or access, 76 path not found).
+// (53 not found, 61 disk full, 70 permission denied, 75 path or access, 76 path not found).
 class Files {
  public:
   virtual ~Files() = default;

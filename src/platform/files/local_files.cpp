@@ -94,19 +94,21 @@ void LocalFiles::CopyFile(const std::string& source, const std::string& target, 
   if (fs::equivalent(from, to, error)) throw MakeFailure(environment::kPermissionDenied);
 
   // Copied beside the target and put in its place at once: a copy that fails half way leaves the
-  // old file as it was.
+  // old file as it was. Where the folder takes no second file the target itself is written.
   fs::path half = to;
   half += ".part";
+  const bool beside = std::ofstream(half).good();
+  const fs::path& copy = beside ? half : to;
+  if (!beside) std::ofstream(to, std::ios::app).close();
   // The rights are those of the replaced file, or of any new one: a source that nobody else may read, or
   // nobody may write, must not make such a copy.
-  std::ofstream(half).close();
   const fs::perms rights = fs::status(fs::exists(to, error) ? to : half, error).permissions();
-  fs::copy_file(from, half, fs::copy_options::overwrite_existing, error);
-  if (!error) fs::permissions(half, rights, error);
-  if (!error) fs::rename(half, to, error);
+  fs::copy_file(from, copy, fs::copy_options::overwrite_existing, error);
+  if (!error) fs::permissions(copy, rights, error);
+  if (!error && beside) fs::rename(half, to, error);
   if (!error) return;
   std::error_code ignored;
-  fs::remove(half, ignored);
+  if (beside) fs::remove(half, ignored);
   Fail(error);
 }
 

@@ -27,8 +27,6 @@ class Label : public CaptionedControl {
   bool FontBold() const { return GetFont().bold; }
   void SetFontBold(bool bold);
   // Text at the right edge; for captions in front of their boxes.
-  bool AlignRight() const { return align_right_; }
-  void SetAlignRight(bool right) { align_right_ = right; }
   bool AlignCenter() const { return align_center_; }
   void SetAlignCenter(bool center) { align_center_ = center; }
   bool WordWrap() const { return word_wrap_; }
@@ -37,7 +35,6 @@ class Label : public CaptionedControl {
   void SetOpaque(bool opaque) { opaque_ = opaque; }
 
  private:
-  bool align_right_ = false;
   bool align_center_ = false;
   bool word_wrap_ = false;
   bool opaque_ = false;

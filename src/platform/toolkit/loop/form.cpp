@@ -7,13 +7,6 @@
 #include "platform/toolkit/loop/desktop.h"
 
 namespace dossierkit::toolkit {
-namespace {
-
-// What a window's border and title add to its client area, in twips.
-constexpr int kBorderWidth = 120;
-constexpr int kBorderHeight = 405;
-
-}  // namespace
 
 Form::Form(Desktop& desktop, std::string name) : Control(Kind::kForm, std::move(name)), desktop_(desktop) {}
 

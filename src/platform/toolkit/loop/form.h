@@ -16,6 +16,10 @@ namespace dossierkit::toolkit {
 class Desktop;
 class UserControl;
 
+// What border and title add to the client area, in twips: the same on every desktop.
+inline constexpr int kBorderWidth = 120;
+inline constexpr int kBorderHeight = 405;
+
 // A derived window builds its controls in BuildDesign. Its own variables survive unloading; the
 // controls do not. A window must live in a shared pointer while shown.
 class Form : public Control {
