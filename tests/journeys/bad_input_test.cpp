@@ -252,7 +252,7 @@ TEST(BadInput, TextThatIsNoUtf8IsShownWithReplacementCharacters) {
             "b");
 }
 
-TEST(BadInput, RubbishInAColumnOfADateOrANumberIsShownOrRefusedButNeverCrashes) {
+TEST(BadInput, RubbishInAColumnOfADateOrANumberIsShownAndRefusedByASave) {
   Visit visit;
   visit.database->RunScript("update A04 set A0401='gestern'" + kOfPerson +
                             " and A0499=1;"
@@ -261,12 +261,14 @@ TEST(BadInput, RubbishInAColumnOfADateOrANumberIsShownOrRefusedButNeverCrashes) 
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     visit.user.ClickRow(4);
-    visit.user.ClickRow(1);
+    EXPECT_EQ(visit.Masked("A04_A0401").Text(), "gestern");
+    visit.user.ClickToolbar("Save");
     visit.GoTo("A13");
     EXPECT_EQ(visit.Text("A13_A1302").Text(), "viel");
     visit.user.ClickToolbar("Save");
   });
-  EXPECT_EQ(visit.Messages(), (Texts{"硕士数量 数据应该输入数字"}));
+  EXPECT_EQ(visit.Messages(),
+            (Texts{"起始年月 数据应该是日期型，例如1990年03月", "硕士数量 数据应该输入数字"}));
 }
 
 }  // namespace
