@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the fuzz targets for some seconds each, two at a time: [SEED=number] fuzz/run.sh seconds [target...]
 # What they find goes to build/fuzz/artifacts and ends this with 1; their logs are in build/fuzz/logs.
-# With SEED a run is the same every time; without it goes on from what earlier runs gathered.
+# With SEED every run takes the same way; without it each goes on from what earlier ones gathered.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 [ $# -gt 0 ] || { sed -n '2,4s/^# //p' fuzz/run.sh >&2; exit 2; }

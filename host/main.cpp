@@ -95,7 +95,7 @@ bool IsSet(const char* variable) {
 
 // Windows need a display; the tour can do without.
 void ChooseDisplay(const Options& options) {
-  if (IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet("QT_QPA_PLATFORM")) return;
+  if (IsSet("DISPLAY") || IsSet("QT_QPA_PLATFORM")) return;
   if (options.action != Options::Action::kTour) {
     throw environment::Failure(
         environment::kPathAccess,

@@ -23,7 +23,7 @@ install_packages() {
   return 1
 }
 
-build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-wayland libsqlite3-dev sqlite3 fonts-wqy-zenhei)
+build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libsqlite3-dev sqlite3 fonts-wqy-zenhei)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-format python3
   xvfb dbus at-spi2-core python3-pyatspi)
 # What the sanitizers, the static analysis and the fuzz targets need besides.
