@@ -26,7 +26,10 @@ void CopyPhotos(const fs::path& from, const fs::path& to) {
     fs::create_directories(to);
     for (const auto& entry : fs::directory_iterator(from)) {
       const fs::path copy = to / entry.path().filename();
-      fs::copy_file(entry.path(), copy, fs::copy_options::skip_existing);
+      std::error_code error;
+      fs::copy_file(entry.path(), copy, fs::copy_options::skip_existing, error);
+      // Another program may just have copied it.
+      if (error && error != std::errc::file_exists) throw fs::filesystem_error({}, copy, error);
       fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
     }
   } catch (const fs::filesystem_error& error) {

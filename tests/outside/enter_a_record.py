@@ -16,7 +16,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 import pyatspi
 
-PATIENCE = 20  # seconds until a window or control that does not come is given up
+PATIENCE = 60  # seconds until a window or control that does not come is given up
 PERSON = "陆怀谷"
 RETURN = 0xFF0D
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Runs a command on an X display and a session bus of its own: on_a_display.sh command...
 set -euo pipefail
-# Xvfb tells the number of its display as soon as programs can connect to it.
-coproc display { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 2>/dev/null; }
+# Xvfb tells the number of its display as soon as programs can connect to it. Without -noreset it begins
+# anew, and drops whoever is connecting, when its first client leaves.
+coproc display { exec Xvfb -displayfd 1 -noreset -screen 0 1280x1024x24 2>/dev/null; }
 trap 'kill "${display_PID:-}" 2>/dev/null || true' EXIT
 read -r -t 60 number <&"${display[0]}" || { echo "on_a_display: Xvfb does not start" >&2; exit 1; }
 DISPLAY=":$number" dbus-run-session -- "$@"

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <QCheckBox>
 #include <QImage>
 #include <QLabel>
@@ -114,7 +116,8 @@ TEST_F(QtControls, ACommandButtonIsClickedByMouseBlankAndEnter) {
 }
 
 TEST_F(QtControls, AnImageLoadsAJpegOrFails) {
-  const auto folder = std::filesystem::temp_directory_path() / "dossierkit-qt-pictures";
+  const auto folder =
+      std::filesystem::temp_directory_path() / ("dossierkit-qt-pictures-" + std::to_string(getpid()));
   std::filesystem::create_directories(folder);
   QImage image(8, 8, QImage::Format_RGB32);
   image.fill(Qt::red);

@@ -1,8 +1,11 @@
 // Reading of picture files: what a camera or a program may have made of a JPEG.
 #include "adapters/qt/pictures.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
+#include <string>
 
 #include "adapters/qt/texts.h"
 #include "platform/environment/failure.h"
@@ -66,7 +69,8 @@ class PictureFile : public ::testing::Test {
     std::ofstream(path_, std::ios::binary) << bytes;
     return FailureOf(path_.string());
   }
-  std::filesystem::path path_ = std::filesystem::temp_directory_path() / "dossierkit-照片 文件.jpg";
+  std::filesystem::path path_ =
+      std::filesystem::temp_directory_path() / ("dossierkit-照片 文件-" + std::to_string(getpid()) + ".jpg");
 };
 
 TEST_F(PictureFile, AnEmptyFileIsRefused) { EXPECT_EQ(FailureOfBytes(""), 481); }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -37,7 +38,7 @@ class LocalFilesTest : public testing::Test {
  protected:
   LocalFilesTest() {
     const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-    folder_ = fs::path(testing::TempDir()) / ("dossierkit-" + name) / "照片";
+    folder_ = fs::path(testing::TempDir()) / ("dossierkit-" + std::to_string(getpid()) + "-" + name) / "照片";
     fs::remove_all(folder_.parent_path());
     fs::create_directories(folder_);
   }
