@@ -118,6 +118,27 @@ TEST_F(FmGrpCod, OpensOnTheTreeWithItsFirstNodeSelectedAndClosed) {
   });
 }
 
+class ActivatedAgain : public fmGrpCod {
+ public:
+  using fmGrpCod::fmGrpCod;
+  using fmGrpCod::Form_Activate;
+};
+
+TEST_F(FmGrpCod, AnActivationClosesTheSelectedNodeAndGivesTheTreeTheFocus) {
+  const auto picker = std::make_shared<ActivatedAgain>(visit.desktop);
+  picker->DmGrp = "LEVELS";
+  visit.platform.WillRun([&](toolkit::Form&) {
+    visit.user.Press(kKeyRight);
+    EXPECT_TRUE(Tree().SelectedNode().Expanded());
+    visit.user.Find("cmdOK")->SetFocus();
+    picker->Form_Activate();
+    EXPECT_EQ(Focused(), "tvGrpCod");
+    EXPECT_EQ(Selected(), "G1");
+    EXPECT_FALSE(Tree().SelectedNode().Expanded());
+  });
+  picker->ShowModal();
+}
+
 TEST_F(FmGrpCod, RequiredTheFocusIsOnTheTreeOfTheHiddenTabBehindASearch) {
   Show("LEVELS", "sd", [&] {
     EXPECT_EQ(FrontTab(), 1);

@@ -1,6 +1,8 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 
 #include "platform/environment/failure.h"
@@ -238,6 +240,26 @@ TEST_F(QtWindows, ABusyPointerShowsInALongEvent) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return !message.empty(); }));
     EXPECT_FALSE(QApplication::overrideCursor());
   });
+}
+
+// Ends the process, of which there is one to an application: 3 where the platform refused the host's.
+void MakePlatformBesideAnApplication() {
+  Stage::the_platform->~QtPlatform();
+  int count = 1;
+  char name[] = "host";
+  char* arguments[] = {name, nullptr};
+  const QApplication host(count, arguments);
+  try {
+    const QtPlatform platform;
+  } catch (const std::logic_error& refusal) {
+    std::fputs(refusal.what(), stderr);
+    std::_Exit(3);
+  }
+  std::_Exit(0);
+}
+
+TEST(QtPlatformDeathTest, AnApplicationOfTheHostIsRefused) {
+  EXPECT_EXIT(MakePlatformBesideAnApplication(), ::testing::ExitedWithCode(3), "another QApplication exists");
 }
 
 TEST_F(QtWindows, AFileIsChosenThatNeedNotExist) {

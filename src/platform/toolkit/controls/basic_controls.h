@@ -26,7 +26,6 @@ class Label : public CaptionedControl {
   explicit Label(std::string name) : CaptionedControl(Kind::kLabel, std::move(name)) {}
   bool FontBold() const { return GetFont().bold; }
   void SetFontBold(bool bold);
-  // Text at the right edge; for captions in front of their boxes.
   bool AlignCenter() const { return align_center_; }
   void SetAlignCenter(bool center) { align_center_ = center; }
   bool WordWrap() const { return word_wrap_; }
