@@ -5,6 +5,7 @@
 #include "bench/measure.h"
 #include "codes/lookup_code.h"
 #include "platform/environment/failure.h"
+#include "tests/support/paths.h"
 
 namespace dossierkit::bench {
 namespace {
@@ -24,7 +25,7 @@ void ChangeSets(Samples& samples, const std::string& database, int changes) {
 }
 
 void ChangeOfSet(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   Samples samples;
   for (auto _ : state) {
     ChangeSets(samples, copy.Path(), kChanges);
@@ -37,7 +38,7 @@ BENCHMARK(ChangeOfSet)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillise
 // 100,000 persons, 1,000,000 rows in A02; `times` is the time in those of the sample database. The two
 // take turns, so that nothing else on the machine slows down one of them alone.
 void ChangeOfSetLarge(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   const std::string large = GeneratedDatabase(100'000, 10);
   Samples warm;
   Samples sample;
@@ -58,7 +59,7 @@ BENCHMARK(ChangeOfSetLarge)->UseManualTime()->Iterations(1)->Unit(benchmark::kMi
 // The toolbar's Save on an edited record of a person who has five, with the reload and the next new
 // record, on the disk.
 void SaveOfFive(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   Samples samples;
   BenchVisit visit(copy.Path());
   visit.Open([&] {
@@ -125,13 +126,13 @@ void Lookup(benchmark::State& state, const std::string& database, const std::str
 }
 
 void LookupInThreeThousand(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   Lookup(state, copy.Path(), "GB2260", "呼和浩特");
 }
 BENCHMARK(LookupInThreeThousand)->UseManualTime()->Iterations(100)->Unit(benchmark::kMillisecond);
 
 void LookupInAHundredThousand(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   AddCodeTable(copy.Path(), 100'000);
   Lookup(state, copy.Path(), "BIG", "第98765号");
 }

@@ -5,6 +5,7 @@
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
 #include "codes/fm_grp_cod.h"
+#include "tests/support/paths.h"
 
 namespace dossierkit::bench {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 void Paint() { QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
 
 void ChangeOfSetPainted(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   Samples samples;
   BenchVisit visit(copy.Path());
   visit.Open([&] {
@@ -30,7 +31,7 @@ void ChangeOfSetPainted(benchmark::State& state) {
 BENCHMARK(ChangeOfSetPainted)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
 
 void ShowToFirstPage(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   Samples samples;
   BenchVisit visit(copy.Path());
   visit.Open([] { Paint(); });  // fonts and icons
@@ -73,7 +74,7 @@ void MoveInList(benchmark::State& state, const std::string& database, const std:
 }
 
 void MoveToTheNextRecord(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   MoveInList(state, copy.Path(), "A03");
 }
 BENCHMARK(MoveToTheNextRecord)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
@@ -84,7 +85,7 @@ BENCHMARK(ListOfTenThousand)->UseManualTime()->Iterations(100)->Unit(benchmark::
 // The picker on a table of that many codes, from the call to its painted tree; `growth` is the time in
 // those of a tenth of the codes.
 void PickerShown(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   AddCodeTable(copy.Path(), static_cast<int>(state.range(0)));
   Samples samples;
   BenchVisit visit(copy.Path());
@@ -119,7 +120,7 @@ BENCHMARK(PickerShown)
 
 // The search in the picker, with 50,000 hits, until its list is painted.
 void PickerSearch(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   AddCodeTable(copy.Path(), 100'000);
   Samples samples;
   BenchVisit visit(copy.Path());

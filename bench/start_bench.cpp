@@ -12,6 +12,7 @@
 
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
+#include "tests/support/paths.h"
 
 namespace dossierkit::bench {
 namespace {
@@ -56,9 +57,10 @@ Start StartProgram(const std::string& database) {
   const auto elapsed = [&] {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
   };
+  const std::string program = tests::DossierProgram();
   const pid_t process = fork();
   if (process == 0) {
-    execl(DOSSIER_PROGRAM, DOSSIER_PROGRAM, "--database", database.c_str(), "--person", kPerson.c_str(),
+    execl(program.c_str(), program.c_str(), "--database", database.c_str(), "--person", kPerson.c_str(),
           nullptr);
     _exit(127);
   }
@@ -88,7 +90,7 @@ void ProgramStart(benchmark::State& state, const std::string& database) {
 }
 
 void StartOnSample(benchmark::State& state) {
-  const Copy copy(SAMPLE_DATABASE);
+  const Copy copy(tests::SampleDatabaseFile());
   ProgramStart(state, copy.Path());
 }
 BENCHMARK(StartOnSample)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/paths.h"
+
 namespace dossierkit::tests {
 namespace {
 
@@ -67,15 +69,15 @@ std::string FolderOf(const std::string& path) {
 }
 
 TEST(Architecture, EveryFileHasAPlace) {
-  for (const auto& file : Sources(SOURCE_FOLDER "/src")) {
-    EXPECT_NE(FolderOf(fs::relative(file, SOURCE_FOLDER "/src").string()), "") << file;
+  for (const auto& file : Sources(SourceFolder() + "/src")) {
+    EXPECT_NE(FolderOf(fs::relative(file, SourceFolder() + "/src").string()), "") << file;
   }
 }
 
 TEST(Architecture, IncludesPointDownwardsOnly) {
   const std::regex quoted("\\s*#include \"([^\"]+)\".*");
-  for (const auto& file : Sources(SOURCE_FOLDER "/src")) {
-    const std::string folder = FolderOf(fs::relative(file, SOURCE_FOLDER "/src").string());
+  for (const auto& file : Sources(SourceFolder() + "/src")) {
+    const std::string folder = FolderOf(fs::relative(file, SourceFolder() + "/src").string());
     const auto& allowed = kAllowed.at(folder);
     for (const std::string& line : Lines(file)) {
       std::smatch match;
@@ -91,8 +93,8 @@ TEST(Architecture, IncludesPointDownwardsOnly) {
 
 TEST(Architecture, LibrariesStayInTheirAdapters) {
   const std::regex angled("\\s*#include <([^>]+)>.*");
-  for (const auto& file : Sources(SOURCE_FOLDER "/src")) {
-    const std::string folder = FolderOf(fs::relative(file, SOURCE_FOLDER "/src").string());
+  for (const auto& file : Sources(SourceFolder() + "/src")) {
+    const std::string folder = FolderOf(fs::relative(file, SourceFolder() + "/src").string());
     for (const std::string& line : Lines(file)) {
       std::smatch match;
       if (!std::regex_match(line, match, angled)) continue;
@@ -110,7 +112,7 @@ TEST(Architecture, LibrariesStayInTheirAdapters) {
 
 TEST(Architecture, FilesStaySmall) {
   for (const char* folder : {"/src", "/host", "/tests", "/bench", "/fuzz"}) {
-    for (const auto& file : Sources(std::string(SOURCE_FOLDER) + folder)) {
+    for (const auto& file : Sources(SourceFolder() + folder)) {
       EXPECT_LE(Lines(file).size(), std::size_t{kMostLines}) << file;
     }
   }

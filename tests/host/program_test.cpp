@@ -10,6 +10,7 @@
 #include <string>
 
 #include "platform/ado/recordset.h"
+#include "tests/support/paths.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -37,7 +38,7 @@ class Program : public testing::Test {
   Outcome Run(const std::string& arguments, const std::string& before = {}) {
     const fs::path out = folder_ / "out";
     const fs::path error = folder_ / "error";
-    const std::string command = before + DOSSIER_PROGRAM + " " + arguments + " >'" + out.string() + "' 2>'" +
+    const std::string command = before + DossierProgram() + " " + arguments + " >'" + out.string() + "' 2>'" +
                                 error.string() + "' </dev/null";
     const int status = std::system(command.c_str());
     return {WEXITSTATUS(status), Read(out), Read(error)};

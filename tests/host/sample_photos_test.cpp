@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "tests/support/paths.h"
 #include "tests/support/photo_folder.h"
 #include "tests/support/visit.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kSource = SOURCE_FOLDER "/data/photos";
+const fs::path kSource = SourceFolder() + "/data/photos";
 
 TEST(SamplePhotos, EachPersonHasOneBelowThirtyKilobytes) {
   const auto persons = Column(*SampleDatabase(), "select A00 from A01");
@@ -28,7 +29,7 @@ TEST(SamplePhotos, EachPersonHasOneBelowThirtyKilobytes) {
 TEST(SamplePhotos, TheTourShowsCopiesThatCanBeReplaced) {
   const fs::path folder = fs::temp_directory_path() / ("dossier-photos-" + std::to_string(getpid()));
   const std::string command =
-      std::string(DOSSIER_PROGRAM) + " --tour '" + folder.string() + "' >/dev/null 2>&1 </dev/null";
+      DossierProgram() + " --tour '" + folder.string() + "' >/dev/null 2>&1 </dev/null";
   EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 0);
   const fs::path copy = folder / "photos" / (kPerson + ".jpg");
   EXPECT_EQ(PhotoFolder::Read(copy), PhotoFolder::Read(kSource / (kPerson + ".jpg")));

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "photos/frm_picture_preview.h"
+#include "tests/support/paths.h"
 #include "tests/support/photo_folder.h"
 #include "tests/support/visit.h"
 
@@ -11,7 +12,7 @@ namespace {
 using Texts = std::vector<std::string>;
 
 std::string SamplePicture(const std::string& name) {
-  return PhotoFolder::Read(SOURCE_FOLDER "/tests/photos/pictures/" + name + ".jpg");
+  return PhotoFolder::Read(SourceFolder() + "/tests/photos/pictures/" + name + ".jpg");
 }
 
 class PhotographJourney : public ::testing::Test {

@@ -5,12 +5,13 @@
 #include <string>
 
 #include "photos/frm_picture_preview.h"
+#include "tests/support/paths.h"
 #include "tests/support/photo_folder.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
 
-inline const std::string kPictures = SOURCE_FOLDER "/tests/photos/pictures/";
+inline const std::string kPictures = SourceFolder() + "/tests/photos/pictures/";
 
 // The window of the person "P1", whose photograph is turned by its camera's note.
 class PreviewWindow {

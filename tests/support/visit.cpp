@@ -6,13 +6,14 @@
 
 #include "metadata/field_items.h"
 #include "platform/ado/recordset.h"
+#include "tests/support/paths.h"
 
 namespace dossierkit::tests {
 
 std::shared_ptr<sqlite::SqliteConnection> SampleDatabase() {
   static const std::string bytes = [] {
-    std::ifstream file(SAMPLE_DATABASE, std::ios::binary);
-    if (!file) throw std::runtime_error("no sample database at " SAMPLE_DATABASE);
+    std::ifstream file(SampleDatabaseFile(), std::ios::binary);
+    if (!file) throw std::runtime_error("no sample database at " + SampleDatabaseFile());
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
   }();
   return sqlite::SqliteConnection::OpenInMemory(bytes);

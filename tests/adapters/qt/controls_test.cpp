@@ -11,6 +11,7 @@
 
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
+#include "tests/support/paths.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -193,7 +194,7 @@ TEST_F(QtControls, BelongToAScrollingAreaOnASmallScreen) {
 
 TEST(QtScale, EnlargesPlacesAndFonts) {
   for (const double scale : {1.0, 1.5, 2.0}) {
-    QtPlatform platform({scale, SHARE_FOLDER});
+    QtPlatform platform({scale, tests::ShareFolder()});
     toolkit::Desktop desktop(platform);
     const auto form = std::make_shared<DemoForm>(desktop);
     QTimer::singleShot(0, qApp, [&] {

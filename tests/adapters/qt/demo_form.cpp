@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "tests/support/paths.h"
+
 namespace dossierkit::qt {
 namespace {
 
@@ -161,7 +163,7 @@ void DemoForm::BuildDesign() {
   for (int i = 1; i <= menu->menuitemsmax(); ++i) {
     menu->set_menuitemcur(i);
     menu->set_menuitemcaption(kSets[i - 1]);
-    menu->set_menuitemicon(std::string(SOURCE_FOLDER "\\data/icons\\") + (i == 2 ? "USER.ICO" : "xinxj.ico"));
+    menu->set_menuitemicon(tests::SourceFolder() + "\\data/icons\\" + (i == 2 ? "USER.ICO" : "xinxj.ico"));
   }
   menu->set_menuitemcur(2);
   area = Controls().Make<toolkit::Frame>("frmCtrl");

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "tests/adapters/qt/stage.h"
+#include "tests/support/paths.h"
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -19,7 +20,7 @@ int main(int argc, char** argv) {
   setenv("XDG_RUNTIME_DIR", runtime.c_str(), 0);
   ::testing::InitGoogleTest(&argc, argv);
   if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();
-  dossierkit::qt::QtPlatform platform({1.0, SHARE_FOLDER});
+  dossierkit::qt::QtPlatform platform({1.0, dossierkit::tests::ShareFolder()});
   dossierkit::qt::Stage::the_platform = &platform;
   return RUN_ALL_TESTS();
 }

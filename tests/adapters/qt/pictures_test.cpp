@@ -10,11 +10,14 @@
 #include "adapters/qt/texts.h"
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
+#include "tests/support/paths.h"
 
 namespace dossierkit::qt {
 namespace {
 
-std::string PathOf(const std::string& name) { return SOURCE_FOLDER "/tests/photos/pictures\\" + name; }
+std::string PathOf(const std::string& name) {
+  return tests::SourceFolder() + "/tests/photos/pictures\\" + name;
+}
 
 // The number of the failure of reading a file; 0 where it is read.
 int FailureOf(const std::string& path) {
@@ -87,7 +90,7 @@ TEST_F(PictureFile, AnotherFormatUnderThatNameIsRefused) {
 
 // A few bytes may claim to be 65,500 pixels square: they must not fill the memory.
 TEST_F(PictureFile, AnEnormousPictureIsRefused) {
-  std::ifstream in(std::filesystem::path(SOURCE_FOLDER "/tests/photos/pictures/red-over-blue.jpg"),
+  std::ifstream in(std::filesystem::path(tests::SourceFolder() + "/tests/photos/pictures/red-over-blue.jpg"),
                    std::ios::binary);
   std::string bytes{std::istreambuf_iterator<char>(in), {}};
   const auto frame = bytes.find("\xFF\xC0");

@@ -9,6 +9,7 @@
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
 #include "tests/adapters/sqlite/database_file.h"
+#include "tests/support/paths.h"
 
 namespace dossierkit::sqlite {
 namespace {
@@ -190,7 +191,7 @@ TEST(SqliteConnection, SeveralValuesInThePlaceOfOneAreToldInChinese) {
 
 TEST(SampleDatabase, AnswersTheMenuAndHoldsEveryCodeTable) {
   std::ostringstream bytes;
-  bytes << std::ifstream(SAMPLE_DATABASE, std::ios::binary).rdbuf();
+  bytes << std::ifstream(tests::SampleDatabaseFile(), std::ios::binary).rdbuf();
   const auto connection = SqliteConnection::OpenInMemory(bytes.str());
   const auto sets =
       connection->Execute("SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp");
