@@ -134,7 +134,39 @@ class SqliteConnection::Engine {
     }
   }
 
+  std::int32_t BeginTrans() {
+    RequireWholeTransaction();
+    RunScript(level_ == 0 ? "begin immediate" : "savepoint nested");
+    return ++level_;
+  }
+
+  void CommitTrans() {
+    RequireTransaction();
+    RequireWholeTransaction();
+    RunScript(level_ == 1 ? "commit" : "release nested");
+    --level_;
+  }
+
+  void RollbackTrans() {
+    RequireTransaction();
+    if (!WasRolledBack()) RunScript(level_ == 1 ? "rollback" : "rollback to nested; release nested");
+    --level_;
+  }
+
+  // Some failures (a full disk, a trigger) make the engine roll back the whole transaction. What follows in
+  // it is refused, since it would be stored at once and without what came before.
+  void RequireWholeTransaction() const {
+    if (WasRolledBack())
+      throw Failure(environment::kEngineFailure, "数据库已经撤销了这个事务：请回滚后再重新开始。");
+  }
+
  private:
+  void RequireTransaction() const {
+    if (level_ == 0) throw environment::MakeFailure(environment::kNoTransaction);
+  }
+
+  bool WasRolledBack() const { return level_ > 0 && sqlite3_get_autocommit(database_) != 0; }
+
   // Runs an update with its constants as parameters, and keeps the last one prepared. False, and nothing was
   // done, where the schema has changed since the text was translated.
   bool TryUpdate(const std::string& text, const std::string& statement) {
@@ -204,6 +236,7 @@ class SqliteConnection::Engine {
   }
 
   sqlite3* database_ = nullptr;
+  std::int32_t level_ = 0;  // transactions that are open
   Prepared schema_version_;
   Prepared update_;
   std::string update_shape_;
@@ -296,6 +329,7 @@ SqliteConnection::Engine& SqliteConnection::OpenEngine(const std::string& statem
 
 ado::Snapshot SqliteConnection::Run(const std::string& statement) {
   Engine& engine = OpenEngine(statement);
+  engine.RequireWholeTransaction();
   if (IsUpdate(statement)) {
     engine.RunUpdate(statement);
     return {};
@@ -314,6 +348,12 @@ ado::Snapshot SqliteConnection::Run(const std::string& statement) {
   }
   return rows;
 }
+
+std::int32_t SqliteConnection::BeginTrans() { return OpenEngine({}).BeginTrans(); }
+
+void SqliteConnection::CommitTrans() { OpenEngine({}).CommitTrans(); }
+
+void SqliteConnection::RollbackTrans() { OpenEngine({}).RollbackTrans(); }
 
 void SqliteConnection::RunScript(const std::string& script) { OpenEngine(script).RunScript(script); }
 

@@ -12,8 +12,8 @@ namespace dossierkit::sqlite {
 // How long a statement waits for another program's write before it fails.
 inline constexpr std::chrono::milliseconds kBusyTimeout{5000};
 
-// One open SQLite database, used from one thread. Every statement is a transaction of its own and is
-// on the disk when Run returns.
+// One open SQLite database, used from one thread. Outside a transaction every statement is one of its own
+// and is on the disk when Run returns.
 class SqliteConnection : public ado::Connection {
  public:
   // Opens the database file at `path` (UTF-8). Throws a Failure for a file that does not exist, is no
@@ -32,6 +32,11 @@ class SqliteConnection : public ado::Connection {
 
   bool IsOpen() const override;
   ado::Snapshot Run(const std::string& statement) override;
+  // Level 1 takes the database for writing at once, so that nothing that is read in it is out of date
+  // when it writes.
+  std::int32_t BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
 
   // Runs a script of SQLite's own SQL, past the dialect: schemas and test data.
   void RunScript(const std::string& script);

@@ -13,4 +13,12 @@ Snapshot UnopenedConnection::Run(const std::string& statement) {
   throw environment::MakeFailure(environment::kConnectionClosed, statement);
 }
 
+std::int32_t UnopenedConnection::BeginTrans() {
+  throw environment::MakeFailure(environment::kConnectionClosed);
+}
+
+void UnopenedConnection::CommitTrans() { throw environment::MakeFailure(environment::kConnectionClosed); }
+
+void UnopenedConnection::RollbackTrans() { throw environment::MakeFailure(environment::kConnectionClosed); }
+
 }  // namespace dossierkit::ado

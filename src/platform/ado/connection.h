@@ -1,6 +1,7 @@
 // Connection: the port through which all SQL reaches an engine.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -24,13 +25,24 @@ class Connection {
 
   // Run, with the rows as an open recordset standing on its first row.
   std::shared_ptr<Recordset> Execute(const std::string& statement);
+
+  // Transactions, for hosts: the system itself uses none. They nest. BeginTrans gives the level that it
+  // opened, 1 for the outermost; the others end the innermost one. Only the commit of level 1 stores
+  // anything for good. A commit that fails leaves its transaction open, to be repeated or rolled back.
+  // Without a transaction CommitTrans and RollbackTrans throw a Failure (kNoTransaction).
+  virtual std::int32_t BeginTrans() = 0;
+  virtual void CommitTrans() = 0;
+  virtual void RollbackTrans() = 0;
 };
 
-// A connection that was never opened: every statement fails (3709).
+// A connection that was never opened: every statement and every transaction fails (3709).
 class UnopenedConnection : public Connection {
  public:
   bool IsOpen() const override { return false; }
   Snapshot Run(const std::string& statement) override;
+  std::int32_t BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
 };
 
 }  // namespace dossierkit::ado

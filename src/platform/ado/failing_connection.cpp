@@ -18,15 +18,32 @@ void FailingConnection::FailAt(std::size_t statement_number, int failure_number,
 
 bool FailingConnection::IsOpen() const { return inner_->IsOpen(); }
 
+void FailingConnection::CountAndFail(const std::string& statement) {
+  if (counts_ && !counts_(statement)) return;
+  ++count_;
+  if (count_ != fail_at_) return;
+  has_failed_ = true;
+  throw environment::Failure(failure_number_, description_, statement);
+}
+
 Snapshot FailingConnection::Run(const std::string& statement) {
-  if (!counts_ || counts_(statement)) {
-    ++count_;
-    if (count_ == fail_at_) {
-      has_failed_ = true;
-      throw environment::Failure(failure_number_, description_, statement);
-    }
-  }
+  CountAndFail(statement);
   return inner_->Run(statement);
+}
+
+std::int32_t FailingConnection::BeginTrans() {
+  CountAndFail("BeginTrans");
+  return inner_->BeginTrans();
+}
+
+void FailingConnection::CommitTrans() {
+  CountAndFail("CommitTrans");
+  inner_->CommitTrans();
+}
+
+void FailingConnection::RollbackTrans() {
+  CountAndFail("RollbackTrans");
+  inner_->RollbackTrans();
 }
 
 }  // namespace dossierkit::ado

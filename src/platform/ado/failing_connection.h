@@ -19,7 +19,8 @@ class FailingConnection : public Connection {
 
   // From now on statements are counted anew, from 1; with `counts`, only those for which it is true.
   // Instead of running number `statement_number` a Failure of this number and description is thrown,
-  // once. Statements behind it run again.
+  // once. Statements behind it run again. The calls of a transaction count as statements named
+  // BeginTrans, CommitTrans, RollbackTrans.
   void FailAt(std::size_t statement_number, int failure_number = environment::kEngineFailure,
               std::string description = "磁盘或网络错误。", Predicate counts = {});
 
@@ -30,8 +31,13 @@ class FailingConnection : public Connection {
 
   bool IsOpen() const override;
   Snapshot Run(const std::string& statement) override;
+  std::int32_t BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
 
  private:
+  void CountAndFail(const std::string& statement);
+
   std::shared_ptr<Connection> inner_;
   std::size_t fail_at_ = 0;  // 0 is never
   std::size_t count_ = 0;

@@ -9,7 +9,7 @@
 
 namespace dossierkit::ado {
 
-// One statement that was run.
+// One statement that was run, or BeginTrans, CommitTrans, RollbackTrans.
 struct Trace {
   std::string statement;
   std::size_t rows = 0;
@@ -26,8 +26,14 @@ class TracingConnection : public Connection {
 
   bool IsOpen() const override;
   Snapshot Run(const std::string& statement) override;
+  std::int32_t BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
 
  private:
+  // Does `work`, which gives its number of rows, and tells of it as `statement`.
+  void Observe(const std::string& statement, const std::function<std::size_t()>& work) const;
+
   std::shared_ptr<Connection> inner_;
   Observer observer_;
 };

@@ -32,6 +32,7 @@ const char* DescriptionOf(int number) {
     case kObjectClosed: return "对象关闭时，不允许操作。";
     case kObjectOpen: return "对象打开时，不允许操作。";
     case kConnectionClosed: return "连接无法用于执行此操作。在此上下文中它可能已被关闭或无效。";
+    case kNoTransaction: return "没有可以提交或回滚的事务。";
     case kDataMismatch: return "标准表达式中数据类型不匹配。";
     case kIndexOutOfBounds: return "索引超出边界";
     case kElementNotFound: return "未找到元素";

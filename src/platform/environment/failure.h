@@ -47,6 +47,7 @@ inline constexpr int kUnknownItem = 3265;
 inline constexpr int kObjectClosed = 3704;
 inline constexpr int kObjectOpen = 3705;
 inline constexpr int kConnectionClosed = 3709;
+inline constexpr int kNoTransaction = -2147168242;
 inline constexpr int kNoSuchTable = -2147217865;
 inline constexpr int kUnknownName = -2147217904;
 inline constexpr int kSyntaxError = -2147217900;

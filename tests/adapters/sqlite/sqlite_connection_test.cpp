@@ -92,6 +92,52 @@ TEST(SqliteConnection, ClosedConnectionFailsEveryStatement) {
   EXPECT_EQ(failure.statement(), "select 1 from t");
 }
 
+TEST(SqliteConnection, ClosedConnectionFailsEveryTransaction) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->BeginTrans();
+  connection->Close();
+  EXPECT_EQ(FailureOf([&] { connection->BeginTrans(); }).number(), 3709);
+  EXPECT_EQ(FailureOf([&] { connection->CommitTrans(); }).number(), 3709);
+  EXPECT_EQ(FailureOf([&] { connection->RollbackTrans(); }).number(), 3709);
+}
+
+TEST(SqliteConnection, ATransactionThatIsOpenAtTheEndIsUndone) {
+  const DatabaseFile file(kPeople);
+  {
+    SqliteConnection connection(file.Path());
+    connection.BeginTrans();
+    connection.Run("insert into A01(A00) values('P')");
+    connection.Run("update A01 set A0101='王一'");
+  }
+  EXPECT_EQ(SqliteConnection(file.Path()).Execute("select count(*) from A01")->Fields(0), Value(0));
+}
+
+TEST(SqliteConnection, WhatTheEngineRolledBackIsNotGoneOnWith) {
+  const auto connection = SqliteConnection::OpenInMemory({});
+  connection->RunScript(
+      "create table t(n integer); create trigger no after insert on t when new.n > 5 "
+      "begin select raise(rollback, 'too large'); end");
+  connection->BeginTrans();
+  connection->Run("insert into t(n) values(1)");
+  connection->BeginTrans();
+  EXPECT_EQ(FailureOf([&] { connection->Run("insert into t(n) values(9)"); }).number(),
+            environment::kEngineFailure);
+  const std::string refused = "数据库已经撤销了这个事务：请回滚后再重新开始。";
+  EXPECT_EQ(FailureOf([&] { connection->Run("insert into t(n) values(2)"); }).description(), refused);
+  EXPECT_EQ(FailureOf([&] { connection->Run("update t set n=3"); }).description(), refused);
+  EXPECT_EQ(FailureOf([&] { connection->BeginTrans(); }).description(), refused);
+  EXPECT_EQ(FailureOf([&] { connection->CommitTrans(); }).description(), refused);
+  connection->RollbackTrans();
+  EXPECT_EQ(FailureOf([&] { connection->CommitTrans(); }).description(), refused);
+  connection->RollbackTrans();
+  EXPECT_EQ(FailureOf([&] { connection->RollbackTrans(); }).number(), environment::kNoTransaction);
+  EXPECT_EQ(connection->Execute("select count(*) from t")->Fields(0), Value(0));
+  EXPECT_EQ(connection->BeginTrans(), 1);
+  connection->Run("insert into t(n) values(4)");
+  connection->CommitTrans();
+  EXPECT_EQ(connection->Execute("select n from t")->Fields(0), Value(4));
+}
+
 TEST(SqliteConnection, MemoryIsACopyOfAFileThatIsInUse) {
   const DatabaseFile file(kPeople);
   // Leaves the mark of a log in the file.

@@ -123,6 +123,25 @@ TEST(TwoPrograms, WriterThatWaitedTooLongIsToldThatTheDatabaseIsBusy) {
   EXPECT_EQ(connection.Execute("select n from t")->Fields(0), Value(5));
 }
 
+TEST(TwoPrograms, ATransactionTakesTheDatabaseForWritingAtOnce) {
+  const DatabaseFile file(kTable);
+  SqliteConnection first(file.Path(), milliseconds(0));
+  SqliteConnection second(file.Path(), milliseconds(0));
+  EXPECT_EQ(first.BeginTrans(), 1);
+  try {
+    second.BeginTrans();
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.description(), "数据库正被占用，请稍后再试。");
+  }
+  first.Run("update t set n = 7");
+  EXPECT_EQ(second.Execute("select n from t")->Fields(0), Value(0)) << "not committed";
+  first.CommitTrans();
+  EXPECT_EQ(second.BeginTrans(), 1);
+  EXPECT_EQ(second.Execute("select n from t")->Fields(0), Value(7));
+  second.RollbackTrans();
+}
+
 TEST(TwoPrograms, BothCountUpWithoutLosingAStep) {
   const DatabaseFile file(kTable);
   const std::string path = file.Path();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,7 +26,20 @@ class Recorder : public Connection {
     rows.AppendInteger(2);
     return rows;
   }
+  std::int32_t BeginTrans() override {
+    statements.push_back("begin");
+    return ++level;
+  }
+  void CommitTrans() override {
+    statements.push_back("commit");
+    if (--level < 0) throw environment::MakeFailure(environment::kNoTransaction);
+  }
+  void RollbackTrans() override {
+    statements.push_back("rollback");
+    --level;
+  }
   std::vector<std::string> statements;
+  std::int32_t level = 0;
 };
 
 TEST(UnopenedConnection, FailsEveryStatement) {
@@ -38,6 +52,37 @@ TEST(UnopenedConnection, FailsEveryStatement) {
     EXPECT_EQ(failure.number(), 3709);
     EXPECT_EQ(failure.statement(), "select 1");
   }
+}
+
+TEST(UnopenedConnection, FailsEveryTransaction) {
+  UnopenedConnection connection;
+  const auto number_of = [](auto call) {
+    try {
+      call();
+    } catch (const environment::Failure& failure) {
+      return failure.number();
+    }
+    return 0;
+  };
+  EXPECT_EQ(number_of([&] { connection.BeginTrans(); }), 3709);
+  EXPECT_EQ(number_of([&] { connection.CommitTrans(); }), 3709);
+  EXPECT_EQ(number_of([&] { connection.RollbackTrans(); }), 3709);
+}
+
+TEST(TracingConnection, TellsOfTransactions) {
+  std::vector<std::string> traces;
+  const auto recorder = std::make_shared<Recorder>();
+  TracingConnection connection(
+      recorder, [&](const Trace& trace) { traces.push_back(trace.statement + "|" + trace.error); });
+  EXPECT_EQ(connection.BeginTrans(), 1);
+  EXPECT_EQ(connection.BeginTrans(), 2);
+  connection.RollbackTrans();
+  connection.CommitTrans();
+  EXPECT_THROW(connection.CommitTrans(), environment::Failure);
+  EXPECT_EQ(traces, (std::vector<std::string>{"BeginTrans|", "BeginTrans|", "RollbackTrans|", "CommitTrans|",
+                                              "CommitTrans|没有可以提交或回滚的事务。"}));
+  EXPECT_EQ(recorder->statements,
+            (std::vector<std::string>{"begin", "begin", "rollback", "commit", "commit"}));
 }
 
 TEST(TracingConnection, TellsOfEachStatementAndItsRows) {
@@ -74,6 +119,31 @@ TEST(FailingConnection, FailsInsteadOfTheChosenStatementOnce) {
   connection.Run("c");
   EXPECT_EQ(recorder->statements, (std::vector<std::string>{"before", "a", "c"}));
   EXPECT_EQ(connection.Count(), 3U);
+}
+
+TEST(FailingConnection, TransactionsCountAsStatements) {
+  const auto recorder = std::make_shared<Recorder>();
+  FailingConnection connection(recorder);
+  const auto sweep = [&](std::size_t fail_at) {
+    recorder->statements.clear();
+    recorder->level = 9;
+    connection.FailAt(fail_at);
+    for (const auto& call : {std::function<void()>([&] { connection.BeginTrans(); }),
+                             std::function<void()>([&] { connection.RollbackTrans(); }),
+                             std::function<void()>([&] { connection.BeginTrans(); }),
+                             std::function<void()>([&] { connection.CommitTrans(); })}) {
+      try {
+        call();
+      } catch (const environment::Failure& failure) {
+        recorder->statements.push_back("failed " + failure.statement());
+      }
+    }
+    return recorder->statements;
+  };
+  using Calls = std::vector<std::string>;
+  EXPECT_EQ(sweep(1), (Calls{"failed BeginTrans", "rollback", "begin", "commit"}));
+  EXPECT_EQ(sweep(2), (Calls{"begin", "failed RollbackTrans", "begin", "commit"}));
+  EXPECT_EQ(sweep(4), (Calls{"begin", "rollback", "begin", "failed CommitTrans"}));
 }
 
 TEST(FailingConnection, CountsOnlyChosenStatements) {

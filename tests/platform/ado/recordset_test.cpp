@@ -47,6 +47,9 @@ class OneAnswer : public Connection {
   explicit OneAnswer(Snapshot rows) : rows_(std::move(rows)) {}
   bool IsOpen() const override { return true; }
   Snapshot Run(const std::string&) override { return rows_; }
+  std::int32_t BeginTrans() override { return 1; }
+  void CommitTrans() override {}
+  void RollbackTrans() override {}
 
  private:
   Snapshot rows_;
