@@ -8,29 +8,19 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
 
-#include "platform/ado/recordset.h"
-#include "platform/environment/text.h"
+#include "host/people_model.h"
 
 namespace dossierkit::host {
-namespace {
-
-constexpr int kMostRows = 1000;  // a longer list is narrowed by the search
-
-QString Text(const ado::Recordset& rows, const char* column) {
-  return QString::fromStdString(environment::TextOr(rows.Fields(column), ""));
-}
-
-}  // namespace
 
 PeopleWindow::PeopleWindow(std::shared_ptr<ado::Connection> connection,
                            std::function<void(const VisitRequest&)> visit)
     : connection_(std::move(connection)), visit_(std::move(visit)) {
   Build();
-  Refresh();
+  Reload();
 }
 
 void PeopleWindow::Build() {
@@ -56,7 +46,8 @@ void PeopleWindow::Build() {
   bar->addWidget(open_);
   bar->addWidget(add);
 
-  model_ = new QStandardItemModel(this);
+  model_ = new PeopleModel;
+  model_->setParent(this);
   table_ = new QTableView(this);
   table_->setModel(model_);
   table_->setAccessibleName("人员列表");
@@ -70,6 +61,9 @@ void PeopleWindow::Build() {
   table_->verticalHeader()->setDefaultSectionSize(28);
   table_->horizontalHeader()->setHighlightSections(false);
   table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  table_->horizontalHeader()->setStretchLastSection(true);
+  int column = 0;
+  for (const int width : {110, 110, 300, 220}) table_->setColumnWidth(column++, width);
   count_ = new QLabel(this);
 
   auto* layout = new QVBoxLayout(this);
@@ -77,7 +71,7 @@ void PeopleWindow::Build() {
   layout->addWidget(table_, 1);
   layout->addWidget(count_);
 
-  QObject::connect(search_, &QLineEdit::textChanged, this, [this] { Refresh(); });
+  QObject::connect(search_, &QLineEdit::textChanged, this, [this] { Search(); });
   QObject::connect(search_, &QLineEdit::returnPressed, this, [this] { OpenSelected(); });
   QObject::connect(open_, &QPushButton::clicked, this, [this] { OpenSelected(); });
   QObject::connect(add, &QPushButton::clicked, this, [this] { Visit({}); });
@@ -89,43 +83,32 @@ void PeopleWindow::Build() {
   table_->addAction(enter);
 }
 
-void PeopleWindow::Refresh() {
+void PeopleWindow::Reload() {
   const std::string selected = SelectedPerson();
   try {
-    // The host's own statement; what was typed is quoted.
-    const std::string typed = environment::Replace(search_->text().trimmed().toStdString(), "'", "''");
-    const auto people =
-        connection_->Execute("select A00,A0101,A0104,A0115,A0109,A0136 from a01 where A0101 like '%" + typed +
-                             "%' order by A0199");
-    model_->clear();
-    model_->setHorizontalHeaderLabels({"姓名", "出生日期", "工作单位", "所学专业"});
-    const int shown = std::min(people->RecordCount(), kMostRows);
-    for (int i = 0; i < shown; ++i) {
-      QList<QStandardItem*> row;
-      for (const char* column : {"A0101", "A0104", "A0115", "A0109"})
-        row.append(new QStandardItem(Text(*people, column)));
-      row.front()->setData(Text(*people, "A00"));
-      model_->appendRow(row);
-      if (Text(*people, "A00").toStdString() == selected) table_->selectRow(i);
-      people->MoveNext();
-    }
-    if (selected.empty() && shown > 0) table_->selectRow(0);
-    count_->setText(
-        shown < people->RecordCount()
-            ? QString("共 %1 人，显示前 %2 人，请输入姓名查找").arg(people->RecordCount()).arg(shown)
-            : QString("共 %1 人").arg(shown));
-    int column = 0;
-    for (const int width : {110, 110, 300, 220}) table_->setColumnWidth(column++, width);
-    table_->horizontalHeader()->setStretchLastSection(true);
-    open_->setEnabled(shown > 0);
+    model_->Load(*connection_);
   } catch (const std::exception& failure) {
     QMessageBox::warning(this, windowTitle(), QString("读取人员列表失败：") + failure.what());
   }
+  ShowPeople(selected.empty() ? -1 : model_->RowOf(selected));
+}
+
+void PeopleWindow::Search() {
+  const auto rows = table_->selectionModel()->selectedRows();
+  ShowPeople(model_->SetFilter(search_->text(), rows.isEmpty() ? -1 : rows.front().row()));
+}
+
+// Whoever was selected stays so while he is in the list; else the first one is.
+void PeopleWindow::ShowPeople(int selected) {
+  const int people = model_->rowCount();
+  if (people > 0) table_->selectRow(std::max(0, selected));
+  count_->setText(QString("共 %1 人").arg(people));
+  open_->setEnabled(people > 0);
 }
 
 std::string PeopleWindow::SelectedPerson() const {
   const auto rows = table_->selectionModel()->selectedRows();
-  return rows.isEmpty() ? std::string() : model_->item(rows.front().row())->data().toString().toStdString();
+  return rows.isEmpty() ? std::string() : model_->PersonAt(rows.front().row());
 }
 
 void PeopleWindow::OpenSelected() {
@@ -141,7 +124,7 @@ void PeopleWindow::Visit(const std::string& person) {
     QMessageBox::warning(this, windowTitle(), QString("无法维护此人：") + failure.what());
   }
   // Whatever the visit returned: a deletion, or a save by a question, is not told.
-  Refresh();
+  Reload();
 }
 
 }  // namespace dossierkit::host

@@ -1,8 +1,6 @@
 // PeopleWindow: the people of the database, and the way to their dossiers.
 #pragma once
 
-#include <QString>
-#include <QStringList>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -14,10 +12,11 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QStandardItemModel;
 class QTableView;
 
 namespace dossierkit::host {
+
+class PeopleModel;
 
 // What the user asks for: a person, or a new one where the identifier is empty.
 struct VisitRequest {
@@ -32,7 +31,9 @@ class PeopleWindow : public QWidget {
 
  private:
   void Build();
-  void Refresh();
+  void Reload();
+  void Search();
+  void ShowPeople(int selected);
   void OpenSelected();
   void Visit(const std::string& person);
   std::string SelectedPerson() const;
@@ -42,7 +43,7 @@ class PeopleWindow : public QWidget {
   QLineEdit* search_ = nullptr;
   QComboBox* person_type_ = nullptr;
   QTableView* table_ = nullptr;
-  QStandardItemModel* model_ = nullptr;
+  PeopleModel* model_ = nullptr;
   QPushButton* open_ = nullptr;
   QLabel* count_ = nullptr;
 };

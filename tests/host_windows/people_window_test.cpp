@@ -1,0 +1,169 @@
+// The window with the people of the database, as its users see it.
+#include "host/people_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include "tests/support/paths.h"
+#include "tests/support/visit.h"
+
+namespace dossierkit::host {
+namespace {
+
+using tests::SampleDatabase;
+
+class PeopleWindows : public testing::Test {
+ protected:
+  void SetUp() override {
+    window_.resize(860, 560);
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+
+  QStringList Names() const {
+    QStringList names;
+    const auto* model = Table().model();
+    for (int row = 0; row < model->rowCount(); ++row) names << model->index(row, 0).data().toString();
+    return names;
+  }
+  QString Selected() const {
+    const auto rows = Table().selectionModel()->selectedRows();
+    return rows.isEmpty() ? QString() : rows.front().data().toString();
+  }
+  QTableView& Table() const { return *window_.findChild<QTableView*>(); }
+  QLineEdit& Search() const { return *window_.findChild<QLineEdit*>(); }
+  QPushButton& Button(const QString& caption) const {
+    for (auto* button : window_.findChildren<QPushButton*>()) {
+      if (button->text() == caption) return *button;
+    }
+    throw std::logic_error("no button " + caption.toStdString());
+  }
+  // A text from an input method.
+  void Type(const QString& text) const {
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    QApplication::sendEvent(&Search(), &commit);
+  }
+  QStringList Labels() const {
+    QStringList texts;
+    for (const auto* label : window_.findChildren<QLabel*>()) texts << label->text();
+    return texts;
+  }
+
+  qt::QtPlatform platform_{{1.0, tests::ShareFolder()}};
+  std::shared_ptr<sqlite::SqliteConnection> database_ = SampleDatabase();
+  std::vector<VisitRequest> visits_;
+  std::function<void()> in_visit_ = [] {};
+  PeopleWindow window_{database_, [this](const VisitRequest& request) {
+                         visits_.push_back(request);
+                         in_visit_();
+                       }};
+};
+
+TEST_F(PeopleWindows, AllPersonsStandInTheOrderOfTheirNumbers) {
+  EXPECT_EQ(Names().size(), 12);
+  EXPECT_EQ(Names().front(), "陆怀谷");
+  const auto* model = Table().model();
+  EXPECT_EQ(model->columnCount(), 4);
+  QStringList headings;
+  for (int column = 0; column < 4; ++column) headings << model->headerData(column, Qt::Horizontal).toString();
+  EXPECT_EQ(headings, (QStringList{"姓名", "出生日期", "工作单位", "所学专业"}));
+  EXPECT_EQ(Selected(), "陆怀谷");
+  EXPECT_TRUE(Labels().contains("共 12 人"));
+}
+
+TEST_F(PeopleWindows, AKeyNarrowsTheListAndBackspaceWidensIt) {
+  Type("沈");
+  EXPECT_EQ(Names(), QStringList{"沈若璞"});
+  EXPECT_EQ(Selected(), "沈若璞");
+  EXPECT_TRUE(Labels().contains("共 1 人"));
+  QTest::keyClick(&Search(), Qt::Key_Backspace);
+  EXPECT_EQ(Names().size(), 12);
+  EXPECT_EQ(Selected(), "沈若璞");
+}
+
+TEST_F(PeopleWindows, ATextThatDoesNotHoldTheFormerOneLooksAtAllPersonsAgain) {
+  Search().setText("沈");
+  Search().setText("陆");
+  EXPECT_EQ(Names(), QStringList{"陆怀谷"});
+  Search().setText("陆怀");
+  EXPECT_EQ(Names(), QStringList{"陆怀谷"});
+  Search().setText("怀");
+  EXPECT_EQ(Names(), QStringList{"陆怀谷"});
+}
+
+TEST_F(PeopleWindows, APersonIsNotFoundAcrossTheEndOfHisName) {
+  Search().setText("谷沈");
+  EXPECT_EQ(Names(), QStringList{});
+  EXPECT_FALSE(Button("打开(&O)").isEnabled());
+  QTest::keyClick(&Search(), Qt::Key_Return);
+  EXPECT_TRUE(visits_.empty());
+}
+
+TEST_F(PeopleWindows, WildcardsAndApostrophesArePlainText) {
+  for (const char* text : {"%", "_", "'", "[陆]"}) {
+    Search().setText(text);
+    EXPECT_EQ(Names(), QStringList{}) << text;
+  }
+}
+
+TEST_F(PeopleWindows, CaseAndOuterBlanksAreIgnored) {
+  database_->RunScript("update A01 set A0101='Émile Ab' where A0199=1");
+  in_visit_ = [] {};
+  QTest::mouseClick(&Button("新增人员(&N)"), Qt::LeftButton);
+  Search().setText(" éMILE aB ");
+  EXPECT_EQ(Names(), QStringList{"Émile Ab"});
+}
+
+TEST_F(PeopleWindows, EnterInTheSearchOpensTheSelectedPerson) {
+  Type("沈");
+  QTest::keyClick(&Search(), Qt::Key_Return);
+  ASSERT_EQ(visits_.size(), 1U);
+  EXPECT_EQ(visits_[0].person, "56670B14-1509-4B0A-8BF1-3331CA118783");
+}
+
+TEST_F(PeopleWindows, EnterInTheListOpensItsRowAndADoubleClickDoes) {
+  Table().setFocus();
+  QTest::keyClick(&Table(), Qt::Key_Down);
+  QTest::keyClick(&Table(), Qt::Key_Return);
+  ASSERT_EQ(visits_.size(), 1U);
+  EXPECT_EQ(visits_[0].person, tests::One(*database_, "select A00 from A01 where A0199=2"));
+  const QPoint third = Table().visualRect(Table().model()->index(2, 1)).center();
+  QTest::mouseClick(Table().viewport(), Qt::LeftButton, {}, third);
+  QTest::mouseDClick(Table().viewport(), Qt::LeftButton, {}, third);
+  ASSERT_EQ(visits_.size(), 2U);
+  EXPECT_EQ(visits_[1].person, tests::One(*database_, "select A00 from A01 where A0199=3"));
+}
+
+TEST_F(PeopleWindows, ANewPersonHasNoIdentifier) {
+  QTest::mouseClick(&Button("新增人员(&N)"), Qt::LeftButton);
+  ASSERT_EQ(visits_.size(), 1U);
+  EXPECT_EQ(visits_[0].person, "");
+}
+
+TEST_F(PeopleWindows, AfterAVisitTheListIsReadAnewAndTheFilterStays) {
+  Type("沈");
+  in_visit_ = [&] { database_->RunScript("update A01 set A0101='沈一' where A0101 in ('沈若璞','陆怀谷')"); };
+  QTest::mouseClick(&Button("打开(&O)"), Qt::LeftButton);
+  EXPECT_EQ(Names(), (QStringList{"沈一", "沈一"}));
+  const auto rows = Table().selectionModel()->selectedRows();
+  ASSERT_EQ(rows.size(), 1);
+  EXPECT_EQ(rows[0].row(), 1);  // the person who was open
+}
+
+TEST_F(PeopleWindows, APersonWithoutANameStandsInTheList) {
+  in_visit_ = [&] { database_->RunScript("update A01 set A0101=null where A0199=1"); };
+  QTest::mouseClick(&Button("打开(&O)"), Qt::LeftButton);
+  EXPECT_EQ(Names().front(), "");
+  EXPECT_EQ(Names().size(), 12);
+}
+
+}  // namespace
+}  // namespace dossierkit::host
