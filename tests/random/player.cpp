@@ -13,6 +13,7 @@
 #include "platform/toolkit/controls/list_box.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/tree_view.h"
+#include "tests/support/watchdog.h"
 
 namespace dossierkit::random {
 namespace {
@@ -81,6 +82,7 @@ constexpr std::array<const char*, 8> kChoices = {"one.jpg",    "two.jpg",     "f
                                                  "broken.jpg", "missing.jpg", "",         "one.jpg"};
 
 constexpr std::size_t kLargestPicture = 307'200;
+constexpr unsigned kSecondsOfAVisit = 900;
 
 template <typename T>
 const T& Pick(const std::vector<T>& from, int number) {
@@ -390,6 +392,7 @@ class Player {
 }  // namespace
 
 std::optional<Violation> Play(const Source& source, const tests::PhotoFolder& folder, Tally& tally) {
+  tests::ExpectProgressWithin(kSecondsOfAVisit, "a visit of random actions");
   return Player(source, folder, tally).Run();
 }
 

@@ -11,6 +11,7 @@
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
 #include "tests/support/paths.h"
+#include "tests/support/qt_warnings.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -63,7 +64,11 @@ TEST(Pictures, AGreyPictureIsRead) {
   EXPECT_EQ(pixel.red(), pixel.blue());
 }
 
-TEST(Pictures, WhatOnlyBeginsLikeAJpegIsRefused) { EXPECT_EQ(FailureOf(PathOf("garbage.jpg")), 481); }
+TEST(Pictures, WhatOnlyBeginsLikeAJpegIsRefused) {
+  const tests::DueQtWarning bytes("Corrupt JPEG data: 400 extraneous bytes before marker 0xd9");
+  const tests::DueQtWarning image("JPEG datastream contains no image");
+  EXPECT_EQ(FailureOf(PathOf("garbage.jpg")), 481);
+}
 
 class PictureFile : public ::testing::Test {
  protected:
@@ -79,8 +84,10 @@ class PictureFile : public ::testing::Test {
 TEST_F(PictureFile, AnEmptyFileIsRefused) { EXPECT_EQ(FailureOfBytes(""), 481); }
 
 TEST_F(PictureFile, AHeadWithoutAPictureIsRefused) {
-  EXPECT_EQ(FailureOfBytes("\xFF\xD8\xFF\xE0"), 481);
+  const tests::DueQtWarning image("JPEG datastream contains no image");
   EXPECT_EQ(FailureOfBytes("\xFF\xD8\xFF\xD9"), 481);
+  const tests::DueQtWarning bytes("Corrupt JPEG data: 1 extraneous bytes before marker 0xd9");
+  EXPECT_EQ(FailureOfBytes("\xFF\xD8\xFF\xE0"), 481);
 }
 
 TEST_F(PictureFile, AnotherFormatUnderThatNameIsRefused) {
@@ -96,6 +103,8 @@ TEST_F(PictureFile, AnEnormousPictureIsRefused) {
   const auto frame = bytes.find("\xFF\xC0");
   ASSERT_NE(frame, std::string::npos);
   bytes.replace(frame + 5, 4, "\xFF\xDC\xFF\xDC");
+  const tests::DueQtWarning size(
+      "QImageIOHandler: Rejecting image as it exceeds the current allocation limit of 128 megabytes");
   EXPECT_EQ(FailureOfBytes(bytes), 481);
 }
 

@@ -3,9 +3,27 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 
+#include "tests/support/paths.h"
+
 namespace dossierkit::qt {
 
 QtPlatform* Stage::the_platform = nullptr;
+
+namespace {
+
+// One application serves all tests, and ends before the program does.
+class OnePlatform : public ::testing::Environment {
+  void SetUp() override {
+    platform_ = std::make_unique<QtPlatform>(QtOptions{1.0, tests::ShareFolder()});
+    Stage::the_platform = platform_.get();
+  }
+  void TearDown() override { platform_.reset(); }
+  std::unique_ptr<QtPlatform> platform_;
+};
+
+[[maybe_unused]] const auto* const environment = ::testing::AddGlobalTestEnvironment(new OnePlatform);
+
+}  // namespace
 
 void Stage::Play(toolkit::Form& window, const std::function<void()>& scene) {
   // A message box that comes before the window is answered first.

@@ -1,0 +1,21 @@
+// Tests with Qt run without a screen, unless told otherwise, and Qt has nothing to complain about.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "tests/support/qt_warnings.h"
+#include "tests/support/watchdog.h"
+
+int main(int argc, char** argv) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  setenv("QT_ACCESSIBILITY", "1", 1);
+  const auto runtime =
+      std::filesystem::temp_directory_path() / ("dossierkit-tests-" + std::to_string(getuid()));
+  std::filesystem::create_directories(runtime);
+  std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
+  setenv("XDG_RUNTIME_DIR", runtime.c_str(), 0);
+  dossierkit::tests::MakeQtWarningsFatal();
+  return dossierkit::tests::RunTests(argc, argv);
+}
