@@ -231,6 +231,24 @@ TEST_F(ControlItemsTest, ARefusalReachesTheControlsOwnCheck) {
   }
 }
 
+TEST_F(ControlItemsTest, TheCheckIsHandedWhatStandsInTheRefusalAlready) {
+  ControlItems own;
+  std::vector<bool> handed;
+  const auto hook = own.Validate.Subscribe([&](Control&, bool& cancel) { handed.push_back(cancel); });
+  const auto text = std::make_shared<TextBox>("text");
+  const auto masked = std::make_shared<MaskEdBox>("masked");
+  own.AddControl(text);
+  own.AddControl(masked);
+  for (const bool refused : {true, false}) {
+    bool cancel = refused;
+    text->Raise(text->Validate, cancel);
+    EXPECT_EQ(cancel, refused);
+    masked->Raise(masked->Validate, cancel);
+    EXPECT_EQ(cancel, refused);
+  }
+  EXPECT_EQ(handed, (std::vector<bool>{true, true, false, false}));
+}
+
 TEST_F(ControlItemsTest, APropertyIsFoundByItsName) {
   Wrapped<Label>();
   item->Properties["width"] = Value(1200);

@@ -110,8 +110,21 @@ TEST_F(EnterRule, RequiredAMultiLineBoxMovesOnAndTakesNoLineBreak) {
     auto& box = visit.Text("A05_A0505");
     ASSERT_TRUE(box.MultiLine());
     const std::string before = box.Text();
-    EXPECT_NE(EnterIn("A05_A0505"), "A05_A0505_v");
+    EXPECT_EQ(EnterIn("A05_A0505"), "DGItems");
     EXPECT_EQ(box.Text(), before);
+  });
+}
+
+TEST_F(EnterRule, RequiredTheWholeTextOfManyLinesIsSelectedAndTheNextKeyReplacesIt) {
+  On("A05", [&] {
+    auto& box = visit.Text("A05_A0505");
+    box.SetText("第一行\r\n第二行");
+    visit.OnShow().WhInfo().IsChange = false;
+    EXPECT_EQ(EnterIn("A05_A0504"), "A05_A0505_v");
+    EXPECT_EQ(box.SelStart(), 0U);
+    EXPECT_EQ(box.SelLength(), 8U);
+    visit.user.Type("x");
+    EXPECT_EQ(box.Text(), "x");
   });
 }
 
@@ -170,7 +183,7 @@ TEST_F(EnterRule, TheMenuDecidesWhereALineBreakStays) {
     for (const char* key : {"B04", "b01", "", "A05"}) {
       PretendSet(key);
       visit.Text("A05_A0505").SetTag("");
-      EXPECT_NE(EnterIn("A05_A0505"), "A05_A0505_v") << key;
+      EXPECT_EQ(EnterIn("A05_A0505"), "DGItems") << key;
     }
   });
 }

@@ -200,6 +200,8 @@ TEST_F(CodeTree, ALevelWithoutALengthHasNoRowsAndHidesTheParentsOfTheNext) {
   EXPECT_EQ(statements[3],
             "select dmcod,dmcpt,iif(dmattr is null,false,dmattr) as dmattr from LEVELS where  dmcod<>'' and "
             "dmcpt<>''  and len(dmcod) =0  order by dmcod");
+  // The length behind it was read all the same.
+  EXPECT_EQ(statements[4], kThird);
   EXPECT_TRUE(Shown().empty());
 }
 
@@ -248,6 +250,13 @@ TEST_F(CodeTree, NodesStandInCodeOrderAtEveryLevel) {
   Levels("T", "1,2");
   EXPECT_EQ(NodesOf("T"), (Statements{">G1|甲|1|black", ">G2|乙|2|black", "G1>G11|戊|11|black",
                                       "G1>G12|丙|12|black", "G2>G21|丁|21|black"}));
+}
+
+TEST_F(CodeTree, TheCodeOfAParentIsCutByCharacters) {
+  MakeTable("T", "('甲','农','n',1),('甲一','稻','d',1),('乙','工','g',1),('乙一','机','j',1)");
+  Levels("T", "1,2");
+  EXPECT_EQ(NodesOf("T"), (Statements{">G乙|工|乙|black", ">G甲|农|甲|black", "G乙>G乙一|机|乙一|black",
+                                      "G甲>G甲一|稻|甲一|black"}));
 }
 
 TEST_F(CodeTree, ATableWithoutSelectableRowsIsAllGrey) {
@@ -367,6 +376,30 @@ TEST_F(CodeTree, EveryFailureOfTheLoadIsSkipped) {
   }
   visit.failing->FailAt(states.size());
   Show("LEVELS", "sd", [&] { EXPECT_FALSE(visit.failing->HasFailed()); });
+}
+
+TEST_F(CodeTree, AFailureThatIsNoneOfTheEnvironmentsIsSkippedToo) {
+  const Statements all = Join({kTop, kInner, kLeaves});
+  struct Want {
+    std::string statement;
+    std::string title;
+    Statements nodes;
+    Statements list;
+  };
+  const Statements found = {"水稻"};
+  for (const auto& want : std::vector<Want>{{kTitle, "代码帮助窗口", all, found},
+                                            {kLevels, "层次代码表", {}, found},
+                                            {kFirst, "层次代码表", {}, {}},
+                                            {kSecond, "层次代码表", kTop, found},
+                                            {kSearchSd, "层次代码表", all, {}}}) {
+    visit.RunOutOfMemoryAt(want.statement);
+    Show("LEVELS", "sd", [&] {
+      EXPECT_EQ(visit.user.Window().Caption(), want.title) << want.statement;
+      EXPECT_EQ(Nodes(), want.nodes) << want.statement;
+      EXPECT_EQ(ListRows(), want.list) << want.statement;
+    });
+  }
+  EXPECT_TRUE(Shown().empty());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "codes/fm_grp_cod.h"
 
 #include <map>
+#include <new>
 
 #include "tests/codes/codes_test.h"
 
@@ -159,6 +160,16 @@ TEST_F(FmGrpCod, RequiredTheFocusIsOnTheTreeOfTheHiddenTabBehindASearch) {
   });
 }
 
+TEST_F(FmGrpCod, ATreeOfOneNodeTakesTheFocusToo) {
+  MakeTable("T", "('1','水稻','sd',1)");
+  Levels("T", "1");
+  Show("T", "sd", [&] {
+    EXPECT_EQ(FrontTab(), 1);
+    EXPECT_EQ(Focused(), "tvGrpCod");
+    EXPECT_EQ(Selected(), "G1");
+  });
+}
+
 TEST_F(FmGrpCod, AnEmptyTreeWithASearchLeavesTheFocusOnTheFrontTab) {
   Levels("LEVELS", "");
   Show("LEVELS", "sd", [&] {
@@ -237,6 +248,20 @@ TEST_F(FmGrpCod, OkOnTheListWithoutARowAsksForOne) {
     EXPECT_FALSE(visit.user.Window().LoopEnded());
   });
   EXPECT_EQ(Shown(), (Messages{{"请选择代码。", 0, "DossierKit"}, {"请选择代码。", 0, "DossierKit"}}));
+  EXPECT_EQ(Result(), kUntouched);
+}
+
+TEST_F(FmGrpCod, AFailureOfOkThatIsNoneOfTheEnvironmentsIsShownToo) {
+  visit.platform.on_message = [](const Message& message) {
+    if (message.text == "请选择代码。") throw std::bad_alloc();
+  };
+  Show("LEVELS", "", [&] {
+    visit.user.SelectTab("Tab1", 1);
+    visit.user.Click("cmdOK");
+    EXPECT_FALSE(visit.user.Window().LoopEnded());
+  });
+  EXPECT_EQ(Shown(),
+            (Messages{{"请选择代码。", 0, "DossierKit"}, {std::bad_alloc().what(), 48, "层次代码表"}}));
   EXPECT_EQ(Result(), kUntouched);
 }
 

@@ -1,6 +1,8 @@
 // A typed text resolved to one code, or not.
 #include "codes/lookup_code.h"
 
+#include <new>
+
 #include "tests/codes/codes_test.h"
 
 namespace dossierkit::tests {
@@ -230,6 +232,30 @@ TEST_F(LookupCodeTest, NothingIsKeptBetweenTwoCalls) {
   EXPECT_EQ(Look("tj"), "天津 -> 20|天津");
   Script("update T set dmhnd='xx' where dmcod='20'");
   EXPECT_EQ(Look("tj"), " -> 20|天津");
+}
+
+TEST_F(LookupCodeTest, HoweverManyExactRowsThereAreButOneIsNone) {
+  Table("('10','甲','nx',1),('20','乙','nx',1)");
+  for (const char* row : {"('30','丙','nx',1)", "('40','丁','nx',1)", "('50','戊','nx',1)"}) {
+    Script(std::string("insert into T values") + row);
+    EXPECT_EQ(Look("nx"), kNothing) << row;
+  }
+}
+
+TEST_F(LookupCodeTest, ABlankIsACharacterOfThePattern) {
+  Table("('10','南 京','',1),('20','南京','',1)");
+  const auto statements = During([&] { EXPECT_EQ(Look(" "), "南 京 -> 10|南 京"); });
+  ASSERT_EQ(statements.size(), 2U);
+  EXPECT_EQ(statements[1],
+            "select dmcod,dmcpt,iif(dmhnd is null, '',dmhnd) as dmhnd  from T where  dmattr =true and   "
+            "dmcod<>''  and dmcpt<>''   and  ( DmCpt like '% %' or   DmHnd like '% %')     order by dmcod");
+}
+
+TEST_F(LookupCodeTest, AFailureThatIsNoneOfTheEnvironmentsIsShownToo) {
+  Table("('10','北京','bj',1)");
+  visit.RunOutOfMemoryAt("select * from T");
+  EXPECT_EQ(Look("bj"), kNothing);
+  EXPECT_EQ(Shown(), (Messages{{std::bad_alloc().what(), 48, "信息校对"}}));
 }
 
 }  // namespace

@@ -238,6 +238,25 @@ TEST_F(Loaders, AMissingTableFails) {
   EXPECT_THROW(LoadFieldValues("Z01", "P1", 1), environment::Failure);
 }
 
+TEST_F(Loaders, MoreFieldsThanSixteenBitsCountFail) {
+  visit.database->RunScript(
+      "with recursive n(i) as (select 1 union all select i + 1 from n where i < 32768) "
+      "insert into s_infoitem(tblname,itemname) select 'Z09', 'Z0901' from n");
+  for (const bool values : {false, true}) {
+    try {
+      if (values) {
+        LoadFieldValues("Z09", "P1", 1);
+      } else {
+        LoadFieldItems("Z09");
+      }
+      ADD_FAILURE() << "accepted";
+    } catch (const environment::Failure& failure) {
+      EXPECT_EQ(failure.number(), 6);
+      EXPECT_EQ(failure.description(), "溢出");
+    }
+  }
+}
+
 TEST_F(Loaders, AnApostropheInIdentifierOrCodeBreaksTheStatement) {
   EXPECT_THROW(LoadFieldValues("Z01", "O'Neil", 1), environment::Failure);
   EXPECT_EQ(visit.statements.back(), "select * from Z01 where a00 ='O'Neil' and Z0199=1");

@@ -124,6 +124,29 @@ TEST(TextChecks, ARequiredTextMustNotBeEmptyWhateverItsType) {
   }
 }
 
+// A required field with a code table.
+cFieldItem RequiredCode(const environment::Value& code) {
+  cFieldItem item = RequiredFieldOf("A0502", "varchar", "性别");
+  item.CodeTable = "GB2261";
+  item.Dmcod = code;
+  return item;
+}
+
+TEST(TextChecks, ARequiredCodedFieldGoesByTheTextOnShowAndNotByItsCode) {
+  for (const Walk walk : kAllWalks) {
+    EXPECT_EQ(TextError(walk, RequiredCode("1"), ""), "性别 为必填项");
+    EXPECT_EQ(TextError(walk, RequiredCode(environment::Value()), "某"), "");
+    EXPECT_EQ(TextError(walk, RequiredCode(""), "某"), "");
+  }
+}
+
+TEST(TextChecks, TheTextOfACodedFieldIsHeldAgainstTheLimitToo) {
+  for (const Walk walk : kAllWalks) {
+    EXPECT_EQ(TextError(walk, RequiredCode("1"), Characters(255)), "");
+    EXPECT_EQ(TextError(walk, RequiredCode("1"), Characters(256)), "性别 数据应该小于256个字符长度");
+  }
+}
+
 TEST(TextChecks, ABlankIsNotTrimmedAndFillsARequiredField) {
   EXPECT_EQ(TextError(Walk::kReplace, RequiredFieldOf("A0501", "varchar"), " "), "");
 }

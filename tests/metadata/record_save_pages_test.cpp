@@ -108,6 +108,28 @@ TEST_F(PageSave, ASingleSetIsReplacedByTheIdentifierAlone) {
   });
 }
 
+TEST_F(PageSave, RequiredAFieldOfATypeOfAnotherNameIsShownAndErasedByASave) {
+  visit.database->RunScript("update s_infoitem set FieldType='nvarchar' where itemname='A0403'");
+  InWindow([&] {
+    visit.GoTo("A04");
+    EXPECT_EQ(visit.Text("A04_A0403").Text(), "江淮省作物学会");
+    visit.user.ClickToolbar("Save");
+  });
+  EXPECT_TRUE(visit.Messages().empty());
+  EXPECT_EQ(Rows("select A0403,A0404 from A04 where A0499=1 and A00='" + kPerson + "'"),
+            Lines{"NULL|副理事长"});
+}
+
+TEST_F(PageSave, RequiredOfTheBasicDataSuchAFieldKeepsItsOldValue) {
+  visit.database->RunScript("update s_infoitem set FieldType='nvarchar' where itemname='A0110'");
+  InWindow([&] {
+    visit.Text("A01_A0110").SetText("别的");
+    visit.user.ClickToolbar("Save");
+    EXPECT_EQ(visit.Text("A01_A0110").Text(), "水稻分子育种");
+  });
+  EXPECT_TRUE(visit.Messages().empty());
+}
+
 TEST_F(PageSave, EverySetSavedAsItStandsKeepsItsRecords) {
   for (const std::string set : {"A02", "A03", "A04", "A05", "A06", "A08", "A09", "A10", "A11", "A12", "A13",
                                 "A14", "A15", "A21", "B01"}) {

@@ -140,6 +140,17 @@ TEST_F(NewPersonSave, AWrongBirthDateWritesNothing) {
   ExpectMessage("身份证号中的出生日期与您实际填写的出生日期不对应，请确认。", "错误信息");
 }
 
+TEST_F(NewPersonSave, AWrongBirthDateIsToldBehindOtherErrors) {
+  InWindow([&] {
+    auto page = ScratchPage::Single("A01", "P-1");
+    page->AddText(RequiredFieldOf("A0101", "Varchar", "姓名"), "");
+    page->AddMasked(FieldOf("A0104", "datetime", "出生日期"), "####年##月##日", "1968年03月13日");
+    page->AddText(FieldOf("A0131", "Varchar", "身份证号"), kIdNumber);
+    EXPECT_FALSE(SaveNew(page));
+  });
+  ExpectMessage("姓名 为必填项\r\n身份证号中的出生日期与您实际填写的出生日期不对应，请确认。", "错误信息");
+}
+
 TEST_F(NewPersonSave, RequiredASetOfManyAsksForItsNumberByAColumnThatNoSetHas) {
   InWindow([&] {
     auto page = FilledPage();
@@ -254,6 +265,46 @@ TEST_F(StoredPersonSave, ABadFieldWritesNothing) {
   ExpectMessage("身份证号码必须为15或18位", "错误信息");
 }
 
+TEST_F(StoredPersonSave, TheRowIsThatOfThePageAndTheNameThatOfTheWindow) {
+  InWindow([&] {
+    visit.Window().personID = "56670B14-1509-4B0A-8BF1-3331CA118783";
+    auto page = Page();
+    page->AddText(FieldOf("A0101", "Varchar"), "x");
+    EXPECT_TRUE(Save(page));
+    EXPECT_EQ(
+        visit.statements,
+        (Statements{
+            "update A01 set A0101 = 'x' where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'",
+            "select iif(a0101 is null,'',a0101) from a01 where a00='56670B14-1509-4B0A-8BF1-3331CA118783'",
+        }));
+    EXPECT_EQ(visit.Caption("labPersonName"), "沈若璞");
+  });
+}
+
+TEST_F(StoredPersonSave, RequiredAnApostropheCanChangeAnotherColumn) {
+  EXPECT_EQ(One("select A0136 from A01 where A00='" + kPerson + "'"), "1");
+  InWindow([&] {
+    auto page = Page();
+    page->AddText(FieldOf("A0110", "Varchar"), "x',A0136='9");
+    EXPECT_TRUE(Save(page));
+    EXPECT_EQ(visit.statements.at(0),
+              "update A01 set A0110 = 'x',A0136='9' where A00='47EAA099-2CB6-416D-A6DC-283CF0480FF9'");
+  });
+  EXPECT_TRUE(visit.Messages().empty());
+  EXPECT_EQ(Rows("select A0110,A0136 from A01 where A00='" + kPerson + "'"), Lines{"x|9"});
+}
+
+TEST_F(StoredPersonSave, AWrongBirthDateIsToldBehindOtherErrors) {
+  InWindow([&] {
+    auto page = Page();
+    page->AddText(RequiredFieldOf("A0101", "Varchar", "姓名"), "");
+    page->AddMasked(FieldOf("A0104", "datetime", "出生日期"), "####年##月##日", "1968年03月13日");
+    page->AddText(FieldOf("A0131", "Varchar", "身份证号"), kIdNumber);
+    EXPECT_FALSE(Save(page));
+  });
+  ExpectMessage("姓名 为必填项\r\n身份证号中的出生日期与您实际填写的出生日期不对应，请确认。", "错误信息");
+}
+
 TEST_F(StoredPersonSave, AnApostropheBreaksTheStatementAndTheRowStays) {
   InWindow([&] {
     auto page = Page();
@@ -289,6 +340,18 @@ TEST_F(StoredPersonSave, AnotherWorkingModeReplacesTheRow) {
                   "insert into A01( A00 ,A0101) values('47EAA099-2CB6-416D-A6DC-283CF0480FF9','x')",
               }));
   });
+}
+
+TEST_F(StoredPersonSave, AnotherWorkingModeKnowsNoRuleOfTheIdNumber) {
+  InWindow([&] {
+    visit.Window().DealType = 1;
+    auto page = Page();
+    page->AddMasked(FieldOf("A0104", "datetime", "出生日期"), "####年##月##日", "1968年03月13日");
+    page->AddText(FieldOf("A0131", "Varchar", "身份证号"), "1");
+    EXPECT_TRUE(Save(page));
+  });
+  EXPECT_TRUE(visit.Messages().empty());
+  EXPECT_EQ(One("select A0131 from A01 where A00='" + kPerson + "'"), "1");
 }
 
 }  // namespace

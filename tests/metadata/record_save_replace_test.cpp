@@ -67,6 +67,36 @@ TEST_F(ReplaceSave, CheckBoxesAddTheirStateWhateverTheirType) {
   EXPECT_EQ(Rows("select Z0101,Z0102,Z0103 from Z01"), Lines{"True|1|False"});
 }
 
+TEST_F(ReplaceSave, TheThirdStateOfACheckBoxIsWrittenAsItsNumber) {
+  visit.database->RunScript("create table Z01 (A00 varchar(36) collate nocase, Z0101 integer)");
+  InWindow([&] {
+    auto page = ScratchPage::Single("Z01", "P1");
+    page->AddCheck(FieldOf("Z0101", "int"), 2);
+    EXPECT_TRUE(Save(page));
+    EXPECT_EQ(visit.statements.at(1), "insert into Z01( A00 ,Z0101) values('P1','2')");
+  });
+  EXPECT_EQ(One("select Z0101 from Z01"), "2");
+}
+
+TEST_F(ReplaceSave, HiddenAndDisabledControlsAreCheckedAndWrittenLikeTheOthers) {
+  InWindow([&] {
+    auto page = Visits(2);
+    page->AddText(FieldOf("A0503", "Varchar"), "北海道").SetVisible(false);
+    page->AddText(FieldOf("A0504", "Varchar"), "筑波").SetEnabled(false);
+    auto& content = page->AddText(RequiredFieldOf("A0505", "Ntext", "有关内容"), "");
+    content.SetVisible(false);
+    auto& role = page->AddText(RequiredFieldOf("A0506", "Varchar", "身份"), "");
+    role.SetEnabled(false);
+    EXPECT_FALSE(Save(page));
+    ExpectMessage("有关内容 为必填项\r\n身份  为必填项", "错误信息");
+    content.SetText("研究");
+    role.SetText("访问学者");
+    EXPECT_TRUE(Save(page));
+  });
+  EXPECT_EQ(Rows("select A0504,A0505,A0506 from A05 where A0503='北海道' and A00='" + kPerson + "'"),
+            Lines{"筑波|研究|访问学者"});
+}
+
 TEST_F(ReplaceSave, CheckBoxesAreUpdatedByTheirState) {
   visit.database->RunScript("alter table A01 add column A0150 boolean");
   InWindow([&] {
@@ -245,7 +275,7 @@ TEST_F(ReplaceSave, AFailingDeleteIsTrappedBeforeAnyCheck) {
   EXPECT_EQ(CountOfVisits(2), "1");
 }
 
-TEST_F(ReplaceSave, TheTwoDatesOfTheWorkHistoryMayStandInAnyOrder) {
+TEST_F(ReplaceSave, RequiredAnEndDateIsNotComparedWithItsStart) {
   InWindow([&] {
     auto page = ScratchPage::Multi("A03", kPerson, 6, "A0301");
     page->AddMasked(FieldOf("A0301", "datetime", "起始年月"), "####年##月", "2020年01月");

@@ -136,5 +136,15 @@ TEST_F(Renumbering, RequiredMoreThanTwoHundredRecordsAreRaisedBy200AllTheSame) {
   EXPECT_EQ(One("select A0699 from A06 where A0602='205' and A00='P'"), "1");
 }
 
+TEST_F(Renumbering, RequiredBeyond32767RecordsAllStayRaised) {
+  visit.database->RunScript(RecordsUpTo(32768));
+  InWindow([&] {
+    EXPECT_FALSE(SaveConference(1, "", "first", "A0602"));
+    EXPECT_EQ(visit.statements.back(), "select * from A06 where A00 ='P' order by A0602");
+  });
+  ExpectMessage("溢出", "信息保存");
+  EXPECT_EQ(Rows("select min(A0699),max(A0699),count(*) from A06 where A00='P'"), Lines{"201|32968|32768"});
+}
+
 }  // namespace
 }  // namespace dossierkit::tests

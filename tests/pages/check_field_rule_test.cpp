@@ -79,6 +79,17 @@ TEST_F(CheckFieldRuleTest, LengthsAreComparedAsNumbersAndToldAsWritten) {
   EXPECT_EQ(Of({"L 04"}, "201"), "身份证号长度应该为04位。");
 }
 
+TEST_F(CheckFieldRuleTest, ALengthWithAFractionFitsNoText) {
+  EXPECT_EQ(Of({"L 4.5"}, "2010"), "身份证号长度应该为4.5位。");
+  EXPECT_EQ(Of({"L 4.5"}, "20100"), "身份证号长度应该为4.5位。");
+}
+
+TEST_F(CheckFieldRuleTest, BlanksCountAsCharacters) {
+  EXPECT_EQ(Of({"L 2"}, "  "), "");
+  EXPECT_EQ(Of({"L 3"}, "  "), "身份证号长度应该为3位。");
+  EXPECT_EQ(Of({"B 1,2"}, " "), "身份证号应该在1至2之间。");
+}
+
 TEST_F(CheckFieldRuleTest, ASmallLetterIsTheSameKind) {
   EXPECT_EQ(Of({"l 18"}, "1"), "身份证号长度应该为18位。");
   EXPECT_EQ(Of({"b 1,2"}, "3"), "身份证号应该在1至2之间。");
@@ -208,6 +219,22 @@ TEST_F(CheckFieldRuleTest, BoundsOfAnotherTypeAreNotChecked) {
     EXPECT_EQ(Of({"B 1,2", type}, "9"), "") << type;
     EXPECT_EQ(Of({"B 1", type}, "9"), "") << type;
   }
+}
+
+TEST_F(CheckFieldRuleTest, AnEmptyUpperBoundLetsNothingButTheEmptyTextThrough) {
+  EXPECT_EQ(Of({"B 1900,"}, "2000"), "身份证号应该在1900至之间。");
+  EXPECT_EQ(Of({"B ,"}, "2000"), "身份证号应该在至之间。");
+  EXPECT_EQ(Of({"B ,"}, ""), "");
+  EXPECT_EQ(Of({"B ,2000"}, "1500"), "");
+  EXPECT_EQ(Of({"B 1900-01,", "datetime", "yyyy年mm月", "时间"}, "2000年01月"), "时间应该在1900-01至之间。");
+}
+
+TEST_F(CheckFieldRuleTest, AStyleInCapitalsKeepsTheWrittenUpperBound) {
+  EXPECT_EQ(Of({"B 1900-01,2000-12", "datetime", "YYYY-MM", "时间"}, "2026年05月"),
+            "时间应该在1900-01至2000-12之间。");
+  EXPECT_EQ(Of({"B 1900-01-01,2000-12-31", "datetime", "YYYY-MM-DD", "时间"}, "2026年05月01日"),
+            "时间应该在1900-01-01至2000-12-31之间。");
+  EXPECT_EQ(Of({"B 1900,2000", "Varchar", "YYYY", "年份"}, "2026"), "年份应该在1900至2000之间。");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// How the metadata and the values of a record reach the controls of a page, and where the focus goes.
+// How the metadata and the values of a record reach the controls of a page.
 #include <gtest/gtest.h>
 
 #include "metadata/field_items.h"
@@ -184,6 +184,44 @@ TEST_F(Filling, CaptionsComeFromTheMetadataAndRequiredOnesAreBold) {
   });
 }
 
+TEST_F(Filling, ACaptionFollowsEachFillThoughTheMetadataHasNoneOrItIsRequiredNoMore) {
+  OnPage([&](ctrlUser& page) {
+    const auto& label = *visit_.user.Find<toolkit::Label>("A03_A0302_c");
+    Item("A03_A0302").IsNUll = false;
+    page.setCtrl(items_);
+    EXPECT_EQ(label.Caption(), "工作单位");
+    EXPECT_TRUE(label.FontBold());
+    Item("A03_A0302").IsNUll = true;
+    Item("A03_A0302").ItemDesc = "";
+    page.setCtrl(items_);
+    EXPECT_EQ(label.Caption(), "");
+    EXPECT_FALSE(label.FontBold());
+  });
+}
+
+TEST_F(Filling, ACaptionOfACodeIsShownForAFieldWithoutACodeTableToo) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0302").Dmcod = "310";
+    Item("A03_A0302").Dmcpt = "某长";
+    page.setCtrl(items_);
+    EXPECT_EQ(Box().Text(), "某长");
+    EXPECT_EQ(Box().BackColor(), kSystemWindow);
+  });
+}
+
+TEST_F(Filling, AFillThatFailsHasFilledWhatStandsBefore) {
+  OnPage([&](ctrlUser& page) {
+    Item("A03_A0302").Dmcod = "前";
+    Item("A03_A0303").Dmcod = "后";
+    items_->remove("A03_A0304");
+    EXPECT_THROW(page.setCtrl(items_), Failure);
+    EXPECT_EQ(Month().Text(), "____年__月");
+    EXPECT_EQ(Box().Text(), "前");
+    EXPECT_NE(visit_.Text("A03_A0303").Text(), "后");
+    EXPECT_NE(visit_.Text("A03_A0303").Text(), "");
+  });
+}
+
 TEST_F(Filling, NeverLeavesTheMarkOfEdits) {
   OnPage([&](ctrlUser& page) {
     visit_.user.Type("2");
@@ -297,131 +335,6 @@ TEST_F(CheckBoxes, AChangeOfOneDoesNotMarkTheRecordAsEdited) {
 
 TEST_F(CheckBoxes, ControlsOfAnotherKindNeedNoMetadata) {
   OnPage([&](DossierPage& page, toolkit::CheckBox&) { EXPECT_NO_THROW(page.setCtrl(items_)); });
-}
-
-// --- focus and help -------------------------------------------------------------------------------
-
-TEST(FocusOfAPage, StandsInTheFirstFieldOfEveryPage) {
-  Visit visit;
-  visit.OpenPerson(kPerson, [&] {
-    const std::vector<std::pair<std::string, std::string>> first = {
-        {"A01", "A01_A0101_v"}, {"A02", "A02_A0201_v"}, {"A03", "A03_A0301_v"}, {"A04", "A04_A0401_v"},
-        {"A05", "A05_A0501_v"}, {"A06", "A06_A0601_v"}, {"A08", "A08_A0801_v"}, {"A09", "A09_A0901_v"},
-        {"A10", "A10_A1001_v"}, {"A11", "A11_A1101_v"}, {"A12", "A12_A1201_v"}, {"A13", "A13_A1302_v"},
-        {"A14", "A14_A1401_v"}, {"A15", "A15_A1501_v"}, {"A21", "A21_A2111_v"}, {"B01", "B01_B0101_v"}};
-    for (const auto& [set, field] : first) {
-      visit.GoTo(set);
-      EXPECT_EQ(visit.Focus(), field);
-    }
-  });
-}
-
-TEST(FocusOfAPage, GoesToTheLowestTabIndexWhateverTheOrderOfTheControls) {
-  class Reversed : public ctrlUser {
-   public:
-    explicit Reversed(const std::string& name) : ctrlUser(name, *FindPageDesign("A04")) {
-      Controls().Find("A04_A0404_v")->SetTabIndex(-5);
-    }
-  };
-  Visit visit;
-  visit.desktop.RegisterClass("DossierKit.ctrlUserA04",
-                              [](const std::string& name) { return std::make_shared<Reversed>(name); });
-  visit.OpenPerson(kPerson, [&] {
-    visit.GoTo("A04");
-    EXPECT_EQ(visit.Focus(), "A04_A0404_v");
-  });
-}
-
-TEST(FocusOfAPage, AFieldThatCannotTakeItIsNoFailure) {
-  class Disabled : public ctrlUser {
-   public:
-    explicit Disabled(const std::string& name) : ctrlUser(name, *FindPageDesign("A04")) {
-      Controls().Find("A04_A0401_v")->SetEnabled(false);
-    }
-  };
-  Visit visit;
-  visit.desktop.RegisterClass("DossierKit.ctrlUserA04",
-                              [](const std::string& name) { return std::make_shared<Disabled>(name); });
-  visit.OpenPerson(kPerson, [&] {
-    visit.GoTo("A04");
-    visit.user.ClickRow(2);
-    EXPECT_EQ(visit.OnShow().WhInfo().id, 2);
-  });
-  EXPECT_TRUE(visit.Messages().empty());
-}
-
-TEST(FocusOfAPage, ShowComesOnceForEachPage) {
-  static int shows = 0;
-  class Counting : public ctrlUser {
-   public:
-    explicit Counting(const std::string& name) : ctrlUser(name, *FindPageDesign("A04")) {}
-    void UserControl_Show() override {
-      ++shows;
-      ctrlUser::UserControl_Show();
-    }
-  };
-  shows = 0;
-  Visit visit;
-  visit.desktop.RegisterClass("DossierKit.ctrlUserA04",
-                              [](const std::string& name) { return std::make_shared<Counting>(name); });
-  visit.OpenPerson(kPerson, [&] {
-    visit.GoTo("A04");
-    EXPECT_EQ(shows, 1);
-    visit.user.ClickRow(2);
-    visit.user.Tab();
-    visit.user.Press('N', toolkit::kCtrl);
-    EXPECT_EQ(shows, 1);
-    visit.GoTo("A04");
-    EXPECT_EQ(shows, 2);
-  });
-}
-
-TEST(HelpText, FollowsTheFieldWithTheFocus) {
-  Visit visit;
-  visit.OpenPerson(kPerson, [&] {
-    visit.GoTo("A03");
-    EXPECT_EQ(visit.Caption("labExplain"), "填写到任的年月，例如：1996年08月。");
-    visit.user.Tab();
-    EXPECT_EQ(visit.Caption("labExplain"), "填写离任的年月，仍在任的不填，例如：2003年06月。");
-    visit.user.ClickRow(1);
-    EXPECT_EQ(visit.Caption("labExplain"), "填写到任的年月，例如：1996年08月。");
-    visit.user.BackTab();
-    EXPECT_EQ(visit.Focus(), "VMenu1");
-    EXPECT_EQ(visit.Caption("labExplain"), "");
-  });
-}
-
-TEST(CaretStep, PutsTheCaretOfAMaskAtItsStartOnTwelvePages) {
-  Visit visit;
-  visit.OpenPerson(kPerson, [&] {
-    visit.GoTo("A03");
-    visit.Masked("A03_A0301A").Select(3, 2);
-    visit.user.Tab();
-    EXPECT_EQ(visit.Focus(), "A03_A0301A_v");
-    EXPECT_EQ(visit.Masked("A03_A0301A").SelStart(), 0U);
-    EXPECT_EQ(visit.Masked("A03_A0301A").SelLength(), 0U);
-  });
-}
-
-TEST(CaretStep, IsNotMadeOnTheOtherPages) {
-  class WithMask : public ctrlUser {
-   public:
-    explicit WithMask(const std::string& name) : ctrlUser(name, *FindPageDesign("A12")) {
-      const auto box = Controls().Make<toolkit::MaskEdBox>("A12_A1299_m");
-      box->SetMask("####");
-      box->SetTabIndex(900);
-    }
-  };
-  Visit visit;
-  visit.desktop.RegisterClass("DossierKit.ctrlUserA12",
-                              [](const std::string& name) { return std::make_shared<WithMask>(name); });
-  visit.OpenPerson(kPerson, [&] {
-    visit.GoTo("A12");
-    visit.user.Find<toolkit::MaskEdBox>("A12_A1299_m")->Select(2, 1);
-    visit.user.Tab();
-    EXPECT_EQ(visit.Focus(), "A12_A1299_m");
-    EXPECT_EQ(visit.user.Find<toolkit::MaskEdBox>("A12_A1299_m")->SelStart(), 2U);
-  });
 }
 
 }  // namespace

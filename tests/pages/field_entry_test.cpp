@@ -106,6 +106,17 @@ TEST_F(FieldEntry, SingleDigitsBecomeTwo) {
   EXPECT_TRUE(Shown().empty());
 }
 
+TEST_F(FieldEntry, AGapBeforeADigitIsTakenAwayToo) {
+  Open([&] {
+    visit.Masked("A01_A0108").SetFocus();
+    visit.Masked("A01_A0108").SetText("1990年_3月");
+    visit.user.Tab();
+    EXPECT_EQ(visit.Masked("A01_A0108").Text(), "1990年03月");
+    EXPECT_EQ(visit.Focus(), "A01_A0109_v");
+  });
+  EXPECT_TRUE(Shown().empty());
+}
+
 TEST_F(FieldEntry, ADateBeyondItsBoundsKeepsTheFocus) {
   Open([&] {
     EnterAndLeave("A01_A0104", "18991231");
@@ -165,6 +176,17 @@ TEST_F(FieldEntry, AMaskThatIsNotFullKeepsTheFocus) {
   EXPECT_EQ(Shown(), (Messages{{"邮政编码录入数据不规范！", 0, kError}}));
 }
 
+TEST_F(FieldEntry, AMaskWithAGapIsNotFull) {
+  Open([&] {
+    visit.Masked("A01_A0117").SetFocus();
+    visit.Masked("A01_A0117").SetText("21_001");
+    visit.user.Tab();
+    EXPECT_EQ(visit.Focus(), "A01_A0117_v");
+    EXPECT_EQ(visit.Masked("A01_A0117").Text(), "21_001");
+  });
+  EXPECT_EQ(Shown(), (Messages{{"邮政编码录入数据不规范！", 0, kError}}));
+}
+
 TEST_F(FieldEntry, AFullMaskIsHeldAgainstItsRule) {
   Script("update s_infoitem set \"Check\"='L 5' where itemname='A0117'");
   Open([&] {
@@ -207,6 +229,28 @@ TEST_F(FieldEntry, ACorrectedTextLetsTheFocusGo) {
     EXPECT_EQ(visit.Focus(), "A01_A0120_v");
   });
   EXPECT_EQ(Shown().size(), 1U);
+}
+
+TEST_F(FieldEntry, ADateInAPlainTextIsHeldAgainstItsRule) {
+  Script(
+      "update s_infoitem set FieldType='datetime',style='yyyy-mm',\"Check\"='B 1900-01,2050-12' "
+      "where itemname='A0119'");
+  Open([&] {
+    EnterAndLeave("A01_A0119", "1800-01");
+    EXPECT_EQ(visit.Focus(), "A01_A0119_v");
+    EnterAndLeave("A01_A0119", "2001-01");
+    EXPECT_EQ(visit.Focus(), "A01_A0120_v");
+  });
+  EXPECT_EQ(Shown(), (Messages{{"手机号码应该在1900-01至2026-11之间。", 0, kError}}));
+}
+
+TEST_F(FieldEntry, BlanksAreNoEmptyText) {
+  Open([&] {
+    EnterAndLeave("A01_A0119", "  ");
+    EXPECT_EQ(visit.Focus(), "A01_A0119_v");
+    EXPECT_EQ(Item("A01_A0119"), "10000000001|");
+  });
+  EXPECT_EQ(Shown(), (Messages{{"手机号码长度应该为11位。", 0, kError}}));
 }
 
 TEST_F(FieldEntry, AnEmptyTextPassesAndEmptiesItsItem) {

@@ -1,6 +1,7 @@
 // The keys of a page: its short cuts and its filter of the apostrophe.
 #include <gtest/gtest.h>
 
+#include "tests/pages/sixteen_pages.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -13,19 +14,6 @@ using toolkit::kShift;
 constexpr int kComma = 188;
 constexpr int kPoint = 190;
 
-struct Page {
-  const char* set;
-  bool previewed;
-};
-
-const std::vector<Page>& Pages() {
-  static const std::vector<Page> pages = {{"A01", false}, {"A02", true},  {"A03", true},  {"A04", true},
-                                          {"A05", true},  {"A06", true},  {"A08", true},  {"A09", true},
-                                          {"A10", true},  {"A11", false}, {"A12", false}, {"A13", false},
-                                          {"A14", false}, {"A15", false}, {"A21", false}, {"B01", true}};
-  return pages;
-}
-
 // The first text box of the page on show.
 toolkit::TextBox& FirstText(Visit& visit) {
   for (const auto& control : visit.OnShow().Controls()) {
@@ -37,13 +25,13 @@ toolkit::TextBox& FirstText(Visit& visit) {
 TEST(Apostrophe, IsDroppedOnThePagesThatPreviewTheirKeysAndTypedOnTheOthers) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {
-    for (const Page& page : Pages()) {
+    for (const Page& page : SixteenPages()) {
       visit.GoTo(page.set);
       auto& box = FirstText(visit);
       box.SetFocus();
       box.SetText("");
       visit.user.Type("a'b'");
-      EXPECT_EQ(box.Text(), page.previewed ? "ab" : "a'b'") << page.set;
+      EXPECT_EQ(box.Text(), page.Has(kKeyPreview) ? "ab" : "a'b'") << page.set;
       visit.OnShow().WhInfo().IsChange = false;
     }
   });
@@ -52,7 +40,7 @@ TEST(Apostrophe, IsDroppedOnThePagesThatPreviewTheirKeysAndTypedOnTheOthers) {
 TEST(Apostrophe, RequiredAPasteBringsItInEverywhere) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {
-    for (const Page& page : Pages()) {
+    for (const Page& page : SixteenPages()) {
       visit.GoTo(page.set);
       auto& box = FirstText(visit);
       box.SetFocus();
@@ -73,6 +61,21 @@ TEST(Apostrophe, OtherQuotationMarksAreTyped) {
     box.SetText("");
     visit.user.Type("\"‘’`＇");
     EXPECT_EQ(box.Text(), "\"‘’`＇");
+  });
+}
+
+TEST(Apostrophe, IsKeptFromTheListAsWell) {
+  Visit visit;
+  visit.OpenPerson(kPerson, [&] {
+    for (const char* set : {"A04", "A11"}) {
+      visit.GoTo(set);
+      const auto grid = visit.user.Find("DGItems");
+      grid->SetFocus();
+      std::u32string heard;
+      const auto hook = grid->KeyPress.Subscribe([&](char32_t& key) { heard += key; });
+      visit.user.Type("a'b");
+      EXPECT_EQ(heard, std::string(set) == "A04" ? U"ab" : U"a'b") << set;
+    }
   });
 }
 
@@ -150,6 +153,51 @@ TEST(ShortCuts, ActWithCtrlAlone) {
   EXPECT_TRUE(visit.Messages().empty());
 }
 
+TEST(ShortCuts, WorkWhileTheListHasTheFocus) {
+  Visit visit;
+  EXPECT_TRUE(visit.OpenPerson(kPerson, [&] {
+    // Where no field is tagged as the end Enter leads into the list.
+    for (const char* set : {"A04", "A05", "A06", "A08", "A10"}) {
+      visit.GoTo(set);
+      visit.user.Find("DGItems")->SetFocus();
+      visit.user.Press(kPoint, kCtrl);
+      EXPECT_EQ(visit.OnShow().WhInfo().id, 2) << set;
+      visit.user.Find("DGItems")->SetFocus();
+      visit.user.Press(kComma, kCtrl);
+      EXPECT_EQ(visit.OnShow().WhInfo().id, 1) << set;
+      visit.user.Find("DGItems")->SetFocus();
+      visit.user.Press('N', kCtrl);
+      EXPECT_EQ(visit.Caption("labOpt"), "当前操作：增加") << set;
+    }
+    visit.GoTo("A04");
+    visit.user.Find("DGItems")->SetFocus();
+    const auto before = visit.statements.size();
+    visit.user.Press('S', kCtrl);
+    EXPECT_GT(visit.statements.size(), before);
+  }));
+  EXPECT_TRUE(visit.Messages().empty());
+}
+
+TEST(ShortCuts, GoOnToTheControlWithTheFocus) {
+  Visit visit;
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    std::vector<int> heard;
+    auto& box = visit.Text("A04_A0403");
+    const auto hook = box.KeyDown.Subscribe([&](int& key, int) { heard.push_back(key); });
+    // A save that fails and an Add leave the page in its place.
+    box.SetFocus();
+    box.SetText("");
+    visit.user.Press('S', kCtrl);
+    visit.OnShow().WhInfo().IsChange = false;
+    box.SetFocus();
+    visit.user.Press('N', kCtrl);
+    EXPECT_EQ(heard, (std::vector<int>{'S', 'N'}));
+    EXPECT_EQ(visit.Caption("labOpt"), "当前操作：增加");
+  });
+  EXPECT_EQ(visit.Messages(), std::vector<std::string>{"任职单位名称 为必填项"});
+}
+
 TEST(ShortCuts, OtherKeysDoNothing) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {
@@ -198,6 +246,23 @@ TEST(ShortCutsOfMoving, AtAnEndNothingRuns) {
     EXPECT_EQ(visit.statements.size(), before);
   });
   EXPECT_TRUE(visit.Messages().empty());
+}
+
+TEST(ShortCutsOfMoving, BehindTheLastRowNothingMovesOn) {
+  Visit visit;
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    auto& rows = *visit.OnShow().AdodcRs();
+    rows.SetAbsolutePosition(4);
+    // The form cannot follow there.
+    EXPECT_THROW(rows.MoveNext(), environment::Failure);
+    ASSERT_TRUE(rows.EOF_());
+    const auto before = visit.statements.size();
+    visit.user.Press(kPoint, kCtrl);
+    EXPECT_EQ(visit.statements.size(), before);
+    EXPECT_TRUE(rows.EOF_());
+    EXPECT_FALSE(visit.Window().LoopEnded());
+  });
 }
 
 TEST(ShortCutsOfMoving, WithOneRecordOrNoneNeitherMoves) {
@@ -267,7 +332,7 @@ TEST(ShortCutsOfMoving, GoOnFromTheRowOfTheListWhileANewRecordIsOnShow) {
   });
 }
 
-TEST(EnterInTheLastField, MovesOnWhereNoFieldIsTaggedAsTheEnd) {
+TEST(EnterInTheLastField, MovesOnIntoTheListWhereNoFieldIsTaggedAsTheEnd) {
   const std::vector<std::pair<std::string, std::string>> last = {{"A04", "A04_A0404"}, {"A05", "A05_A0505"},
                                                                  {"A06", "A06_A0605"}, {"A08", "A08_A0805"},
                                                                  {"A10", "A10_A1007"}, {"A21", "A21_A2113"}};
@@ -279,7 +344,7 @@ TEST(EnterInTheLastField, MovesOnWhereNoFieldIsTaggedAsTheEnd) {
       const std::string text = visit.Text(field).Text();
       const auto before = visit.statements.size();
       visit.user.Press(toolkit::kKeyReturn);
-      EXPECT_NE(visit.Focus(), field + "_v");
+      EXPECT_EQ(visit.Focus(), "DGItems");
       EXPECT_EQ(visit.Text(field).Text(), text);
       EXPECT_EQ(visit.statements.size(), before);
     }

@@ -108,6 +108,28 @@ TEST_F(PhotographOfPage, RequiredANewPersonShowsThePhotographOfTheOneBefore) {
   });
 }
 
+TEST_F(PhotographOfPage, EachRefillReadsTheFileAgain) {
+  visit.Open([&] {
+    EXPECT_EQ(Shown("imgPerson"), "old");
+    PhotoFolder::Write(Photo(), Jpeg("from elsewhere"));
+    visit.OnShow().setCtrl(visit.OnShow().FieldItems());
+    EXPECT_EQ(Shown("imgPerson"), "from elsewhere");
+  });
+}
+
+TEST_F(PhotographOfPage, RequiredAnIdentifierMayLeadOutOfTheFolder) {
+  const auto outside = folder.Photos().parent_path() / "x.jpg";
+  PhotoFolder::Write(outside, Jpeg("outside"));
+  Script("update A01 set A00='../x' where A00='" + kPerson + "'");
+  visit.OpenPerson("../x", [&] {
+    EXPECT_EQ(Shown("imgPerson"), "outside");
+    Answer(toolkit::kAnswerYes);
+    visit.user.ClickToolbar("Delete");
+  });
+  EXPECT_FALSE(std::filesystem::exists(outside));
+  EXPECT_TRUE(std::filesystem::exists(Photo()));
+}
+
 TEST_F(PhotographOfPage, WithoutAFileNothingIsShown) {
   RemovePhoto();
   visit.Open([&] { EXPECT_EQ(Shown("imgPerson"), ""); });

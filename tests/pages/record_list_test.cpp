@@ -306,6 +306,26 @@ TEST(RecordList, APersonWithoutRecordsHasAnEmptyFormAndNoMove) {
             0);
 }
 
+TEST(RecordList, WithoutRecordsTheFormOfThePageAloneIsFilledFromTheMetadata) {
+  Visit visit;
+  visit.database->RunScript("delete from A04 where A00='" + kPerson +
+                            "'; update s_infoitem set itemdesc='单位' where itemname='A0403'");
+  visit.OpenPerson(kPerson, [&] {
+    const auto page = visit.Window().LoadUCtrl("ctrlUserA04");
+    page->WhInfo().TabId = "A04";
+    page->WhInfo().personID = kPerson;
+    page->WhInfo().IsMult = true;
+    EXPECT_EQ(visit.Caption("A04_A0403_c"), "任职单位名称");
+    page->setDGItems();
+    EXPECT_EQ(visit.Caption("A04_A0403_c"), "单位");
+    EXPECT_EQ(visit.Masked("A04_A0401").Text(), "____年__月");
+    EXPECT_EQ(page->FieldItems()->Count(), 5);
+    // The form stands ready: an edit is noticed.
+    visit.Text("A04_A0403").SetText("x");
+    EXPECT_TRUE(page->WhInfo().IsChange);
+  });
+}
+
 TEST(RecordList, LeavesOpenWithItsFirstRecordOnShow) {
   Visit visit;
   std::shared_ptr<ado::Recordset> rows;
@@ -429,6 +449,23 @@ TEST(RecordList, ItsFirstMoveTellsBeforeAndAfter) {
                 "select itemdesc from s_infoitem where itemdesc <>'' and  tblname = 'A04' and itemname = "
                 "'A0499' "),
             2);
+}
+
+TEST(RecordList, RequiredAStyleThatIsNotUnderstoodIsGarbled) {
+  Visit visit;
+  visit.database->RunScript(
+      "update s_infoitem set style='mmmm dddd' where itemname='A0401';"
+      "update s_infoitem set style='Short Date' where itemname='A0402';"
+      "update s_infoitem set style='@' where itemname='A0403';"
+      "update s_infoitem set style='>' where itemname='A0404'");
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    const auto& grid = Grid(visit);
+    EXPECT_EQ(grid.Cell(1, 0), "0505 0101");
+    EXPECT_EQ(grid.Cell(1, 1), "00ort 1ate");
+    EXPECT_EQ(grid.Cell(1, 2), "江淮省作物学会");
+    EXPECT_EQ(grid.Cell(1, 3), "副理事长");
+  });
 }
 
 }  // namespace

@@ -303,6 +303,17 @@ TEST_F(RecordNumber, UnderAnotherCaptionIsFound) {
   });
 }
 
+TEST_F(RecordNumber, IsReadByItsCaptionWhereverItsColumnStands) {
+  visit_.database->RunScript("update s_infoitem set FldOrder='00' where itemname='A0499'");
+  visit_.OpenPerson(kPerson, [&] {
+    visit_.GoTo("A04");
+    EXPECT_EQ(visit_.user.Find<toolkit::DataGrid>("DGItems")->Heading(0), "序号");
+    visit_.user.ClickRow(2);
+    EXPECT_EQ(visit_.OnShow().WhInfo().id, 2);
+    EXPECT_EQ(visit_.Text("A04_A0404").Text(), "副主编");
+  });
+}
+
 TEST(RecordMove, TheListIsAnIndexAndTheFormReadsTheTable) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {

@@ -115,8 +115,15 @@ TEST(StoredProperties, ResizeIsRaisedWheneverThePageIsResized) {
     auto& page = visit.OnShow();
     int raised = 0;
     const auto hook = page.Resize.Subscribe([&] { ++raised; });
-    visit.Window().UserResize(20000, 15000);
-    EXPECT_GT(raised, 0);
+    page.Move({300, 300, 20000, 15000});
+    EXPECT_EQ(raised, 1);
+    page.Move({0, 0, 20000, 15000});
+    EXPECT_EQ(raised, 1) << "moved, not resized";
+    page.Move({0, 0, 20000, 15001});
+    EXPECT_EQ(raised, 2);
+    // The window gives it first its width, then its height.
+    visit.Window().UserResize(9000, 7000);
+    EXPECT_EQ(raised, 4);
   });
 }
 

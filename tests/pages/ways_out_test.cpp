@@ -105,5 +105,20 @@ TEST_P(WaysOut, OpenedByDoubleClick) {
 INSTANTIATE_TEST_SUITE_P(OfThePicker, WaysOut, ::testing::ValuesIn(kWaysOut),
                          [](const auto& way) { return std::string(way.param.name); });
 
+using HalfAChoice = EntryTest;
+
+TEST_F(HalfAChoice, ACaptionWithoutACodeIsNone) {
+  Open([&] {
+    visit.OnShow().FieldItems()->Item("A01_A0102")->Dmcod = "";
+    InPicker([&] {
+      EXPECT_EQ(CodePicker().Dmcpt, "男性");
+      visit.user.Click("cmdCancel");
+    });
+    visit.user.DoubleClick("A01_A0102_v");
+    EXPECT_EQ(visit.Text("A01_A0102").Text(), "");
+    EXPECT_EQ(Item("A01_A0102"), "|");
+  });
+}
+
 }  // namespace
 }  // namespace dossierkit::tests

@@ -109,6 +109,42 @@ TEST_F(CancelCommand, RequiredANewPersonIsGivenAnotherIdAndAddIsEnabled) {
   EXPECT_EQ(Value("select count(*) from A01"), "12");
 }
 
+TEST_F(CancelCommand, AReloadThatBeginsANewPersonEnablesAdd) {
+  visit.Open([&] {
+    Script("delete from A01 where A00='" + kPerson + "'");
+    EXPECT_EQ(visit.Window().DealType, 3);
+    visit.user.ClickToolbar("Cancel");
+    EXPECT_EQ(visit.Window().DealType, 0);
+    EXPECT_EQ(State(), "当前操作：增加 on on off");
+  });
+  EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(CancelCommand, RequiredAReloadThatDoesNotComeAboutEnablesAddOfANewPersonToo) {
+  visit.OpenNew([&] {
+    const auto page = visit.Window().GetUserCtrl();
+    visit.Text("A01_A0101").SetText("王新");
+    Answer(toolkit::kAnswerYes);
+    Answer(toolkit::kAnswerYes);
+    visit.user.ClickToolbar("Cancel");
+    EXPECT_EQ(visit.Window().GetUserCtrl(), page) << "the save failed, so that the page stayed";
+    EXPECT_EQ(State(), "当前操作：增加 on on off");
+  });
+  EXPECT_EQ(Shown().size(), 3U);
+}
+
+TEST_F(CancelCommand, RequiredOfAPersonNotMarkedAsStoredAddIsEnabledInEverySet) {
+  visit.component.OperationType = 0;
+  visit.Open([&] {
+    visit.GoTo("A12");
+    EXPECT_EQ(State(), "当前操作：修改 on off off");
+    visit.user.ClickToolbar("Cancel");
+    EXPECT_EQ(visit.OnShow().Name(), "ctrlUserA12");
+    EXPECT_EQ(State(), "当前操作：修改 on on off");
+  });
+  EXPECT_TRUE(Shown().empty());
+}
+
 TEST_F(CancelCommand, OfAStoredPersonAddStaysAsTheSetHasIt) {
   visit.Open([&] {
     visit.GoTo("A12");

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include "adapters/headless/headless_platform.h"
+#include "pages/ctrl_user.h"
+#include "shell/component.h"
+#include "tests/pages/sixteen_pages.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -81,6 +85,20 @@ TEST_F(Strip, NoWindowPlacesOne) {
       EXPECT_EQ(dynamic_cast<const ctrlButtonList*>(control.get()), nullptr);
     }
   });
+}
+
+TEST(ClassesOfTheComponent, AreTheSixteenPagesAndTheStrip) {
+  headless::HeadlessPlatform platform;
+  const Component component(platform, "/opt/dossier");
+  const toolkit::Desktop& desktop = TheRuntime().desktop;
+  for (const Page& page : SixteenPages()) {
+    const auto made = desktop.Create("DossierKit.ctrlUser" + page.set, "page");
+    EXPECT_TRUE(std::dynamic_pointer_cast<ctrlUser>(made)) << page.set;
+  }
+  const auto strip =
+      std::dynamic_pointer_cast<ctrlButtonList>(desktop.Create("DossierKit.ctrlButtonList", "s"));
+  ASSERT_TRUE(strip);
+  EXPECT_EQ(strip->Name(), "s");
 }
 
 }  // namespace

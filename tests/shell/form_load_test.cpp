@@ -120,6 +120,22 @@ TEST_F(FormLoad, OperationType0GivesDealType0AndNoName) {
   });
 }
 
+TEST_F(FormLoad, OperationType0GivesDealType0ForAStoredIdToo) {
+  visit.Open([] {});
+  visit.component.OperationType = 0;
+  visit.Open([&] {
+    EXPECT_EQ(visit.Window().DealType, 0);
+    EXPECT_EQ(visit.Text("A01_A0101").Text(), "");
+  });
+}
+
+TEST_F(FormLoad, OperationType3GivesDealType3BeforeTheNameIsRead) {
+  visit.failing->FailAt(2);
+  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kEngineFailure);
+  EXPECT_EQ(visit.statements, Join({kMenu, kName}));
+  EXPECT_EQ(visit.Window().DealType, 3);
+}
+
 // --- operation types without a meaning ----------------------------------------------------------
 
 TEST_F(FormLoad, RequiredAnotherOperationTypeBehavesAsANewPersonInTheFirstVisit) {
@@ -128,12 +144,29 @@ TEST_F(FormLoad, RequiredAnotherOperationTypeBehavesAsANewPersonInTheFirstVisit)
     first.component.OperationType = type;
     first.Open([&] {
       EXPECT_EQ(first.Window().DealType, 0);
-      EXPECT_EQ(first.Caption("labPersonName"), "");
       // The stored row is counted, so no new person is drawn, and its values are not read.
       EXPECT_EQ(first.Window().personID, kPerson);
       EXPECT_EQ(first.Text("A01_A0101").Text(), "");
     });
   }
+}
+
+TEST_F(FormLoad, AnotherOperationTypeLeavesTheNameAlone) {
+  const auto named = [&](std::int16_t type) {
+    visit.component.OperationType = type;
+    // Something stands there before the name would be shown.
+    visit.component.SetConnection(
+        std::make_shared<ado::TracingConnection>(visit.failing, [&](const ado::Trace& trace) {
+          if (trace.statement == kMenu[0]) visit.Window().labPersonName().SetCaption("before");
+        }));
+    std::string name;
+    visit.Open([&] { name = visit.Caption("labPersonName"); });
+    return name;
+  };
+  for (const std::int16_t type : {std::int16_t{1}, std::int16_t{2}, std::int16_t{-1}, std::int16_t{4}})
+    EXPECT_EQ(named(type), "before") << type;
+  EXPECT_EQ(named(0), "");
+  EXPECT_EQ(named(3), "陆怀谷");
 }
 
 TEST_F(FormLoad, RequiredAnotherOperationTypeKeepsTheDealTypeOfTheFormerVisit) {
@@ -198,6 +231,16 @@ TEST_F(FormLoad, APersonWhoIsStoredTwiceIsRefused) {
   EXPECT_EQ(Shown(), kRefused);
   EXPECT_EQ(visit.statements, Join({kMenu, kName}));
   EXPECT_EQ(visit.database->Bytes(), before);
+}
+
+TEST_F(FormLoad, TheWindowIsUnloadedBehindTheBoxThatRefuses) {
+  bool loaded = false;
+  visit.platform.on_message = [&](const Message&) { loaded = visit.Window().Loaded(); };
+  visit.component.personID = "nobody";
+  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_TRUE(loaded);
+  EXPECT_FALSE(visit.Window().Loaded());
+  EXPECT_EQ(Shown(), kRefused);
 }
 
 TEST_F(FormLoad, TheVisitAfterARefusalWorks) {

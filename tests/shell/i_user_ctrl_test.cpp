@@ -155,6 +155,39 @@ TEST_F(UserCtrl, ShowDossierFromAMessageBoxOfTheVisitFailsToo) {
   EXPECT_EQ(failure, environment::kAlreadyShown);
 }
 
+TEST_F(UserCtrl, ShowDossierFromTheBoxThatRefusesAPersonFailsToo) {
+  int failure = 0;
+  visit.platform.on_message = [&](const Message&) {
+    IUserCtrl other;
+    other.personID = kPerson;
+    other.PersonType = 3;
+    other.OperationType = 0;
+    failure = FailureOf([&] { other.ShowDossier(); });
+  };
+  visit.component.personID = "nobody";
+  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(failure, environment::kAlreadyShown);
+  EXPECT_EQ(visit.Window().personID, "nobody");
+  EXPECT_EQ(visit.Window().PersonType, 1);
+  EXPECT_EQ(visit.Window().OperationType, 3);
+  EXPECT_EQ(visit.runtime.connection, visit.component.Connection());
+}
+
+TEST_F(UserCtrl, ZeroAndNothingTakeThePlaceOfTheFormerVisitsValues) {
+  visit.component.PhotoPath = "P";
+  visit.Open([] {});
+  visit.component.PersonType = 0;
+  visit.component.PhotoPath = "";
+  visit.component.personID = "";
+  visit.component.OperationType = 0;
+  visit.Open([&] {
+    EXPECT_EQ(visit.Window().PersonType, 0);
+    EXPECT_EQ(visit.Window().PhotoPath, "");
+    EXPECT_EQ(visit.Window().OperationType, 0);
+    EXPECT_NE(visit.Window().personID, kPerson);
+  });
+}
+
 // --- the result --------------------------------------------------------------------------------
 
 TEST_F(UserCtrl, AVisitWithoutASaveGivesFalse) {
@@ -246,6 +279,11 @@ TEST_F(UserCtrl, TheResultIsClearedAgainBehindTheMenusQuery) {
         if (trace.statement == kMenu[0]) visit.Window().IsSaved = true;
       }));
   EXPECT_FALSE(visit.Open([] {}));
+}
+
+TEST_F(UserCtrl, TheResultStaysInTheWindowBehindTheVisit) {
+  EXPECT_TRUE(visit.Open([&] { visit.user.ClickToolbar("Save"); }));
+  EXPECT_TRUE(visit.Window().IsSaved);
 }
 
 }  // namespace

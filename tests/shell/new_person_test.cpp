@@ -78,6 +78,48 @@ TEST_F(NewPerson, AnyOtherPersonTypeLeavesTheExtraItem) {
   });
 }
 
+TEST_F(NewPerson, RequiredEvenInASetOfManyRecordsHeIsNumberZeroOfOne) {
+  Script("update s_infotable set Property = 0 where tblname = 'A01'");
+  visit.Open([&] {
+    EXPECT_TRUE(visit.OnShow().WhInfo().IsMult);
+    EXPECT_EQ(visit.OnShow().WhInfo().id, 1);
+    visit.user.ClickToolbar("Add");
+    EXPECT_FALSE(visit.OnShow().WhInfo().IsMult);
+    EXPECT_EQ(visit.OnShow().WhInfo().id, 0);
+    EXPECT_EQ(visit.OnShow().WhInfo().TabId, "A01");
+    EXPECT_EQ(visit.OnShow().WhInfo().personID, visit.Window().personID);
+  });
+}
+
+TEST_F(NewPerson, NoCodeOfTheFormerPersonIsLeftToBeSaved) {
+  visit.Open([&] {
+    EXPECT_EQ(visit.OnShow().FieldItems()->Item("A01_A0114")->Dmcod, environment::Value("320481"));
+    visit.user.ClickToolbar("Add");
+    for (const auto& item : *visit.OnShow().FieldItems()) {
+      EXPECT_TRUE(item->Dmcod.IsUnset()) << item->ItemName;
+      EXPECT_EQ(item->Dmcpt, "") << item->ItemName;
+    }
+    FillRequired(visit);
+    visit.user.ClickToolbar("Save");
+  });
+  EXPECT_EQ(Rows(*visit.database, "select A0114,A0105,A0107,A0113 from A01 where A0101='王新'"),
+            Statements{"|||"});
+}
+
+TEST_F(NewPerson, ThePersonCountsAsStoredUntilTheBlankFormWasRead) {
+  EXPECT_EQ(FailureOf([&] {
+              visit.Open([&] {
+                // The three statements of the identifier, then the metadata.
+                visit.failing->FailAt(4);
+                visit.user.ClickToolbar("Add");
+              });
+            }),
+            environment::kEngineFailure);
+  EXPECT_EQ(visit.statements.back(), " select * from s_infoitem  where tblname ='A01'");
+  EXPECT_EQ(visit.Window().DealType, 3);
+  EXPECT_NE(visit.Window().personID, kPerson);
+}
+
 TEST_F(NewPerson, TheFirstSaveInsertsThePerson) {
   EXPECT_TRUE(visit.OpenNew([&] {
     const std::string id = visit.Window().personID;
@@ -167,6 +209,35 @@ TEST_F(NewPerson, TwoPersonsInOneVisit) {
   }));
   EXPECT_EQ(Column(*visit.database, "select A0199 from A01 where A0101='王新' order by A0199"),
             (Statements{"13", "14"}));
+}
+
+TEST_F(NewPerson, RequiredTheHostIsNotToldTheIdAndReadsItFromTheTable) {
+  visit.component.personID = "given by the host";
+  visit.component.OperationType = 0;
+  std::string id;
+  EXPECT_TRUE(visit.Open([&] {
+    id = visit.Window().personID;
+    FillRequired(visit);
+    visit.user.ClickToolbar("Save");
+  }));
+  EXPECT_EQ(visit.component.personID, "given by the host");
+  EXPECT_EQ(Value("select A00 from A01 where A0199 = (select max(A0199) from A01)"), id);
+}
+
+TEST_F(NewPerson, RequiredOperationType0WithAStoredIdDoublesThePersonWithASaveOnA01) {
+  visit.component.OperationType = 0;
+  EXPECT_TRUE(visit.Open([&] {
+    EXPECT_EQ(visit.Window().personID, kPerson);
+    FillRequired(visit);
+    visit.user.ClickToolbar("Save");
+    EXPECT_EQ(visit.OnShow().Name(), "ctrlUserA01");
+  }));
+  EXPECT_TRUE(Shown().empty());
+  EXPECT_EQ(Column(*visit.database, "select A0101 from A01 where A00='" + kPerson + "' order by A0199"),
+            (Statements{"陆怀谷", "王新"}));
+  // He can never be opened again.
+  visit.component.OperationType = 3;
+  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
 }
 
 }  // namespace

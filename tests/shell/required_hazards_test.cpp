@@ -116,10 +116,8 @@ TEST(NumbersOfDelete, RequiredCountTheRecordsOfEverybody) {
   });
   EXPECT_EQ(Rows(*visit.database, "select A0404,A0499 from A04 where A00='Q' order by A0499"),
             (Texts{"q1|1", "q2|2", "q3|3"}));
-  const Texts numbers = Column(*visit.database, "select A0499 from A04" + Of(kPerson));
-  EXPECT_EQ(numbers.size(), 2U);
-  for (const auto& number : numbers)
-    EXPECT_GE(std::stoi(number), 4) << "the walk took the rows of one person alone";
+  EXPECT_EQ(Column(*visit.database, "select A0499 from A04" + Of(kPerson)), (Texts{"4", "4"}))
+      << "the walk takes the rows of both persons";
 }
 
 TEST(NumbersOfDelete, RequiredBeyond32767TheSetCannotBeOpenedAgain) {
@@ -346,6 +344,35 @@ TEST(SetsOfTheMetadata, APersonStoredTwiceIsRefused) {
   EXPECT_THROW(visit.OpenPerson(kPerson, [] {}), Failure);
   EXPECT_EQ(visit.platform.messages,
             (std::vector<Message>{{"无法维护此人信息。可能不存在此人Id号或Id号重复。", 0, "人员维护"}}));
+}
+
+TEST(FaultsOfTheMetadata, RequiredEachEndsTheVisit) {
+  struct Fault {
+    const char* script;
+    int number;
+  };
+  const std::vector<Fault> faults = {
+      {"update s_infoitem set FieldLength='viele' where itemname='A0403'", environment::kTypeMismatch},
+      {"update s_infoitem set FldWidth=40000 where itemname='A0403'", environment::kOverflow},
+      {"delete from s_infoitem where itemname='A0403'", environment::kInvalidCall},
+      {"insert into s_infoitem(tblname,itemname) values('a04','a0403')", environment::kDuplicateKey},
+      {"insert into s_infoitem(tblname,itemname) values('A04','A0477')", environment::kUnknownItem},
+      {"update s_infoitem set CodeTable='NOSUCH' where itemname='A0403'", environment::kNoSuchTable},
+      {"update s_infotable set orderfield='A0477' where tblname='A04'", environment::kUnknownName},
+      {"drop table A04", environment::kNoSuchTable},
+  };
+  for (const Fault& fault : faults) {
+    Visit visit;
+    visit.database->RunScript(fault.script);
+    try {
+      visit.OpenPerson(kPerson, [&] { visit.GoTo("A04"); });
+      ADD_FAILURE() << fault.script;
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.number(), fault.number) << fault.script << ": " << failure.what();
+    }
+    EXPECT_FALSE(visit.Window().Loaded());
+    EXPECT_TRUE(visit.Messages().empty());
+  }
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // The command Save, in each way of writing a record.
+#include <new>
+
 #include "tests/shell/shell_test.h"
 
 namespace dossierkit::tests {
@@ -171,6 +173,18 @@ TEST_F(SaveCommand, AFailureOfTheWritingIsShownAndTheStepsDoneStay) {
               left[i])
         << i;
   }
+}
+
+TEST_F(SaveCommand, AFailureThatIsNoneOfTheEnvironmentsIsShownToo) {
+  EXPECT_FALSE(visit.Open([&] {
+    visit.GoTo("A12");
+    visit.Text("A12_A1201").SetText("新的文字");
+    visit.RunOutOfMemoryAt("insert into A12");
+    visit.user.ClickToolbar("Save");
+    EXPECT_EQ(visit.OnShow().Name(), "ctrlUserA12");
+    EXPECT_TRUE(visit.OnShow().WhInfo().IsChange);
+  }));
+  EXPECT_EQ(Shown(), (Messages{{std::bad_alloc().what(), kOk, "信息保存"}}));
 }
 
 TEST_F(SaveCommand, AFailureOutsideTheWritingReachesTheHost) {

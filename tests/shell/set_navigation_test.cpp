@@ -327,7 +327,7 @@ TEST_F(SetNavigation, AClickIsDroppedWhenTheFieldBeingLeftRefuses) {
 
 // --- failures --------------------------------------------------------------------------------------
 
-TEST_F(SetNavigation, AnItemWithoutAPageClassFailsTheVisit) {
+TEST_F(SetNavigation, RequiredAnItemWithoutAPageClassSuchAsB02AndB03EndsTheVisit) {
   for (const std::int16_t type : {std::int16_t{2}, std::int16_t{3}, std::int16_t{0}, std::int16_t{9}}) {
     visit.component.PersonType = type;
     bool went_on = false;

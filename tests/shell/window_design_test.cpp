@@ -147,8 +147,11 @@ TEST_F(WindowDesign, AResizeMovesNoControlOfThePage) {
 TEST_F(WindowDesign, AResizeWithoutAPageOnlyLowersTheBands) {
   visit.Open([&] {
     RemoveUCtrl(visit.Window(), "ctrlUser");
+    auto& bar = *visit.user.Find<toolkit::CoolBar>("CBar1");
+    bar.SetMinHeight(0, 450);
+    bar.SetMinHeight(1, 330);
     visit.Window().UserResize(9000, 7000);
-    EXPECT_EQ(visit.user.Find<toolkit::CoolBar>("CBar1")->Bands()[0].min_height, 390);
+    EXPECT_EQ(bar.Bands(), (std::vector<toolkit::Band>{{1995, 1995, 390}, {10005, 10005, 390}}));
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <stdexcept>
 
 #include "metadata/field_items.h"
@@ -100,6 +101,13 @@ void Visit::GoTo(const std::string& set) {
     }
   }
   throw std::logic_error("no set " + set + " in the menu");
+}
+
+void Visit::RunOutOfMemoryAt(const std::string& beginning) {
+  failing->FailAt(0, environment::kEngineFailure, "", [beginning](const std::string& statement) -> bool {
+    if (statement.starts_with(beginning)) throw std::bad_alloc();
+    return false;
+  });
 }
 
 std::vector<std::string> Visit::Messages() const {

@@ -63,6 +63,9 @@ class Visit {
   void GoTo(const std::string& set);
   bool Enabled(const std::string& button) { return Window().TbMain().Button(button).Enabled(); }
 
+  // From now on each statement that begins so throws std::bad_alloc instead of running.
+  void RunOutOfMemoryAt(const std::string& beginning);
+
   // The texts of the message boxes shown so far.
   std::vector<std::string> Messages() const;
 
