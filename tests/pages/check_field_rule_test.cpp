@@ -84,6 +84,11 @@ TEST_F(CheckFieldRuleTest, ALengthWithAFractionFitsNoText) {
   EXPECT_EQ(Of({"L 4.5"}, "20100"), "身份证号长度应该为4.5位。");
 }
 
+TEST_F(CheckFieldRuleTest, RequiredALengthRuleWithoutALengthRefusesEveryText) {
+  for (const char* check : {"L ", "l ", "L  18"})
+    EXPECT_EQ(Of({check}, "x"), "身份证号长度应该为位。") << check;
+}
+
 TEST_F(CheckFieldRuleTest, BlanksCountAsCharacters) {
   EXPECT_EQ(Of({"L 2"}, "  "), "");
   EXPECT_EQ(Of({"L 3"}, "  "), "身份证号长度应该为3位。");
