@@ -265,6 +265,18 @@ TEST(ShortCutsOfMoving, BehindTheLastRowNothingMovesOn) {
   });
 }
 
+TEST(ShortCutsOfMoving, WithTwoRecordsBothMove) {
+  Visit visit;
+  visit.database->RunScript("delete from A04 where A00='" + kPerson + "' and A0499>2");
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    visit.user.Press(kPoint, kCtrl);
+    EXPECT_EQ(visit.OnShow().WhInfo().id, 2);
+    visit.user.Press(kComma, kCtrl);
+    EXPECT_EQ(visit.OnShow().WhInfo().id, 1);
+  });
+}
+
 TEST(ShortCutsOfMoving, WithOneRecordOrNoneNeitherMoves) {
   for (const char* left : {"1", "0"}) {
     Visit visit;

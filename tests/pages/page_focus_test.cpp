@@ -33,6 +33,22 @@ TEST(FocusOfAPage, GoesToTheLowestTabIndexWhateverTheOrderOfTheControls) {
   });
 }
 
+TEST(FocusOfAPage, GoesToTheFirstOfEqualTabIndexes) {
+  class Equal : public ctrlUser {
+   public:
+    explicit Equal(const std::string& name) : ctrlUser(name, *FindPageDesign("A04")) {
+      for (const char* field : {"A04_A0403_v", "A04_A0404_v"}) Controls().Find(field)->SetTabIndex(-5);
+    }
+  };
+  Visit visit;
+  visit.desktop.RegisterClass("DossierKit.ctrlUserA04",
+                              [](const std::string& name) { return std::make_shared<Equal>(name); });
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    EXPECT_EQ(visit.Focus(), "A04_A0403_v");
+  });
+}
+
 TEST(FocusOfAPage, AFieldThatCannotTakeItIsNoFailure) {
   class Disabled : public ctrlUser {
    public:

@@ -117,6 +117,15 @@ TEST_F(PhotographOfPage, EachRefillReadsTheFileAgain) {
   });
 }
 
+TEST_F(PhotographOfPage, TheFileIsThatOfThePagesPerson) {
+  PhotoFolder::Write(Photo("Q"), Jpeg("of another"));
+  visit.Open([&] {
+    visit.OnShow().WhInfo().personID = "Q";
+    visit.OnShow().setCtrl(visit.OnShow().FieldItems());
+    EXPECT_EQ(Shown("imgPerson"), "of another");
+  });
+}
+
 TEST_F(PhotographOfPage, RequiredAnIdentifierMayLeadOutOfTheFolder) {
   const auto outside = folder.Photos().parent_path() / "x.jpg";
   PhotoFolder::Write(outside, Jpeg("outside"));

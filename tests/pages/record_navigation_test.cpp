@@ -68,6 +68,22 @@ TEST(RecordMove, ReadsTheRecordByItsNumber) {
   });
 }
 
+TEST(RecordMove, ListAndFormAreThoseOfThePagesPerson) {
+  Visit visit;
+  visit.database->RunScript("insert into A04(A00,A0404,A0499) values('Q','甲',1),('Q','乙',2)");
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A04");
+    visit.OnShow().WhInfo().personID = "Q";
+    visit.OnShow().setDGItems();
+    EXPECT_EQ(visit.OnShow().AdodcRs()->RecordCount(), 2);
+    const auto from = visit.statements.size();
+    visit.user.ClickRow(2);
+    ASSERT_FALSE(Since(visit, from).empty());
+    EXPECT_EQ(Since(visit, from).back(), "select * from A04 where a00 ='Q' and A0499=2");
+    EXPECT_EQ(visit.Text("A04_A0404").Text(), "乙");
+  });
+}
+
 TEST(RecordMove, AClickOnTheCurrentRowReadsItAgain) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {

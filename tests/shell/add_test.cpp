@@ -259,5 +259,33 @@ TEST_F(AddCommand, RequiredTheShortCutsRunWithoutACheck) {
   });
 }
 
+TEST_F(AddCommand, TheLimitTheNumberAndTheValuesAreThoseOfThePagesPerson) {
+  visit.Open([&] {
+    visit.GoTo("A04");
+    visit.OnShow().WhInfo().personID = "Q";
+    EXPECT_EQ(
+        During([&] { visit.user.ClickToolbar("Add"); }),
+        (Statements{
+            "select iif(maxnumber is null,0,maxnumber) as maxnumber from  s_infotable  where tblname ='A04'",
+            "select count(*) from A04 where a00='Q'",
+            "select iif(max(A0499) is null,0,max(A0499))+1  from A04 where A00 ='Q' ",
+            " select * from s_infoitem  where tblname ='A04'",
+            "select * from A04 where a00 ='Q' and A0499=1",
+        }));
+    EXPECT_EQ(visit.Window().personID, kPerson);
+  });
+}
+
+TEST_F(AddCommand, OnASingleSetTheRecordIsNumberZero) {
+  visit.Open([&] {
+    visit.GoTo("A12");
+    visit.OnShow().WhInfo().id = 7;
+    EXPECT_EQ(During([&] { visit.Window().TbMain_ButtonClick(visit.Window().TbMain().Button("Add")); }),
+              (Statements{" select * from s_infoitem  where tblname ='A12'",
+                          "select * from A12 where a00 ='" + kPerson + "'"}));
+    EXPECT_EQ(visit.OnShow().WhInfo().id, 0);
+  });
+}
+
 }  // namespace
 }  // namespace dossierkit::tests

@@ -244,6 +244,26 @@ TEST_F(DeleteCommand, RequiredAPersonIsDeletedFromTheBasicSetAloneAndAFreshOneBe
   EXPECT_EQ(Posts(), "4");
 }
 
+TEST_F(DeleteCommand, TheRowsAreThoseOfThePagesPerson) {
+  AloneInA04();
+  Script("delete from A04 where A0499 > 2; insert into A04(A00,A0499) values('Q',1)");
+  visit.Open([&] {
+    visit.GoTo("A04");
+    visit.OnShow().WhInfo().personID = "Q";
+    const auto statements = During([&] { ClickDelete(toolkit::kAnswerYes); });
+    ASSERT_GE(statements.size(), 5U);
+    EXPECT_EQ(Statements(statements.begin(), statements.begin() + 5),
+              (Statements{
+                  "delete from A04 where A00='Q'  and A0499 = 1",
+                  "select * from A04 order by A0499",
+                  "update A04 set A0499 = 1 where a00='Q' and A0499 = 1",
+                  "update A04 set A0499 = 2 where a00='Q' and A0499 = 2",
+                  // The reload is that of the window's person.
+                  "select count(A00) from a01 where a00 ='" + kPerson + "'",
+              }));
+  });
+}
+
 // --- failures ----------------------------------------------------------------------------------------------
 
 TEST_F(DeleteCommand, RequiredAFailureInTheMiddleLeavesTheStepsDone) {
@@ -341,6 +361,17 @@ TEST_F(PhotoOfDelete, ARecordOfAnotherSetKeepsTheFile) {
     ClickDelete(toolkit::kAnswerYes);
   });
   EXPECT_TRUE(std::filesystem::exists(Photo()));
+}
+
+TEST_F(PhotoOfDelete, TheFileIsThatOfThePagesPerson) {
+  MakePhoto();
+  MakePhoto(kOther);
+  visit.Open([&] {
+    visit.OnShow().WhInfo().personID = kOther;
+    ClickDelete(toolkit::kAnswerYes);
+  });
+  EXPECT_TRUE(std::filesystem::exists(Photo()));
+  EXPECT_FALSE(std::filesystem::exists(Photo(kOther)));
 }
 
 }  // namespace

@@ -139,10 +139,11 @@ TEST_F(SetKinds, ThePageOnShowIsFoundByItsCapitalsAndDroppedWithoutRegardToThem)
     window.Controls().Make<toolkit::Label>("CtrlUserA01");
     EXPECT_EQ(window.GetUserCtrl(), nullptr);
     window.Controls().Make<toolkit::Label>("ctrlUser");
-    EXPECT_EQ(window.GetUserCtrl(), nullptr) << "the name must be longer than the prefix";
+    const auto page = window.Controls().Add("DossierKit.ctrlUserA12", "ctrlUserA12");
+    EXPECT_EQ(window.GetUserCtrl(), page) << "the name must be longer than the prefix";
     const auto count = window.Controls().Count();
     RemoveUCtrl(window, "ctrlUser");
-    EXPECT_EQ(window.Controls().Count(), count - 2);
+    EXPECT_EQ(window.Controls().Count(), count - 3);
     EXPECT_FALSE(IsUCtrlChanged(window, "ctrlUser"));
   });
 }
@@ -155,6 +156,21 @@ TEST_F(SetKinds, ThePagesMarkOfEditsIsFound) {
     EXPECT_TRUE(IsUCtrlChanged(visit.Window(), "CtRlUsEr"));
     EXPECT_FALSE(IsUCtrlChanged(visit.Window(), "frmOther"));
     visit.OnShow().WhInfo().IsChange = false;
+  });
+}
+
+TEST_F(SetKinds, OfTwoPagesTheLastHasTheMarkOfEditsAndTheFirstIsOnShow) {
+  visit.Open([&] {
+    auto& window = visit.Window();
+    const auto first = window.GetUserCtrl();
+    const auto second = std::dynamic_pointer_cast<DossierPage>(
+        window.Controls().Add("DossierKit.ctrlUserA12", "ctrlUserA12"));
+    first->WhInfo().IsChange = true;
+    EXPECT_FALSE(IsUCtrlChanged(window, "ctrlUser"));
+    first->WhInfo().IsChange = false;
+    second->WhInfo().IsChange = true;
+    EXPECT_TRUE(IsUCtrlChanged(window, "ctrlUser"));
+    EXPECT_EQ(window.GetUserCtrl(), first);
   });
 }
 
@@ -182,8 +198,10 @@ TEST_F(SetKinds, APageWithoutTheLabelIsLeftAlone) {
     }
     visit.Window().SetLabOpt(visit.OnShow(), "Add");
     controls.Make<toolkit::Label>("LABOPT");
+    const auto second = controls.Make<toolkit::Label>("LabOpt");
     visit.Window().SetLabOpt(visit.OnShow(), "Add");
     EXPECT_EQ(visit.Caption("LABOPT"), "当前操作：增加");
+    EXPECT_EQ(second->Caption(), "") << "the first label alone";
   });
 }
 
