@@ -1,5 +1,9 @@
 // Single sets and sets of many records, the sort order, and what counts as present.
+#include <filesystem>
+
+#include "pages/page_design.h"
 #include "tests/shell/shell_test.h"
+#include "tests/support/photo_folder.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -114,6 +118,32 @@ TEST_F(SetKinds, RequiredInAnyOtherModeTheFieldsStayWithoutMetadata) {
     EXPECT_EQ(visit.Text("A04_A0403").Text(), "江淮省作物学会");
     visit.Window().DealType = 3;
   });
+}
+
+TEST_F(SetKinds, RequiredTheBasicSetIsKnownByItsCapitalAlone) {
+  PhotoFolder folder;
+  PhotoFolder::Write(folder.Photo(kPerson), Jpeg("photo"));
+  visit.component.PhotoPath = folder.Photos().string();
+  visit.desktop.RegisterClass("DossierKit.ctrlUsera01", [](const std::string& name) {
+    return std::make_shared<ctrlUser>(name, *FindPageDesign("A01"));
+  });
+  Script("drop trigger tr_A01_delete; update s_infotable set tblname = 'a01' where tblname = 'A01'");
+  visit.Open([&] {
+    EXPECT_EQ(visit.OnShow().WhInfo().TabId, "a01");
+    EXPECT_EQ(State(), "当前操作：修改 on off off");
+    // It is replaced as the other sets are.
+    const auto saved = During([&] { visit.user.ClickToolbar("Save"); });
+    ASSERT_GE(saved.size(), 2U);
+    EXPECT_EQ(saved[0], "delete from a01 where A00='" + kPerson + "' ");
+    EXPECT_TRUE(saved[1].starts_with("insert into a01( A00 ,A0101,")) << saved[1];
+    auto& bar = visit.Window().TbMain();
+    visit.Window().TbMain_ButtonClick(bar.Button("Add"));
+    EXPECT_EQ(visit.Window().personID, kPerson) << "no new person begins";
+    Answer(toolkit::kAnswerYes);
+    visit.Window().TbMain_ButtonClick(bar.Button("Delete"));
+  });
+  EXPECT_TRUE(std::filesystem::exists(folder.Photo(kPerson)));
+  EXPECT_EQ(Shown(), (Messages{{"是否删除此条记录？", kYesOrNo, kWindow}, {kBasicFirst, kOk, kWindow}}));
 }
 
 // --- the page on show ------------------------------------------------------------------------------
