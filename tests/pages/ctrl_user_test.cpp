@@ -106,7 +106,9 @@ TEST_F(Filling, RequiredTypesInOtherLettersSetNoLimit) {
 TEST_F(Filling, ALengthThatIsNoNumberFails) {
   OnPage([&](ctrlUser& page) {
     Item("A03_A0302").FieldLength = "viele";
+    Item("A03_A0302").Dmcod = "新单位";
     EXPECT_THROW(page.setCtrl(items_), Failure);
+    EXPECT_EQ(Box().Text(), "新单位") << "the length comes last";
     Item("A03_A0302").FieldLength = "40000";
     EXPECT_THROW(page.setCtrl(items_), Failure);
   });
