@@ -30,7 +30,11 @@ QtApplication::QtApplication(int& argc, char** argv) : QApplication(argc, argv) 
                    [this](QWidget*, QWidget* now) { Guard([&] { FollowFocus(now); }); });
 }
 
-QtApplication::~QtApplication() { sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+QtApplication::~QtApplication() {
+  sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  if (!held_.empty())
+    qCritical("What the host's own handlers threw during a visit reached no loop of the host");
+}
 
 // --- widgets and views ---------------------------------------------------------------------------
 
@@ -50,15 +54,24 @@ WidgetView* QtApplication::NearestView(const QWidget* widget) const {
 // --- events --------------------------------------------------------------------------------------
 
 bool QtApplication::notify(QObject* receiver, QEvent* event) {
-  if (busy_.depth++ == 0) busy_.since = std::chrono::steady_clock::now();
-  bool result = true;
+  struct Depth {
+    QtApplication& application;
+    explicit Depth(QtApplication& one) : application(one) {
+      if (application.busy_.depth++ == 0) application.busy_.since = std::chrono::steady_clock::now();
+    }
+    ~Depth() {
+      if (--application.busy_.depth == 0) application.EndBusy();
+    }
+  } depth(*this);
   try {
-    result = Notify(receiver, event);
+    return Notify(receiver, event);
   } catch (...) {
-    ReportFailure(std::current_exception());
+    // The views' own handlers are guarded, so this is the host's. Outside a visit, and where another handler
+    // of the host's sent the event, nothing differs from any Qt program.
+    if (loops_.empty() || (busy_.depth > 1 && busy_.guards == 0)) throw;
+    held_.push_back(std::current_exception());
   }
-  if (--busy_.depth == 0) EndBusy();
-  return result;
+  return true;
 }
 
 bool QtApplication::Notify(QObject* receiver, QEvent* event) {
@@ -70,7 +83,9 @@ bool QtApplication::Notify(QObject* receiver, QEvent* event) {
     case QEvent::MouseButtonDblClick: {
       auto& press = static_cast<QMouseEvent&>(*event);
       swallowed_ = Qt::NoButton;
-      if (!PassPress(*widget, press, nested)) {
+      bool passed = false;
+      Guard([&] { passed = PassPress(*widget, press, nested); });
+      if (!passed) {
         swallowed_ = press.button();
         press.accept();
         return true;
@@ -85,16 +100,19 @@ bool QtApplication::Notify(QObject* receiver, QEvent* event) {
       }
       break;
     case QEvent::MouseMove:
-      ReportMove(*widget, static_cast<QMouseEvent&>(*event));
+      Guard([&] { ReportMove(*widget, static_cast<QMouseEvent&>(*event)); });
       if (!widget) return true;
       break;
-    case QEvent::KeyPress:
-      if (!PassKey(*widget, static_cast<QKeyEvent&>(*event)) || !widget) {
+    case QEvent::KeyPress: {
+      bool passed = false;
+      Guard([&] { passed = PassKey(*widget, static_cast<QKeyEvent&>(*event)); });
+      if (!passed || !widget) {
         event->accept();
         return true;
       }
       if (QWidget* behind = BehindTab(*widget)) receiver = behind;
       break;
+    }
     case QEvent::FocusIn: focus_reason_ = static_cast<QFocusEvent*>(event)->reason(); break;
     default: break;
   }
@@ -209,9 +227,11 @@ void QtApplication::FollowFocus(QWidget* now) {
   QMetaObject::invokeMethod(
       this,
       [this, wanted, later] {
-        if (const auto asked = wanted.lock()) asked->UserFocus();
-        // Where the model did not follow, the native focus goes back.
-        if (const auto window = later.lock()) SyncFocus(static_cast<toolkit::Form&>(*window));
+        Guard([&] {
+          if (const auto asked = wanted.lock()) asked->UserFocus();
+          // Where the model did not follow, the native focus goes back.
+          if (const auto window = later.lock()) SyncFocus(static_cast<toolkit::Form&>(*window));
+        });
       },
       Qt::QueuedConnection);
 }
@@ -235,6 +255,7 @@ void QtApplication::RunUntil(const std::function<bool()>& done) {
   busy_ = outer;
   busy_.shown = false;
   busy_.since = std::chrono::steady_clock::now();
+  if (loops_.empty()) HandBack();
 }
 
 void QtApplication::WakeLoops() {
@@ -268,10 +289,27 @@ void QtApplication::EndBusy() {
 }
 
 void QtApplication::Guard(const std::function<void()>& work) {
+  ++busy_.guards;
   try {
     work();
   } catch (...) {
     ReportFailure(std::current_exception());
+  }
+  --busy_.guards;
+}
+
+// Each leaves the next loop of the host's that runs, as an event of its own.
+void QtApplication::HandBack() {
+  for (std::size_t i = 0; i < held_.size(); ++i) {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          if (held_.empty()) return;
+          const std::exception_ptr failure = held_.front();
+          held_.pop_front();
+          std::rethrow_exception(failure);
+        },
+        Qt::QueuedConnection);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QPointer>
 #include <chrono>
+#include <deque>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -26,6 +27,8 @@ class WindowView;
 
 // One for a process. A mouse press moves the model's focus first and is swallowed where that was
 // refused; keys pass the model's KeyDown and KeyPress first; the native focus follows the model's.
+// What a slot, timer or event handler of the host's own throws is the host's: it leaves the host's loop as
+// in any Qt program, but never one of the loops here; during a visit it waits for the visit's end.
 class QtApplication : public QApplication {
  public:
   QtApplication(int& argc, char** argv);
@@ -61,12 +64,13 @@ class QtApplication : public QApplication {
   // --- busy pointer, failures ------------------------------------------------------------------
   // Called now and then in the course of one event: a busy pointer shows after 300 ms of it.
   void Tick();
-  // Runs what a native handler does on its own; its failure ends the topmost window's loop.
+  // Runs what a handler of a view does on its own; its failure ends the topmost window's loop.
   void Guard(const std::function<void()>& work);
 
  private:
   struct Busy {
-    int depth = 0;
+    int depth = 0;   // of native events inside one another
+    int guards = 0;  // handlers of views among them
     bool shown = false;
     std::chrono::steady_clock::time_point since;
   };
@@ -80,10 +84,12 @@ class QtApplication : public QApplication {
   bool Notify(QObject* receiver, QEvent* event);
   void EndBusy();
   void ReportFailure(std::exception_ptr failure);
+  void HandBack();
 
   QHash<const QWidget*, WidgetView*> views_;
   std::vector<WindowView*> windows_;
   std::vector<QEventLoop*> loops_;
+  std::deque<std::exception_ptr> held_;  // what the host's own handlers threw during the visit
   Busy busy_;
   int loops_run_ = 0;
   int own_focus_ = 0;  // the native focus is being set by the program

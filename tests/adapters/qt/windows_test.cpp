@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "adapters/qt/qt_application.h"
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
 
@@ -206,15 +207,13 @@ TEST_F(QtWindows, AListThatWasClosedShowsNothing) {
   });
 }
 
-TEST_F(QtWindows, AFailureInANativeHandlerEndsTheWindow) {
-  class Failing : public QObject {
-    bool event(QEvent*) override { throw environment::MakeFailure(environment::kOverflow); }
-  } failing;
+TEST_F(QtWindows, AFailureInAHandlerOfAViewEndsTheWindow) {
   int number = 0;
   try {
     Play([&] {
-      QEvent event(QEvent::User);
-      QCoreApplication::sendEvent(&failing, &event);
+      static_cast<QtApplication*>(QCoreApplication::instance())->Guard([] {
+        throw environment::MakeFailure(environment::kOverflow);
+      });
       EXPECT_TRUE(QTest::qWaitFor([&] { return form->LoopEnded(); }));
     });
   } catch (const environment::Failure& failure) {
