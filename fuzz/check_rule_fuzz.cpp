@@ -23,7 +23,7 @@ void InstallFixedRuntime() {
   static const FixedClock clock;
   static files::LocalFiles local_files;
   static Runtime runtime{desktop, clock, local_files, "", nullptr, nullptr};
-  InstallRuntime(&runtime);
+  InstallRuntime(runtime);
 }
 
 void Check(const cFieldItem& item, const std::string& value) {

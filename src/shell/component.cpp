@@ -1,5 +1,7 @@
 #include "shell/component.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "pages/ctrl_user.h"
@@ -15,6 +17,11 @@ void RegisterClasses(toolkit::Desktop& desktop) {
                         [](const std::string& name) { return std::make_shared<ctrlButtonList>(name); });
 }
 
+[[noreturn]] void EndProgram(const char* why) {
+  std::fprintf(stderr, "DossierKit: %s\n", why);
+  std::abort();
+}
+
 }  // namespace
 
 Component::Component(toolkit::Platform& platform, std::string app_path)
@@ -24,13 +31,16 @@ Component::Component(toolkit::Platform& platform, std::string app_path, const en
                      files::Files& files)
     : desktop_(platform), runtime_{desktop_, clock, files, std::move(app_path), nullptr, nullptr} {
   RegisterClasses(desktop_);
-  InstallRuntime(&runtime_);
+  InstallRuntime(runtime_);
 }
 
 Component::~Component() {
+  if (runtime_.thread != std::this_thread::get_id())
+    EndProgram("a Component was ended on another thread than its own");
+  if (runtime_.InVisit()) EndProgram("a Component was ended during its visit");
   runtime_.picker.reset();
   runtime_.window.reset();
-  InstallRuntime(nullptr);
+  UninstallRuntime(runtime_);
 }
 
 }  // namespace dossierkit

@@ -10,8 +10,11 @@
 
 namespace dossierkit {
 
-// Joins the component with the views of a platform and installs it as the one in use. One at a time, for
-// a second one takes the place of the first; it must outlive every use of IUserCtrl.
+// Joins the component with the views of a platform and is the one in use from then on: one made later takes
+// the place of an earlier one, whose end changes nothing any more. It must outlive every use of IUserCtrl,
+// and belongs to the thread that made it. Throws 400 where it is made during a visit, std::logic_error where
+// one of another thread is in use. Ended during a visit, or on another thread, it ends the program with a
+// message: what it holds is in use.
 class Component {
  public:
   // `app_path` is the folder of the component, in which USER.ICO and xinxj.ico lie.

@@ -1,5 +1,7 @@
 #include "shell/i_user_ctrl.h"
 
+#include <stdexcept>
+
 #include "platform/environment/failure.h"
 #include "shell/frm_dossier.h"
 #include "visit/runtime.h"
@@ -13,7 +15,9 @@ const std::shared_ptr<ado::Connection>& IUserCtrl::Connection() {
 
 bool IUserCtrl::ShowDossier() {
   Runtime& runtime = TheRuntime();
-  if (runtime.window && runtime.window->InVisit()) throw environment::MakeFailure(environment::kAlreadyShown);
+  if (runtime.thread != std::this_thread::get_id())
+    throw std::logic_error("DossierKit: ShowDossier is called on another thread than the Component's");
+  if (runtime.InVisit()) throw environment::MakeFailure(environment::kAlreadyShown);
   runtime.connection = Connection();
   if (!runtime.window) runtime.window = std::make_shared<frmDossier>(runtime.desktop);
   const auto window = runtime.window;

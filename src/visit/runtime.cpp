@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 
+#include "platform/environment/failure.h"
+#include "visit/dossier_window.h"
+
 namespace dossierkit {
 namespace {
 
@@ -9,10 +12,21 @@ Runtime* installed = nullptr;
 
 }  // namespace
 
-void InstallRuntime(Runtime* runtime) { installed = runtime; }
+bool Runtime::InVisit() const { return window && window->InVisit(); }
+
+void InstallRuntime(Runtime& runtime) {
+  if (installed && installed->thread != runtime.thread)
+    throw std::logic_error("DossierKit: a Component of another thread is in use");
+  if (installed && installed->InVisit()) throw environment::MakeFailure(environment::kAlreadyShown);
+  installed = &runtime;
+}
+
+void UninstallRuntime(const Runtime& runtime) {
+  if (installed == &runtime) installed = nullptr;
+}
 
 Runtime& TheRuntime() {
-  if (!installed) throw std::logic_error("no runtime is installed");
+  if (!installed) throw std::logic_error("DossierKit: no Component is set up");
   return *installed;
 }
 

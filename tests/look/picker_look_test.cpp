@@ -23,7 +23,7 @@ class PickerLook : public testing::TestWithParam<double> {
     const FixedClock clock;
     files::LocalFiles files;
     Runtime runtime{desktop, clock, files, "/opt/dossier", SampleDatabase(), nullptr};
-    InstallRuntime(&runtime);
+    InstallRuntime(runtime);
     CodePicker().DmGrp = "GB2260";
     CodePicker().SearchText = search;
     stage.WillRun([&](toolkit::Form&) {
@@ -32,7 +32,7 @@ class PickerLook : public testing::TestWithParam<double> {
       look(*QApplication::activeWindow()->findChild<QScrollArea*>()->widget());
     });
     CodePicker().ShowModal();
-    InstallRuntime(nullptr);
+    UninstallRuntime(runtime);
   }
 
   static QRect PlaceOf(const QWidget& widget, const QWidget& content) {

@@ -17,7 +17,7 @@ inline const std::string kPictures = SourceFolder() + "/tests/photos/pictures/";
 class PreviewWindow {
  public:
   explicit PreviewWindow(QtStage& stage) : stage_(stage) {
-    InstallRuntime(&runtime_);
+    InstallRuntime(runtime_);
     PhotoFolder::Write(folder.Photo("P1"), PhotoFolder::Read(kPictures + "turned-right.jpg"));
     runtime_.window = std::make_shared<frmDossier>(desktop);
     runtime_.window->PhotoPath = folder.Photos().string();
@@ -25,7 +25,7 @@ class PreviewWindow {
   }
   ~PreviewWindow() {
     runtime_.window.reset();
-    InstallRuntime(nullptr);
+    UninstallRuntime(runtime_);
   }
   // Shows the window and plays the scene in it.
   void Show(const std::function<void()>& scene) {

@@ -50,7 +50,7 @@ std::string One(ado::Connection& database, const std::string& query) {
 }
 
 Visit::Visit() {
-  InstallRuntime(&runtime);
+  InstallRuntime(runtime);
   RegisterPages(desktop);
   component.SetConnection(std::make_shared<ado::TracingConnection>(
       failing, [this](const ado::Trace& trace) { statements.push_back(trace.statement); }));
@@ -62,7 +62,7 @@ Visit::Visit() {
 Visit::~Visit() {
   runtime.picker.reset();
   runtime.window.reset();
-  InstallRuntime(nullptr);
+  UninstallRuntime(runtime);
 }
 
 bool Visit::Open(const std::function<void()>& scene) {
