@@ -17,7 +17,7 @@ namespace {
 void KeyInTheSearch(benchmark::State& state) {
   const qt::QtPlatform platform;
   host::PeopleWindow window(std::make_shared<sqlite::SqliteConnection>(GeneratedDatabase(100'000, 10)),
-                            [](const host::VisitRequest&) {});
+                            [](const host::VisitRequest&, QWidget&) {});
   window.show();
   auto* search = window.findChild<QLineEdit*>();
   const auto paint = [] { QApplication::processEvents(); };
@@ -53,7 +53,7 @@ void PeopleShown(benchmark::State& state) {
   Samples samples;
   for (auto _ : state) {
     Measure(state, samples, [&] {
-      host::PeopleWindow window(connection, [](const host::VisitRequest&) {});
+      host::PeopleWindow window(connection, [](const host::VisitRequest&, QWidget&) {});
       window.show();
       QApplication::processEvents();
     });

@@ -2,7 +2,10 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
+#include <utility>
 
 #include "adapters/sqlite/sqlite_connection.h"
 #include "host/paths.h"
@@ -39,8 +42,12 @@ std::shared_ptr<ado::Connection> Open(const std::string& file) {
   try {
     return std::make_shared<sqlite::SqliteConnection>(file);
   } catch (const Failure& failure) {
-    throw Failure(failure.number(), "无法打开数据库 " + file + "（" + failure.description() +
-                                        "），请检查路径，或用 dossier create-sample 建立示例数据库。");
+    // Where there is a file, it may be somebody's only one.
+    std::error_code error;
+    const bool missing = !std::filesystem::exists(file, error) && !error;
+    throw Failure(failure.number(), "无法打开数据库 " + file + "（" + failure.description() + "），" +
+                                        (missing ? "请检查路径，或用 dossier create-sample 建立示例数据库。"
+                                                 : "请检查此文件，或从备份恢复。"));
   }
 }
 
@@ -51,9 +58,8 @@ void RequireSchema(ado::Connection& connection, const std::string& name) {
     try {
       connection.Execute(std::string("select count(*) from ") + table);
     } catch (const Failure& failure) {
-      throw Failure(failure.number(),
-                    "数据库 " + name + " 不能使用（读取表 " + table + " 失败：" + failure.description() +
-                        "），请选择人员档案数据库，或用 dossier create-sample 建立示例数据库。");
+      throw Failure(failure.number(), "数据库 " + name + " 不能使用（读取表 " + table + " 失败：" +
+                                          failure.description() + "），请选择人员档案数据库，或从备份恢复。");
     }
   }
 }
@@ -90,9 +96,14 @@ std::shared_ptr<ado::Connection> OpenDatabase(const Options& options) {
   if (file.empty()) file = WorkingDatabase().string();
   auto connection = Open(file);
   RequireSchema(*connection, file);
-  if (options.trace_file.empty()) return connection;
+  return connection;
+}
+
+std::shared_ptr<ado::Connection> TracedForTheComponent(std::shared_ptr<ado::Connection> database,
+                                                       const Options& options) {
+  if (options.trace_file.empty()) return database;
   const auto trace = std::make_shared<TraceFile>(options.trace_file);
-  return std::make_shared<ado::TracingConnection>(connection,
+  return std::make_shared<ado::TracingConnection>(std::move(database),
                                                   [trace](const ado::Trace& line) { trace->Write(line); });
 }
 

@@ -1,4 +1,4 @@
-// The host's database: opened, checked, traced.
+// The host's database: opened, checked; the component's statements traced.
 #pragma once
 
 #include <memory>
@@ -12,5 +12,11 @@ namespace dossierkit::host {
 // Opens what the options name. Throws a Failure whose description says in one sentence what is wrong
 // and what to do.
 std::shared_ptr<ado::Connection> OpenDatabase(const Options& options);
+
+// The connection that the component is given: `database` itself, or with --trace-sql one that writes down
+// what runs through it. The host's own statements go to `database`. Throws a Failure where the trace
+// cannot be written.
+std::shared_ptr<ado::Connection> TracedForTheComponent(std::shared_ptr<ado::Connection> database,
+                                                       const Options& options);
 
 }  // namespace dossierkit::host

@@ -1,15 +1,18 @@
 // dossier: the demo host.
 #include <QApplication>
+#include <QMessageBox>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 
 #include "adapters/qt/qt_platform.h"
 #include "host/database.h"
+#include "host/keys_window.h"
 #include "host/options.h"
 #include "host/paths.h"
 #include "host/people_window.h"
 #include "host/tour/tour.h"
+#include "host/visits.h"
 #include "platform/ado/recordset.h"
 #include "platform/ado/tracing_connection.h"
 #include "platform/environment/failure.h"
@@ -23,47 +26,38 @@ std::string PhotosFolder(const Options& options) {
   return options.photos.empty() ? WorkingPhotos().string() : options.photos;
 }
 
-IUserCtrl MakeComponent(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
-  IUserCtrl dossier;
-  dossier.SetConnection(connection);
-  dossier.personID = options.person;
-  dossier.OperationType = options.operation_type;
-  dossier.PersonType = options.person_type;
-  dossier.PhotoPath = PhotosFolder(options);
-  return dossier;
-}
-
-bool ShowVisit(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
-  return MakeComponent(connection, options).ShowDossier();
-}
-
-// Between two statements of a long command the pointer may become a busy one.
-std::shared_ptr<ado::Connection> WithBusyPointer(std::shared_ptr<ado::Connection> connection,
-                                                 qt::QtPlatform& platform) {
-  return std::make_shared<ado::TracingConnection>(std::move(connection),
+// What the component is given: between two statements of a long command the pointer may become a busy one.
+std::shared_ptr<ado::Connection> ForTheComponent(const std::shared_ptr<ado::Connection>& database,
+                                                 const Options& options, qt::QtPlatform& platform) {
+  return std::make_shared<ado::TracingConnection>(TracedForTheComponent(database, options),
                                                   [&platform](const ado::Trace&) { platform.Tick(); });
 }
 
-// The tour starts from fresh copies of the sample database and the photographs, unless others were named.
+// The tour starts from fresh copies of the sample database and the photographs, in a folder of its own beside
+// the pictures, unless others were named.
 int RunTour(Options options) {
-  std::filesystem::create_directories(options.folder);
+  const std::filesystem::path data = std::filesystem::path(options.folder) / "tour-data";
+  std::filesystem::create_directories(data);
   if (options.database.empty() && options.connection.empty()) {
-    options.database = (std::filesystem::path(options.folder) / "tour.db").string();
+    options.database = (data / "tour.db").string();
+    for (const char* ending : {"", "-wal", "-shm"}) std::filesystem::remove(options.database + ending);
     CreateSample(options.database);
   }
   if (options.photos.empty()) {
-    options.photos = (std::filesystem::path(options.folder) / "photos").string();
+    options.photos = (data / "photos").string();
     CopyPhotos(SamplePhotos(), options.photos);
   }
   const auto database = OpenDatabase(options);
   qt::QtPlatform platform;
-  const auto connection = WithBusyPointer(database, platform);
+  const auto connection = ForTheComponent(database, options, platform);
   const Component component(platform, ProgramFolder().string());
-  options.operation_type = 0;
-  IUserCtrl dossier = MakeComponent(connection, options);
+  IUserCtrl dossier;
+  dossier.SetConnection(connection);
+  dossier.PersonType = options.person_type.value_or(1);
+  dossier.PhotoPath = options.photos;
   const auto query = [&](const std::string& sql) {
     std::vector<std::string> lines;
-    const auto rows = connection->Execute(sql);
+    const auto rows = database->Execute(sql);
     for (int row = 1; row <= rows->RecordCount(); ++row) {
       std::string line;
       for (std::size_t column = 0; column < rows->FieldCount(); ++column) {
@@ -76,14 +70,10 @@ int RunTour(Options options) {
   return PlayTour(dossier, query, options.folder) ? 0 : 1;
 }
 
-void ShowPeople(const std::shared_ptr<ado::Connection>& connection, const Options& options) {
-  PeopleWindow window(connection, [&](const VisitRequest& request) {
-    Options visit = options;
-    visit.person = request.person;
-    visit.operation_type = request.person.empty() ? 0 : 3;
-    visit.person_type = request.person_type;
-    ShowVisit(connection, visit);
-  });
+void ShowPeople(const std::shared_ptr<ado::Connection>& database, Visits& visits, const Options& options) {
+  PeopleWindow window(database,
+                      [&](const VisitRequest& request, QWidget& over) { visits.Open(request, &over); });
+  if (options.person_type) window.ChoosePersonType(*options.person_type);
   window.show();
   QApplication::exec();
 }
@@ -93,9 +83,11 @@ bool IsSet(const char* variable) {
   return value && *value;
 }
 
+bool HasDisplay() { return IsSet("DISPLAY") || IsSet("QT_QPA_PLATFORM"); }
+
 // Windows need a display; the tour can do without.
 void ChooseDisplay(const Options& options) {
-  if (IsSet("DISPLAY") || IsSet("QT_QPA_PLATFORM")) return;
+  if (HasDisplay()) return;
   if (options.action != Options::Action::kTour) {
     throw environment::Failure(
         environment::kPathAccess,
@@ -117,14 +109,30 @@ int Run(const Options& options) {
   if (options.action == Options::Action::kTour) return RunTour(options);
   const auto database = OpenDatabase(options);
   qt::QtPlatform platform;
-  const auto connection = WithBusyPointer(database, platform);
+  const auto connection = ForTheComponent(database, options, platform);
   const Component component(platform, ProgramFolder().string());
+  const KeysHelp keys;
+  Visits visits(database, connection, PhotosFolder(options));
   if (options.action == Options::Action::kPeople) {
-    ShowPeople(connection, options);
+    ShowPeople(database, visits, options);
   } else {
-    std::cout << "ShowDossier returned " << (ShowVisit(connection, options) ? "True" : "False") << "\n";
+    const bool saved = visits.Open({options.person, options.operation_type, options.person_type});
+    std::cout << "ShowDossier returned " << (saved ? "True" : "False") << "\n";
   }
   return 0;
+}
+
+// A failure of a program that shows windows is shown in one, too, unless the component told of it.
+void TellFailure(const std::exception& failure, const Options& options) {
+  std::cerr << "dossier: " << failure.what() << "\n";
+  const auto* known = dynamic_cast<const environment::Failure*>(&failure);
+  if (known && known->number() == environment::kObjectUnloaded) return;
+  const bool with_windows =
+      options.action == Options::Action::kPeople || options.action == Options::Action::kVisit;
+  if (!with_windows || !HasDisplay()) return;
+  const qt::QtPlatform platform;
+  if (QApplication::platformName() == "offscreen" || QApplication::platformName() == "minimal") return;
+  QMessageBox::critical(nullptr, "人员档案", failure.what());
 }
 
 }  // namespace
@@ -132,13 +140,15 @@ int Run(const Options& options) {
 
 int main(int argc, char** argv) {
   using namespace dossierkit::host;
+  Options options;
   try {
-    return Run(ParseOptions({argv + 1, argv + argc}));
+    options = ParseOptions({argv + 1, argv + argc});
+    return Run(options);
   } catch (const UsageError& error) {
     std::cerr << "dossier: " << error.what() << "\n" << Usage();
     return 2;
   } catch (const std::exception& failure) {
-    std::cerr << "dossier: " << failure.what() << "\n";
+    TellFailure(failure, options);
     return 1;
   }
 }

@@ -98,11 +98,14 @@ Without --person or --new: a window with the people of the database.
   --person ID           opens the dossier of one person and ends with it
   --new                 opens the dossier of a new person and ends with it
   --operation-type N    0 new person, 3 stored person; by default as --new or --person says
-  --person-type N       1, 2 or 3: which recommendation joins the menu; by default 1
-  --trace-sql FILE      writes one JSON object per statement
-  --tour DIR            plays a tour through the window and writes its pictures into DIR
-  create-sample FILE    writes a fresh copy of the sample database
+  --person-type N       1, 2 or 3: which recommendation joins the menu; by default
+                        the stored person's own (A0136), and 1 for a new one
+  --trace-sql FILE      writes one JSON object per statement of the component
+  --tour DIR            plays a tour through the window and writes its pictures into DIR; its copies of
+                        database and photographs lie in DIR/tour-data
+  create-sample FILE    writes a fresh copy of the sample database; refuses a file that is there
 
+The working copies lie in $XDG_DATA_HOME/dossierkit, by default in ~/.local/share/dossierkit.
 Prints "ShowDossier returned True" or "... False" and exits with 0; exits with 1 where a call failed
 and with 2 on wrong arguments.
 )";

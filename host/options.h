@@ -14,10 +14,10 @@ struct Options {
   Action action = Action::kPeople;
   std::string database;    // file; empty: the sample database
   std::string connection;  // connection string in place of a file
-  std::string photos;      // folder; empty: beside the sample database
+  std::string photos;      // folder; empty: a working copy of the sample's
   std::string person;      // A00; empty with --new
   std::int16_t operation_type = 0;
-  std::int16_t person_type = 1;
+  std::optional<std::int16_t> person_type;  // by default the stored person's own, or 1
   std::string trace_file;
   std::string folder;  // of the tour's pictures
   std::string file;    // of create-sample

@@ -1,5 +1,6 @@
 #include "host/paths.h"
 
+#include <QStandardPaths>
 #include <system_error>
 
 #include "platform/environment/failure.h"
@@ -14,8 +15,13 @@ fs::path SampleDatabase() { return ProgramFolder().parent_path() / "share" / "sa
 
 fs::path SamplePhotos() { return ProgramFolder().parent_path() / "share" / "photos"; }
 
+fs::path DataFolder() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  return fs::path(data.toStdString()) / "dossierkit";
+}
+
 fs::path WorkingPhotos() {
-  fs::path working = ProgramFolder().parent_path() / "var" / "photos";
+  fs::path working = DataFolder() / "photos";
   std::error_code error;
   if (!fs::exists(working, error)) CopyPhotos(SamplePhotos(), working);
   return working;
@@ -40,7 +46,7 @@ void CopyPhotos(const fs::path& from, const fs::path& to) {
 }
 
 fs::path WorkingDatabase() {
-  fs::path working = ProgramFolder().parent_path() / "var" / "dossier.db";
+  fs::path working = DataFolder() / "dossier.db";
   std::error_code error;
   fs::create_directories(working.parent_path(), error);
   if (!fs::exists(working, error)) CreateSample(working);
@@ -48,16 +54,19 @@ fs::path WorkingDatabase() {
 }
 
 void CreateSample(const fs::path& target) {
+  const auto refuse = [&](const std::string& why) {
+    throw environment::Failure(environment::kPathAccess,
+                               "无法建立示例数据库 " + target.string() + "（" + why + "），请换一个位置。");
+  };
   std::error_code error;
-  // What an earlier database left beside it must not be taken for this one's.
-  fs::remove(fs::path(target) += "-wal", error);
-  fs::remove(fs::path(target) += "-shm", error);
-  fs::copy_file(SampleDatabase(), target, fs::copy_options::overwrite_existing, error);
-  if (error) {
-    throw environment::Failure(
-        environment::kPathAccess,
-        "无法建立示例数据库 " + target.string() + "（" + error.message() + "），请换一个可以写入的位置。");
+  // What an earlier database left beside it may hold its last changes, and must not be taken for this one's.
+  for (const char* ending : {"", "-wal", "-shm", "-journal"}) {
+    const fs::path present = fs::path(target) += ending;
+    if (fs::symlink_status(present, error).type() != fs::file_type::not_found)
+      refuse("已有文件 " + present.string());
   }
+  error.clear();
+  if (!fs::copy_file(SampleDatabase(), target, error)) refuse(error.message());
   fs::permissions(target, fs::perms::owner_write, fs::perm_options::add, error);
 }
 

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -13,11 +14,11 @@
 #include <algorithm>
 
 #include "host/people_model.h"
+#include "platform/environment/failure.h"
 
 namespace dossierkit::host {
 
-PeopleWindow::PeopleWindow(std::shared_ptr<ado::Connection> connection,
-                           std::function<void(const VisitRequest&)> visit)
+PeopleWindow::PeopleWindow(std::shared_ptr<ado::Connection> connection, Visit visit)
     : connection_(std::move(connection)), visit_(std::move(visit)) {
   Build();
   Reload();
@@ -31,9 +32,10 @@ void PeopleWindow::Build() {
   search_->setClearButtonEnabled(true);
   search_->setAccessibleName("按姓名查找");
   person_type_ = new QComboBox(this);
-  person_type_->addItems({"单位推荐", "个人自荐", "获奖者推荐"});
-  person_type_->setAccessibleName("人员类型");
-  auto* type_label = new QLabel("人员类型(&T)：", this);
+  // Required of the component: these two sets have no page, and a click on them ends the visit.
+  person_type_->addItems({"单位推荐", "个人自荐（B02 没有页面）", "获奖者推荐（B03 没有页面）"});
+  person_type_->setAccessibleName("新增人员类型");
+  auto* type_label = new QLabel("新增人员类型(&T)：", this);
   type_label->setBuddy(person_type_);
   open_ = new QPushButton("打开(&O)", this);
   auto* add = new QPushButton("新增人员(&N)", this);
@@ -65,17 +67,26 @@ void PeopleWindow::Build() {
   int column = 0;
   for (const int width : {110, 110, 300, 220}) table_->setColumnWidth(column++, width);
   count_ = new QLabel(this);
+  notice_ = new QLabel(this);
+  auto* keys = new QLabel("按 F1 查看按键说明", this);
+  auto* foot = new QHBoxLayout;
+  foot->addWidget(count_);
+  foot->addSpacing(24);
+  foot->addWidget(notice_, 1);
+  foot->addWidget(keys);
 
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(bar);
   layout->addWidget(table_, 1);
-  layout->addWidget(count_);
+  layout->addLayout(foot);
 
   QObject::connect(search_, &QLineEdit::textChanged, this, [this] { Search(); });
   QObject::connect(search_, &QLineEdit::returnPressed, this, [this] { OpenSelected(); });
   QObject::connect(open_, &QPushButton::clicked, this, [this] { OpenSelected(); });
-  QObject::connect(add, &QPushButton::clicked, this, [this] { Visit({}); });
+  QObject::connect(add, &QPushButton::clicked, this, [this] { Open({}); });
   QObject::connect(table_, &QTableView::doubleClicked, this, [this] { OpenSelected(); });
+  QObject::connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                   [this] { ShowNotice(); });
   auto* enter = new QAction(table_);
   enter->setShortcuts({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});
   enter->setShortcutContext(Qt::WidgetShortcut);
@@ -104,6 +115,21 @@ void PeopleWindow::ShowPeople(int selected) {
   if (people > 0) table_->selectRow(std::max(0, selected));
   count_->setText(QString("共 %1 人").arg(people));
   open_->setEnabled(people > 0);
+  ShowNotice();
+}
+
+void PeopleWindow::ShowNotice() {
+  const auto rows = table_->selectionModel()->selectedRows();
+  const int type = rows.isEmpty() ? 0 : model_->PersonTypeAt(rows.front().row());
+  notice_->setText(type < 2 ? QString()
+                            : QString("此人是%1：信息集“%2”（B0%3）没有页面，点击它会关闭窗口。")
+                                  .arg(type == 2 ? "个人自荐" : "获奖者推荐",
+                                       type == 2 ? "个人自荐情况" : "获奖者推荐情况")
+                                  .arg(type));
+}
+
+void PeopleWindow::ChoosePersonType(int type) {
+  person_type_->setCurrentIndex(type >= 1 && type <= person_type_->count() ? type - 1 : 0);
 }
 
 std::string PeopleWindow::SelectedPerson() const {
@@ -114,17 +140,28 @@ std::string PeopleWindow::SelectedPerson() const {
 void PeopleWindow::OpenSelected() {
   if (model_->rowCount() == 0) return;
   if (SelectedPerson().empty()) table_->selectRow(0);
-  Visit(SelectedPerson());
+  Open(SelectedPerson());
 }
 
-void PeopleWindow::Visit(const std::string& person) {
+void PeopleWindow::Open(const std::string& person) {
+  VisitRequest request;
+  request.person = person;
+  // A stored person has his own type.
+  if (person.empty()) request.person_type = static_cast<std::int16_t>(person_type_->currentIndex() + 1);
   try {
-    visit_({person, static_cast<std::int16_t>(person_type_->currentIndex() + 1)});
+    visit_(request, *this);
+  } catch (const environment::Failure& failure) {
+    // A person who was refused: the component has said so.
+    if (failure.number() != environment::kObjectUnloaded) ShowFailure(failure);
   } catch (const std::exception& failure) {
-    QMessageBox::warning(this, windowTitle(), QString("无法维护此人：") + failure.what());
+    ShowFailure(failure);
   }
   // Whatever the visit returned: a deletion, or a save by a question, is not told.
   Reload();
+}
+
+void PeopleWindow::ShowFailure(const std::exception& failure) {
+  QMessageBox::warning(this, windowTitle(), QString("无法维护此人：") + failure.what());
 }
 
 }  // namespace dossierkit::host

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QWidget>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
 
+#include "host/visits.h"
 #include "platform/ado/connection.h"
 
 class QComboBox;
@@ -18,16 +20,14 @@ namespace dossierkit::host {
 
 class PeopleModel;
 
-// What the user asks for: a person, or a new one where the identifier is empty.
-struct VisitRequest {
-  std::string person;
-  std::int16_t person_type = 1;
-};
-
 class PeopleWindow : public QWidget {
  public:
-  // `visit` opens the component; its failures are shown.
-  PeopleWindow(std::shared_ptr<ado::Connection> connection, std::function<void(const VisitRequest&)> visit);
+  // `visit` opens the component over this window; its failures are shown, unless the component told of them.
+  using Visit = std::function<void(const VisitRequest&, QWidget& over)>;
+  PeopleWindow(std::shared_ptr<ado::Connection> connection, Visit visit);
+
+  // Chooses the type of the persons who are added, 1 to 3; any other is the first.
+  void ChoosePersonType(int type);
 
  private:
   void Build();
@@ -35,17 +35,20 @@ class PeopleWindow : public QWidget {
   void Search();
   void ShowPeople(int selected);
   void OpenSelected();
-  void Visit(const std::string& person);
+  void Open(const std::string& person);
+  void ShowNotice();
+  void ShowFailure(const std::exception& failure);
   std::string SelectedPerson() const;
 
   std::shared_ptr<ado::Connection> connection_;
-  std::function<void(const VisitRequest&)> visit_;
+  Visit visit_;
   QLineEdit* search_ = nullptr;
   QComboBox* person_type_ = nullptr;
   QTableView* table_ = nullptr;
   PeopleModel* model_ = nullptr;
   QPushButton* open_ = nullptr;
   QLabel* count_ = nullptr;
+  QLabel* notice_ = nullptr;
 };
 
 }  // namespace dossierkit::host

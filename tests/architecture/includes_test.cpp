@@ -126,6 +126,21 @@ TEST(Architecture, RequiredTheSystemUsesNoTransaction) {
   EXPECT_GT(known, 0) << "the names have changed: this test looks for nothing";
 }
 
+TEST(Architecture, TheCareForHostsNeedsThePortsAlone) {
+  const std::regex included("\\s*#include [\"<]([^\">]+)[\">].*");
+  for (const auto& file : Sources(SourceFolder() + "/host/care")) {
+    for (const std::string& line : Lines(file)) {
+      std::smatch match;
+      if (!std::regex_match(line, match, included)) continue;
+      const std::string header = match[1];
+      EXPECT_TRUE(header.find_first_of("./") == std::string::npos || IsWithin(header, "host/care") ||
+                  IsWithin(header, "platform/ado") || IsWithin(header, "platform/environment"))
+          << file << " includes " << header;
+      EXPECT_FALSE(std::regex_match(header, kQtHeader)) << file << " includes " << header;
+    }
+  }
+}
+
 TEST(Architecture, FilesStaySmall) {
   for (const char* folder : {"/src", "/host", "/tests", "/bench", "/fuzz"}) {
     for (const auto& file : Sources(SourceFolder() + folder)) {

@@ -10,7 +10,7 @@ using Action = Options::Action;
 TEST(Options, WithoutArgumentsThePeopleAreShown) {
   const Options options = ParseOptions({});
   EXPECT_EQ(options.action, Action::kPeople);
-  EXPECT_EQ(options.person_type, 1);
+  EXPECT_FALSE(options.person_type) << "the person's own";
   EXPECT_TRUE(options.database.empty());
 }
 

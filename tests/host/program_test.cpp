@@ -84,6 +84,19 @@ TEST_F(Program, CreateSampleWritesAFreshDatabase) {
   EXPECT_EQ(One(database, "select count(*) from A01"), "12");
 }
 
+TEST_F(Program, CreateSampleRefusesAFileThatIsThere) {
+  for (const char* ending : {"", "-wal", "-journal"}) {
+    std::ofstream(In(std::string("s.db") + ending)) << "mine";
+    const Outcome outcome = Run("create-sample '" + In("s.db").string() + "'");
+    EXPECT_EQ(outcome.code, 1) << ending;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.error, "dossier: 无法建立示例数据库 " + In("s.db").string() + "（已有文件 " +
+                                 In(std::string("s.db") + ending).string() + "），请换一个位置。\n");
+    EXPECT_EQ(Read(In(std::string("s.db") + ending)), "mine");
+    fs::remove(In(std::string("s.db") + ending));
+  }
+}
+
 TEST_F(Program, CreateSampleWhereNothingCanBeWrittenSaysSo) {
   const Outcome outcome = Run("create-sample '" + In("no such folder/s.db").string() + "'");
   EXPECT_EQ(outcome.code, 1);
@@ -91,10 +104,11 @@ TEST_F(Program, CreateSampleWhereNothingCanBeWrittenSaysSo) {
 }
 
 TEST_F(Program, PhotographsThatCannotBeCopiedAreToldAndExitWithOne) {
-  std::ofstream(In("photos")) << "a file where the folder should be";
+  fs::create_directory(In("tour-data"));
+  std::ofstream(In("tour-data/photos")) << "a file where the folder should be";
   const Outcome outcome = Run("--tour '" + In("").string() + "'");
   EXPECT_EQ(outcome.code, 1);
-  EXPECT_NE(outcome.error.find("无法复制示例照片到 " + In("photos").string()), std::string::npos)
+  EXPECT_NE(outcome.error.find("无法复制示例照片到 " + In("tour-data/photos").string()), std::string::npos)
       << outcome.error;
 }
 
@@ -116,6 +130,8 @@ TEST_F(Program, AFileThatIsNoDatabaseIsNamed) {
   const Outcome outcome = Run("--new --database '" + In("text.db").string() + "'");
   EXPECT_EQ(outcome.code, 1);
   EXPECT_NE(outcome.error.find("无法打开数据库"), std::string::npos) << outcome.error;
+  EXPECT_NE(outcome.error.find("请检查此文件，或从备份恢复"), std::string::npos) << outcome.error;
+  EXPECT_EQ(outcome.error.find("create-sample"), std::string::npos) << outcome.error;
 }
 
 TEST_F(Program, ASchemaThatLacksATableIsNamed) {
@@ -124,12 +140,62 @@ TEST_F(Program, ASchemaThatLacksATableIsNamed) {
   const Outcome outcome = Run("--new --database '" + In("s.db").string() + "'");
   EXPECT_EQ(outcome.code, 1);
   EXPECT_NE(outcome.error.find("s_infoitem"), std::string::npos) << outcome.error;
+  EXPECT_EQ(outcome.error.find("create-sample"), std::string::npos) << outcome.error;
 }
 
 TEST_F(Program, AConnectionStringOfAnotherEngineIsRefused) {
   const Outcome outcome = Run("--new --connection 'Driver=Other;Database=x'");
   EXPECT_EQ(outcome.code, 1);
   EXPECT_NE(outcome.error.find("连接字符串"), std::string::npos) << outcome.error;
+}
+
+// A photograph that is no picture ends the visit, with nobody at the keyboard.
+void PutBadPhotograph(const fs::path& folder) {
+  fs::create_directories(folder);
+  std::ofstream(folder / (kPerson + ".jpg")) << "no picture";
+}
+
+TEST_F(Program, AVisitThatFailsReturnsNothing) {
+  Run("create-sample '" + In("s.db").string() + "'");
+  PutBadPhotograph(In("photos"));
+  const Outcome outcome = Run("--person " + kPerson + " --database '" + In("s.db").string() + "' --photos '" +
+                              In("photos").string() + "'");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_NE(outcome.error.find("dossier: 无效图片\n"), std::string::npos) << outcome.error;
+}
+
+TEST_F(Program, WorkingCopiesLieInTheDataFolderOfTheUser) {
+  PutBadPhotograph(In("data/dossierkit/photos"));
+  const Outcome outcome = Run("--person " + kPerson, "XDG_DATA_HOME='" + In("data").string() + "' ");
+  EXPECT_NE(outcome.error.find("无效图片"), std::string::npos) << outcome.error;
+  sqlite::SqliteConnection database(In("data/dossierkit/dossier.db").string());
+  EXPECT_EQ(One(database, "select count(*) from A01"), "12");
+}
+
+TEST_F(Program, WithoutADataFolderTheyLieInTheOneByDefaultAndStay) {
+  PutBadPhotograph(In("home/.local/share/dossierkit/photos"));
+  const std::string before = "env -u XDG_DATA_HOME HOME='" + In("home").string() + "' ";
+  Run("--person " + kPerson, before);
+  const fs::path file = In("home/.local/share/dossierkit/dossier.db");
+  sqlite::SqliteConnection(file.string()).RunScript("delete from A01 where A0199>1");
+  Run("--person " + kPerson, before);
+  sqlite::SqliteConnection database(file.string());
+  EXPECT_EQ(One(database, "select count(*) from A01"), "1");
+}
+
+TEST_F(Program, TheTourLeavesOtherFilesOfItsFolderAlone) {
+  fs::create_directories(In("tour/photos"));
+  std::ofstream(In("tour/tour.db")) << "mine";
+  std::ofstream(In("tour/photos/mine.jpg")) << "mine";
+  fs::create_directories(In("tour/tour-data"));
+  std::ofstream(In("tour/tour-data/tour.db")) << "of the last tour";
+  std::ofstream(In("tour/tour-data/photos")) << "so that it ends at once";
+  Run("--tour '" + In("tour").string() + "'");
+  EXPECT_EQ(Read(In("tour/tour.db")), "mine");
+  EXPECT_EQ(Read(In("tour/photos/mine.jpg")), "mine");
+  sqlite::SqliteConnection database(In("tour/tour-data/tour.db").string());
+  EXPECT_EQ(One(database, "select count(*) from A01"), "12");
 }
 
 TEST_F(Program, TheTourPlaysToItsEnd) {

@@ -31,7 +31,7 @@ TEST(SamplePhotos, TheTourShowsCopiesThatCanBeReplaced) {
   const std::string command =
       DossierProgram() + " --tour '" + folder.string() + "' >/dev/null 2>&1 </dev/null";
   EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 0);
-  const fs::path copy = folder / "photos" / (kPerson + ".jpg");
+  const fs::path copy = folder / "tour-data" / "photos" / (kPerson + ".jpg");
   EXPECT_EQ(PhotoFolder::Read(copy), PhotoFolder::Read(kSource / (kPerson + ".jpg")));
   EXPECT_FALSE(fs::is_symlink(copy));
   EXPECT_NE(fs::status(copy).permissions() & fs::perms::owner_write, fs::perms::none);

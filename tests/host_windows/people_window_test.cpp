@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -61,7 +62,7 @@ class PeopleWindows : public testing::Test {
   std::shared_ptr<sqlite::SqliteConnection> database_ = SampleDatabase();
   std::vector<VisitRequest> visits_;
   std::function<void()> in_visit_ = [] {};
-  PeopleWindow window_{database_, [this](const VisitRequest& request) {
+  PeopleWindow window_{database_, [this](const VisitRequest& request, QWidget&) {
                          visits_.push_back(request);
                          in_visit_();
                        }};
@@ -146,6 +147,37 @@ TEST_F(PeopleWindows, ANewPersonHasNoIdentifier) {
   QTest::mouseClick(&Button("新增人员(&N)"), Qt::LeftButton);
   ASSERT_EQ(visits_.size(), 1U);
   EXPECT_EQ(visits_[0].person, "");
+}
+
+TEST_F(PeopleWindows, ANewPersonHasTheTypeOfTheBoxAndAStoredOneHisOwn) {
+  auto& types = *window_.findChild<QComboBox*>();
+  types.setCurrentIndex(2);
+  QTest::mouseClick(&Button("新增人员(&N)"), Qt::LeftButton);
+  QTest::mouseClick(&Button("打开(&O)"), Qt::LeftButton);
+  ASSERT_EQ(visits_.size(), 2U);
+  EXPECT_EQ(visits_[0].person_type, 3);
+  EXPECT_FALSE(visits_[1].person_type);
+  window_.ChoosePersonType(2);
+  EXPECT_EQ(types.currentIndex(), 1);
+  window_.ChoosePersonType(9);
+  EXPECT_EQ(types.currentIndex(), 0);
+}
+
+TEST_F(PeopleWindows, SetsWithoutAPageAreAnnounced) {
+  const auto& types = *window_.findChild<QComboBox*>();
+  EXPECT_EQ(types.itemText(0), "单位推荐");
+  EXPECT_EQ(types.itemText(1), "个人自荐（B02 没有页面）");
+  EXPECT_EQ(types.itemText(2), "获奖者推荐（B03 没有页面）");
+  EXPECT_EQ(Labels().filter("没有页面"), QStringList{});
+  database_->RunScript("update A01 set A0136=2 where A0199=1; update A01 set A0136=3 where A0199=2");
+  QTest::mouseClick(&Button("打开(&O)"), Qt::LeftButton);
+  EXPECT_EQ(Labels().filter("没有页面"),
+            QStringList{"此人是个人自荐：信息集“个人自荐情况”（B02）没有页面，点击它会关闭窗口。"});
+  Table().selectRow(1);
+  EXPECT_EQ(Labels().filter("没有页面"),
+            QStringList{"此人是获奖者推荐：信息集“获奖者推荐情况”（B03）没有页面，点击它会关闭窗口。"});
+  Table().selectRow(2);
+  EXPECT_EQ(Labels().filter("没有页面"), QStringList{});
 }
 
 TEST_F(PeopleWindows, AfterAVisitTheListIsReadAnewAndTheFilterStays) {

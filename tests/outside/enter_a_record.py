@@ -45,8 +45,8 @@ def everything(node):
 
 
 class Program:
-    def __init__(self, arguments, environment):
-        self.process = subprocess.Popen(arguments, env=environment)
+    def __init__(self, arguments, environment, **pipes):
+        self.process = subprocess.Popen(arguments, env=environment, **pipes)
 
     def application(self):
         desktop = pyatspi.Registry.getDesktop(0)
@@ -153,4 +153,5 @@ def main():
                 program.process.wait()
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,112 @@
+#include "host/visits.h"
+
+#include <QMessageBox>
+#include <algorithm>
+#include <exception>
+#include <functional>
+#include <utility>
+
+#include "host/care/care.h"
+#include "host/doubled_box.h"
+#include "platform/ado/recordset.h"
+#include "platform/environment/text.h"
+#include "shell/i_user_ctrl.h"
+
+namespace dossierkit::host {
+namespace {
+
+constexpr std::int16_t kNewPerson = 0;
+constexpr std::int16_t kStoredPerson = 3;
+constexpr std::int16_t kFirstType = 1;  // the one whose recommendation has a page
+constexpr std::int16_t kLastType = 3;
+
+std::string Quoted(const std::string& text) { return "'" + environment::Replace(text, "'", "''") + "'"; }
+
+// A visit does not fail because the care for it does: the user is told, and goes on.
+void Try(QWidget* over, const std::function<void()>& care) {
+  try {
+    care();
+  } catch (const std::exception& failure) {
+    QMessageBox::warning(over, "人员档案", QString("整理此人的记录失败：") + failure.what());
+  }
+}
+
+}  // namespace
+
+Visits::Visits(std::shared_ptr<ado::Connection> database, std::shared_ptr<ado::Connection> connection,
+               std::string photos)
+    : database_(std::move(database)), connection_(std::move(connection)), photos_(std::move(photos)) {}
+
+bool Visits::Open(const VisitRequest& request, QWidget* over) {
+  std::vector<std::string> persons;
+  if (!request.person.empty()) persons.push_back(request.person);
+  PartDoubled(persons, over);
+  PutInOrder(persons, over);
+  const std::int64_t highest = HighestBesides(request.person);
+
+  IUserCtrl dossier;
+  dossier.SetConnection(connection_);
+  dossier.personID = request.person;
+  dossier.OperationType =
+      request.operation_type.value_or(request.person.empty() ? kNewPerson : kStoredPerson);
+  dossier.PersonType = request.person_type ? *request.person_type : PersonTypeOf(request.person);
+  dossier.PhotoPath = photos_;
+  bool saved = false;
+  std::exception_ptr failure;
+  try {
+    saved = dossier.ShowDossier();
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  // The component does not hand back the identifiers of the persons who were stored meanwhile.
+  Try(over, [&] {
+    for (std::string& person : StoredSince(highest)) persons.push_back(std::move(person));
+  });
+  PartDoubled(persons, over);
+  PutInOrder(persons, over);
+  if (failure) std::rethrow_exception(failure);
+  return saved;
+}
+
+std::int16_t Visits::PersonTypeOf(const std::string& person) const {
+  const auto rows = database_->Execute("select A0136 from A01 where A00=" + Quoted(person));
+  if (rows->RecordCount() == 0) return kFirstType;
+  const std::string type = environment::TextOr(rows->Fields(0), "");
+  for (std::int16_t known = kFirstType; known <= kLastType; ++known) {
+    if (type == std::to_string(known)) return known;
+  }
+  return kFirstType;
+}
+
+void Visits::PartDoubled(const std::vector<std::string>& persons, QWidget* over) {
+  Try(over, [&] {
+    for (const care::DoubledPerson& doubled : care::FindDoubledPersons(*database_)) {
+      const bool concerned = std::any_of(persons.begin(), persons.end(), [&](const std::string& person) {
+        return environment::LowerCase(person) == environment::LowerCase(doubled.person);
+      });
+      if (concerned) AskWhichRowStays(*database_, doubled, over);
+    }
+  });
+}
+
+void Visits::PutInOrder(const std::vector<std::string>& persons, QWidget* over) {
+  Try(over, [&] {
+    for (const std::string& person : persons) care::RenumberRecords(*database_, person);
+  });
+}
+
+std::int64_t Visits::HighestBesides(const std::string& person) const {
+  const auto rows =
+      database_->Execute("select iif(max(A0199) is null,0,max(A0199)) from A01 where A00<>" + Quoted(person));
+  return environment::ToInt32(rows->Fields(0));
+}
+
+std::vector<std::string> Visits::StoredSince(std::int64_t number) const {
+  const auto rows = database_->Execute("select A00 from A01 where A0199>" + std::to_string(number));
+  std::vector<std::string> persons;
+  for (std::int32_t row = 1; row <= rows->RecordCount(); ++row)
+    persons.push_back(environment::TextOr(rows->ValueAt(row, 0), ""));
+  return persons;
+}
+
+}  // namespace dossierkit::host

@@ -1,0 +1,47 @@
+// Visits: opens dossiers as a careful host does.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ado/connection.h"
+
+class QWidget;
+
+namespace dossierkit::host {
+
+// What the user asks for.
+struct VisitRequest {
+  std::string person;                          // A00; empty for a new person
+  std::optional<std::int16_t> operation_type;  // by default 3, or 0 for a new person
+  std::optional<std::int16_t> person_type;     // by default the person's own, or 1
+};
+
+// Numbers the person's records before and after each visit, and asks which row of a doubled person stays.
+class Visits {
+ public:
+  // `database` runs the host's own statements, `connection` is the component's. `photos` is a folder.
+  Visits(std::shared_ptr<ado::Connection> database, std::shared_ptr<ado::Connection> connection,
+         std::string photos);
+
+  // Opens the component; what it asks besides stands over `over`. Returns what ShowDossier returned and
+  // throws what it threw, in either case with the person's records in order.
+  bool Open(const VisitRequest& request, QWidget* over = nullptr);
+
+ private:
+  std::int16_t PersonTypeOf(const std::string& person) const;
+  void PartDoubled(const std::vector<std::string>& persons, QWidget* over);
+  void PutInOrder(const std::vector<std::string>& persons, QWidget* over);
+  // The greatest running number of all the other persons: who is stored from now on has a higher one.
+  std::int64_t HighestBesides(const std::string& person) const;
+  std::vector<std::string> StoredSince(std::int64_t number) const;
+
+  std::shared_ptr<ado::Connection> database_;
+  std::shared_ptr<ado::Connection> connection_;
+  std::string photos_;
+};
+
+}  // namespace dossierkit::host

@@ -1,0 +1,238 @@
+// Visits as the demo host makes them: what it does before and after, and which boxes it shows.
+#include "host/visits.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTableWidget>
+#include <QTest>
+
+#include "host/people_window.h"
+#include "platform/environment/failure.h"
+#include "shell/component.h"
+#include "tests/host_windows/boxes.h"
+#include "tests/support/visit.h"
+
+namespace dossierkit::host {
+namespace {
+
+using tests::Column;
+using tests::kPerson;
+using tests::One;
+using tests::Rows;
+using Texts = std::vector<std::string>;
+
+constexpr auto kRefused = "无法维护此人信息。可能不存在此人Id号或Id号重复。";
+
+class HostVisits : public testing::Test {
+ protected:
+  void Script(const std::string& sql) { database_->RunScript(sql); }
+  frmDossier& Window() { return dynamic_cast<frmDossier&>(*TheRuntime().window); }
+  bool Open(const VisitRequest& request, const std::function<void()>& scene) {
+    stage_.WillRun([scene](toolkit::Form&) { scene(); });
+    return visits_.Open(request);
+  }
+  void ClickMenu(const std::string& set) {
+    const auto& items = Window().VMenu1().Items();
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      if (items[i].key == set) user_.ClickMenu(static_cast<int>(i + 1));
+    }
+  }
+  Texts Numbers(const std::string& person = kPerson) {
+    return Column(*database_, "select A0399 from A03 where A00='" + person + "' order by A0399");
+  }
+  Texts Messages() const {
+    Texts texts;
+    for (const auto& message : stage_.messages) texts.push_back(message.text);
+    return texts;
+  }
+
+  tests::StagePlatform stage_;
+  std::shared_ptr<sqlite::SqliteConnection> database_ = tests::SampleDatabase();
+  Component component_{stage_, "/opt/dossier"};
+  Visits visits_{database_, database_, "/no photographs"};
+  tests::StageUser user_{TheRuntime().desktop};
+  Boxes boxes_;
+};
+
+TEST_F(HostVisits, AStoredPersonHasHisOwnType) {
+  for (const char* type : {"1", "2", "3"}) {
+    Script("update A01 set A0136=" + std::string(type) + " where A00='" + kPerson + "'");
+    Open({kPerson, {}, {}}, [&] {
+      EXPECT_EQ(std::to_string(Window().PersonType), type);
+      EXPECT_EQ(Window().OperationType, 3);
+      EXPECT_EQ(Window().PhotoPath, "/no photographs");
+    });
+  }
+}
+
+TEST_F(HostVisits, WithoutAKnownTypeTheFirstOneCounts) {
+  for (const char* type : {"null", "0", "4"}) {
+    Script("update A01 set A0136=" + std::string(type) + " where A00='" + kPerson + "'");
+    Open({kPerson, {}, {}}, [&] { EXPECT_EQ(Window().PersonType, 1); });
+  }
+  Open({}, [&] {
+    EXPECT_EQ(Window().PersonType, 1);
+    EXPECT_EQ(Window().OperationType, 0);
+  });
+}
+
+TEST_F(HostVisits, TypesThatAreAskedForCount) {
+  Open({kPerson, 1, 3}, [&] {
+    EXPECT_EQ(Window().PersonType, 3);
+    EXPECT_EQ(Window().OperationType, 1);
+  });
+}
+
+TEST_F(HostVisits, TheRecordsAreInOrderBeforeAndAfterAVisit) {
+  Script("update A03 set A0399=A0399+5 where A00='" + kPerson + "'");
+  const Texts before = {"1", "2", "3", "4", "5"};
+  Open({kPerson, {}, {}}, [&] {
+    EXPECT_EQ(Numbers(), before);
+    ClickMenu("A03");
+    user_.ClickRow(2);
+    stage_.WillAnswer(toolkit::kAnswerYes);
+    user_.ClickToolbar("Delete");
+    EXPECT_NE(Numbers(), (Texts{"1", "2", "3", "4"}));
+  });
+  EXPECT_EQ(Numbers(), (Texts{"1", "2", "3", "4"}));
+  EXPECT_EQ(boxes_.texts, Texts{});
+}
+
+TEST_F(HostVisits, AVisitThatFailsLeavesTheRecordsInOrderToo) {
+  EXPECT_THROW(Open({kPerson, {}, {}},
+                    [&] {
+                      Script("update A03 set A0399=A0399+5 where A00='" + kPerson + "'");
+                      throw environment::MakeFailure(environment::kOverflow);
+                    }),
+               environment::Failure);
+  EXPECT_EQ(Numbers(), (Texts{"1", "2", "3", "4", "5"}));
+}
+
+TEST_F(HostVisits, PersonsWhoWereStoredMeanwhileAreCaredForAndNobodyElse) {
+  boxes_.WillPress("保留第 2 条(&2)");
+  // The last person of the table, doubled and out of order before the visit.
+  const std::string other = One(*database_, "select A00 from A01 where A0199=12");
+  Script("insert into A01(A00,A0101,A0199) values('" + other +
+         "','二',11);"
+         "insert into A03(A00,A0302,A0399) values('" +
+         other + "','某',77)");
+  const Texts others = Numbers(other);
+  Open({}, [&] {
+    Script(
+        "insert into A01(A00,A0101,A0199) values('NEW','新一',13);"
+        "insert into A01(A00,A0101,A0199) values('NEW','新二',14);"
+        "insert into A03(A00,A0302,A0399) values('NEW','某',4)");
+  });
+  EXPECT_EQ(Column(*database_, "select A0101 from A01 where A00='NEW'"), Texts{"新二"});
+  EXPECT_EQ(Numbers("NEW"), Texts{"1"});
+  EXPECT_EQ(Numbers(other), others);
+  EXPECT_EQ(boxes_.texts.size(), 1U);
+}
+
+// The new person takes the number of the one who was open.
+TEST_F(HostVisits, APersonWhoIsStoredAfterTheOpenOneWasDeletedIsCaredFor) {
+  const std::string last = One(*database_, "select A00 from A01 where A0199=12");
+  Open({last, {}, {}}, [&] {
+    Script(
+        "delete from A01 where A0199=12; insert into A01(A00,A0101,A0199) values('NEW','新一',12);"
+        "insert into A03(A00,A0302,A0399) values('NEW','某',4)");
+  });
+  EXPECT_EQ(Numbers("NEW"), Texts{"1"});
+}
+
+TEST_F(HostVisits, CareThatFailsIsToldAndTheVisitGoesOn) {
+  Script("insert into s_infotable(tblname,Property) values('X77',0)");
+  bool opened = false;
+  Open({kPerson, {}, {}}, [&] { opened = true; });
+  EXPECT_TRUE(opened);
+  ASSERT_EQ(boxes_.texts.size(), 2U);
+  EXPECT_EQ(boxes_.texts[0].find("整理此人的记录失败："), 0U) << boxes_.texts[0];
+}
+
+// --- doubled persons ---------------------------------------------------------------------------
+
+TEST_F(HostVisits, ADoubledPersonIsAskedAboutAndOpensThen) {
+  Script("insert into A01(A00,A0101,A0199) values('" + kPerson + "','陆怀谷二',13)");
+  boxes_.WillPress("保留第 1 条(&1)");
+  Open({kPerson, {}, {}}, [&] { EXPECT_EQ(Window().labPersonName().Caption(), "陆怀谷"); });
+  EXPECT_EQ(boxes_.texts,
+            Texts{"此人在基本信息中有 2 条记录，以后无法打开。请选择保留哪一条，其余的将删除；此人"
+                  "的其它信息集不受影响。"});
+  EXPECT_EQ(Column(*database_, "select A0101 from A01 where A00='" + kPerson + "'"), Texts{"陆怀谷"});
+  EXPECT_EQ(Numbers(), (Texts{"1", "2", "3", "4", "5"}));
+}
+
+TEST_F(HostVisits, OfThreeRowsTheOneInTheMiddleCanStay) {
+  Script("insert into A01(A00,A0101,A0199) values('" + kPerson +
+         "','二',13);"
+         "insert into A01(A00,A0101,A0199) values('" +
+         kPerson + "','三',14)");
+  boxes_.WillPress("保留第 2 条(&2)");
+  Open({kPerson, {}, {}}, [&] { EXPECT_EQ(Window().labPersonName().Caption(), "二"); });
+  EXPECT_EQ(Column(*database_, "select A0101 from A01 where A00='" + kPerson + "'"), Texts{"二"});
+}
+
+TEST_F(HostVisits, TheFieldsThatDifferStandFirstUnderTheirCaptions) {
+  Script("insert into A01(A00,A0101,A0199) values('" + kPerson + "','二',13)");
+  Texts first;
+  QTimer::singleShot(0, qApp, [&] {
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+    const auto* table = QApplication::activeModalWidget()->findChild<QTableWidget*>();
+    for (int column = 0; column < 3; ++column) first.push_back(table->item(0, column)->text().toStdString());
+    EXPECT_TRUE(table->item(0, 0)->font().bold());
+    EXPECT_GT(table->rowCount(), 10);
+  });
+  EXPECT_THROW(visits_.Open({kPerson, {}, {}}), environment::Failure);
+  EXPECT_EQ(first, (Texts{"姓名", "陆怀谷", "二"}));
+}
+
+TEST_F(HostVisits, WhoDecidesLaterKeepsAllRowsAndThePersonIsRefused) {
+  Script("insert into A01(A00,A0101,A0199) values('" + kPerson + "','二',13)");
+  boxes_.WillPress("以后再说(&L)");
+  EXPECT_THROW(visits_.Open({kPerson, {}, {}}), environment::Failure);
+  EXPECT_EQ(One(*database_, "select count(*) from A01 where A00='" + kPerson + "'"), "2");
+  EXPECT_EQ(Messages(), Texts{kRefused});
+}
+
+// --- the people window -------------------------------------------------------------------------
+
+class HostBoxes : public HostVisits {
+ protected:
+  HostBoxes() {
+    window_.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+  void OpenSelected() {
+    for (auto* button : window_.findChildren<QPushButton*>()) {
+      if (button->text() == "打开(&O)") button->click();
+    }
+  }
+  PeopleWindow window_{database_,
+                       [this](const VisitRequest& request, QWidget& over) { visits_.Open(request, &over); }};
+};
+
+TEST_F(HostBoxes, AfterTheComponentsOwnRefusalThereIsNoSecondBox) {
+  Script("delete from A01 where A00='" + kPerson + "'");
+  OpenSelected();
+  EXPECT_EQ(Messages(), Texts{kRefused});
+  EXPECT_EQ(boxes_.texts, Texts{});
+}
+
+TEST_F(HostBoxes, AnyOtherFailureIsToldOnce) {
+  Script("drop table s_CodeTableDefine; drop table s_infoitem");
+  OpenSelected();
+  ASSERT_EQ(boxes_.texts.size(), 1U);
+  EXPECT_EQ(boxes_.texts[0].find("无法维护此人："), 0U) << boxes_.texts[0];
+  EXPECT_NE(boxes_.texts[0].find("s_infoitem"), std::string::npos) << boxes_.texts[0];
+}
+
+TEST_F(HostBoxes, AListThatCannotBeReadIsTold) {
+  stage_.WillRun([&](toolkit::Form&) { Script("alter table A01 drop column A0109"); });
+  OpenSelected();
+  ASSERT_EQ(boxes_.texts.size(), 1U);
+  EXPECT_EQ(boxes_.texts[0].find("读取人员列表失败："), 0U) << boxes_.texts[0];
+}
+
+}  // namespace
+}  // namespace dossierkit::host
