@@ -116,6 +116,8 @@ commit;
 
 select count(*) || ' ' || (select count(*) from A02) || ' ' || (select count(distinct A00) from A01) from A01;
 pragma quick_check;
+-- as the sample
+pragma journal_mode = wal;
 END
 if ! sqlite3 -batch -bail "$db" <"$work/fill.sql" >"$work/out" 2>"$work/err" || [ -s "$work/err" ]; then
 	cat "$work/err" >&2
@@ -125,6 +127,7 @@ fi
 	echo off
 	echo "$persons $((persons * records)) $persons"
 	echo ok
+	echo wal
 } >"$work/expect"
 if ! cmp -s "$work/out" "$work/expect"; then
 	cat "$work/out" >&2

@@ -2,12 +2,11 @@
 // OpenConformanceDatabase and includes this header in one file.
 #pragma once
 
+#include "tests/adapters/conformance_dialect.h"
 #include "tests/adapters/conformance_fixture.h"
 #include "tests/adapters/conformance_transactions.h"
 
 namespace dossierkit::conformance {
-
-// ---- the statement catalogue ------------------------------------------------------------------
 
 TEST_F(Conformance, MenuListsTheSetsOfTheLetterInTheirOrder) {
   AddSets();
@@ -283,112 +282,6 @@ TEST_F(Conformance, CodeLevelsAndTitleAreRead) {
   Run("insert into s_CodeLevDefine(dmgrp,levelnum,bit) values('GB1','1','1')");
   EXPECT_EQ(One("select codtbldsc from s_CodeTableDefine where dmgrp ='GB1' "), Value("学位"));
   EXPECT_EQ(List("select bit from s_CodeLevDefine where dmgrp ='GB1' order by levelnum"), "1,3");
-}
-
-// ---- the dialect ------------------------------------------------------------------------------
-
-TEST_F(Conformance, NullsComeFirstInAnOrder) {
-  Run("insert into A02(A00,A0202,A0299) values('b','x',1)");
-  Run("insert into A02(A00,A0299) values('a',1)");
-  EXPECT_EQ(List("select A00 from A02 order by A0202"), "a,b");
-  EXPECT_EQ(List("select A00 from A02 order by A0202 desc"), "b,a");
-}
-
-TEST_F(Conformance, UnequalLeavesOutNullAndTheSameInOtherCase) {
-  Run("insert into A02(A00,A0202,A0299) values('1','ab',1)");
-  Run("insert into A02(A00,A0202,A0299) values('2','',1)");
-  Run("insert into A02(A00,A0299) values('3',1)");
-  EXPECT_EQ(List("select A00 from A02 where A0202<>''"), "1");
-  EXPECT_EQ(List("select A00 from A02 where A0202<>'AB'"), "2");
-}
-
-TEST_F(Conformance, EveryNumberButZeroIsStoredAsTrue) {
-  Run("insert into GB1(dmcod,dmattr) values('1','-1')");
-  Run("insert into GB1(dmcod,dmattr) values('2',2)");
-  Run("insert into GB1(dmcod,dmattr) values('3','0')");
-  EXPECT_EQ(List("select dmcod from GB1 where dmattr =true order by dmcod"), "1,2");
-}
-
-TEST_F(Conformance, FalseFindsRowsThatAreNotTrue) {
-  AddCodes();
-  EXPECT_EQ(List("select dmcod from GB1 where dmattr =false"), "1");
-}
-
-TEST_F(Conformance, QuotedDateGoesIntoADateColumn) {
-  Run("insert into A01(A00,A0104) values('P','1990年03月05日')");
-  EXPECT_EQ(One("select A0104 from A01"), Value(DateTime{1990, 3, 5}));
-  EXPECT_EQ(One("select format(A0104,'yyyy年mm月dd日') as 出生日期 from A01"), Value("1990年03月05日"));
-}
-
-TEST_F(Conformance, DatesSortByTime) {
-  Run("insert into A02(A00,A0201,A0299) values('2','1990年10月',1)");
-  Run("insert into A02(A00,A0201,A0299) values('1','1990年9月',1)");
-  EXPECT_EQ(List("select A00 from A02 order by A0201"), "1,2");
-}
-
-TEST_F(Conformance, ValuesThatDoNotFitTheirColumnAreRefusedAndNothingIsStored) {
-  for (const char* assignment :
-       {"A0201='1990年13月'", "A0201=''", "A0205='12abc'", "A0205=''", "A0206='是'"}) {
-    Run("insert into A02(A00,A0299) values('P',1)");
-    EXPECT_EQ(FailureOf("update A02 set A0202='x'," + std::string(assignment)).number(),
-              environment::kDataMismatch);
-    EXPECT_EQ(One("select count(*) from A02 where A0202='x'"), Value(0));
-    Run("delete from A02");
-  }
-}
-
-TEST_F(Conformance, NumbersAreRoundedHalfToEvenAndKeptWithin16Bits) {
-  Run("insert into A02(A00,A0205,A0207,A0299) values('P','12.5','0.25',1)");
-  EXPECT_EQ(One("select A0205 from A02"), Value(12));
-  EXPECT_EQ(One("select A0207 from A02"), Value(0.25));
-  EXPECT_EQ(FailureOf("update A02 set A0205='32768'").number(), environment::kOverflow);
-}
-
-TEST_F(Conformance, LiteralsPassUnchanged) {
-  for (const std::string text :
-       {"a''b", "; delete from A02 --", "/*", "\"x\" [y] `z`", "?1 :a @b $c", "100%_", "换\r\n行"}) {
-    Run("insert into A02(A00,A0202,A0299) values('P','" + text + "',1)");
-    EXPECT_EQ(One("select A0202 from A02 where A0202='" + text + "'"),
-              Value(text == "a''b" ? std::string("a'b") : text));
-    Run("delete from A02 where A00='P'");
-  }
-}
-
-TEST_F(Conformance, TwoStatementsNeverRun) {
-  Run("insert into A02(A00,A0299) values('P',1)");
-  EXPECT_EQ(FailureOf("select * from A02; delete from A02").number(), environment::kSyntaxError);
-  EXPECT_EQ(FailureOf("delete from A02 where A00='x'; delete from A02").number(), environment::kSyntaxError);
-  EXPECT_EQ(One("select count(*) from A02"), Value(1));
-  Run("delete from A02;");
-  EXPECT_EQ(One("select count(*) from A02"), Value(0));
-}
-
-TEST_F(Conformance, UnknownNamesAreTold) {
-  environment::Failure failure = FailureOf("select * from A77");
-  EXPECT_EQ(failure.number(), environment::kNoSuchTable);
-  EXPECT_NE(failure.description().find("找不到输入表或查询“A77”"), std::string::npos);
-  failure = FailureOf("select max(A0199)+1 from A01 where personid = 'P'");
-  EXPECT_EQ(failure.number(), environment::kUnknownName);
-  EXPECT_NE(failure.description().find("至少一个参数没有被指定值"), std::string::npos);
-  EXPECT_EQ(FailureOf("insert into A01(A00,A0177) values('P','x')").number(), environment::kUnknownName);
-  EXPECT_EQ(FailureOf("update A01 set A0177='x'").number(), environment::kUnknownName);
-  EXPECT_EQ(FailureOf("delete from A77").number(), environment::kNoSuchTable);
-  EXPECT_EQ(FailureOf("insert into A77(A00) values('P')").number(), environment::kNoSuchTable);
-}
-
-TEST_F(Conformance, ApostropheOfTheUserIsASyntaxError) {
-  for (const char* statement :
-       {"select dmcpt from GB1 where dmcod='O'Neil'", "update A01 set A0101='it's' where A00='P'",
-        "insert into A01(A00,A0101) values('P',''')"}) {
-    const environment::Failure failure = FailureOf(statement);
-    EXPECT_EQ(failure.number(), environment::kSyntaxError);
-    EXPECT_TRUE(failure.description().starts_with("SQL 语句语法错误：")) << failure.description();
-  }
-}
-
-TEST_F(Conformance, WritingGivesAClosedRecordset) {
-  EXPECT_EQ(connection_->Execute("delete from A02")->State(), ado::kStateClosed);
-  EXPECT_EQ(connection_->Execute("select * from A02")->State(), ado::kStateOpen);
 }
 
 }  // namespace dossierkit::conformance

@@ -3,7 +3,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <map>
@@ -21,6 +21,7 @@ namespace dossierkit::sqlite {
 namespace {
 
 using environment::Failure;
+using environment::Value;
 
 struct Finalizer {
   void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -48,7 +49,7 @@ void RequireDatabaseFile(const std::string& path) {
 // The open handle and what is remembered of the schema.
 class SqliteConnection::Engine {
  public:
-  Engine(const std::string& path, int flags) {
+  Engine(const std::string& path, int flags) : path_(path) {
     const int result = sqlite3_open_v2(path.c_str(), &database_, flags, nullptr);
     if (result != SQLITE_OK) {
       const Failure failure(environment::kEngineFailure, "无法打开数据库文件：" + path);
@@ -92,7 +93,7 @@ class SqliteConnection::Engine {
       try {
         const auto update =
             jet::Translate(statement, [this](std::string_view table) { return KnownColumnsOf(table); });
-        if (TryUpdate(update.text, statement)) return;
+        if (TryUpdate(update, statement)) return;
       } catch (const Failure&) {
         // A constant may fit the table as it is declared by now.
         if (!ForgetOldSchema()) throw;
@@ -112,7 +113,7 @@ class SqliteConnection::Engine {
     const std::string key = environment::LowerCase(table);
     const auto known = tables_.find(key);
     if (known != tables_.end()) return &known->second;
-    const std::string text = "select name, type from pragma_table_info('" + key + "')";
+    const std::string text = "select name, type from pragma_table_info(" + jet::LiteralOf(key) + ")";
     const Prepared prepared = Prepare(text, text);
     jet::TableColumns columns;
     while (Step(prepared.get(), text)) {
@@ -135,14 +136,14 @@ class SqliteConnection::Engine {
   }
 
   std::int32_t BeginTrans() {
-    RequireWholeTransaction();
+    RequireUsable("BeginTrans");
     RunScript(level_ == 0 ? "begin immediate" : "savepoint nested");
     return ++level_;
   }
 
   void CommitTrans() {
     RequireTransaction();
-    RequireWholeTransaction();
+    RequireUsable("CommitTrans");
     RunScript(level_ == 1 ? "commit" : "release nested");
     --level_;
   }
@@ -153,11 +154,10 @@ class SqliteConnection::Engine {
     --level_;
   }
 
-  // Some failures (a full disk, a trigger) make the engine roll back the whole transaction. What follows in
-  // it is refused, since it would be stored at once and without what came before.
-  void RequireWholeTransaction() const {
-    if (WasRolledBack())
-      throw Failure(environment::kEngineFailure, "数据库已经撤销了这个事务：请回滚后再重新开始。");
+  // Whatever is stored from now on must be found again.
+  void RequireUsable(const std::string& statement) const {
+    RequireFileInPlace(statement);
+    RequireWholeTransaction();
   }
 
  private:
@@ -165,21 +165,33 @@ class SqliteConnection::Engine {
     if (level_ == 0) throw environment::MakeFailure(environment::kNoTransaction);
   }
 
+  // A deleted file lives on, unseen, as long as somebody has it open. One look at its name.
+  void RequireFileInPlace(const std::string& statement) const {
+    int moved = 0;
+    sqlite3_file_control(database_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    if (moved != 0)
+      throw Failure(environment::kEngineFailure, "数据库文件已被移走或替换：" + path_, statement);
+  }
+
+  // Some failures (a full disk, a trigger) make the engine roll back the whole transaction. What follows in
+  // it is refused, since it would be stored at once and without what came before.
+  void RequireWholeTransaction() const {
+    if (WasRolledBack())
+      throw Failure(environment::kEngineFailure, "数据库已经撤销了这个事务：请回滚后再重新开始。");
+  }
+
   bool WasRolledBack() const { return level_ > 0 && sqlite3_get_autocommit(database_) != 0; }
 
   // Runs an update with its constants as parameters, and keeps the last one prepared. False, and nothing was
   // done, where the schema has changed since the text was translated.
-  bool TryUpdate(const std::string& text, const std::string& statement) {
+  bool TryUpdate(const jet::Statement& translated, const std::string& statement) {
     std::string shape;
-    std::vector<jet::Token> constants;
     std::size_t copied = 0;
-    for (const jet::Token& token : jet::Tokenize(text)) {
-      if (token.kind != jet::TokenKind::kLiteral && token.kind != jet::TokenKind::kNumber) continue;
-      shape.append(text, copied, token.position - copied).append("?");
-      copied = token.End();
-      constants.push_back(token);
+    for (const jet::Constant& constant : translated.constants) {
+      shape.append(translated.text, copied, constant.position - copied).append("?");
+      copied = constant.position + constant.size;
     }
-    shape.append(text, copied);
+    shape.append(translated.text, copied);
     if (!update_ || shape != update_shape_) {
       update_.reset();
       if (ForgetOldSchema()) return false;
@@ -187,7 +199,7 @@ class SqliteConnection::Engine {
       update_shape_ = std::move(shape);
     }
     int index = 0;
-    for (const jet::Token& constant : constants) Bind(++index, constant);
+    for (const jet::Constant& constant : translated.constants) Bind(++index, constant.value);
     sqlite3_step(update_.get());
     // Takes no lock into the next statement, and tells what the step came to.
     const int result = sqlite3_reset(update_.get());
@@ -200,15 +212,18 @@ class SqliteConnection::Engine {
     return true;
   }
 
-  void Bind(int index, const jet::Token& constant) {
-    if (constant.kind == jet::TokenKind::kLiteral) {
-      const std::string literal = jet::TextOfLiteral(constant.text);
-      sqlite3_bind_text(update_.get(), index, literal.data(), static_cast<int>(literal.size()),
-                        SQLITE_TRANSIENT);
-    } else if (constant.text.find('.') == std::string_view::npos) {
-      sqlite3_bind_int64(update_.get(), index, std::strtoll(std::string(constant.text).c_str(), nullptr, 10));
+  // As the same constant in an insert is stored.
+  void Bind(int index, const Value& value) const {
+    if (const auto* whole = value.As<std::int64_t>()) {
+      sqlite3_bind_int64(update_.get(), index, *whole);
+    } else if (const auto* number = value.As<double>()) {
+      sqlite3_bind_double(update_.get(), index, *number);
+    } else if (const auto* truth = value.As<bool>()) {
+      sqlite3_bind_int(update_.get(), index, *truth ? 1 : 0);
     } else {
-      sqlite3_bind_double(update_.get(), index, std::strtod(std::string(constant.text).c_str(), nullptr));
+      const auto* date = value.As<environment::DateTime>();
+      const std::string text = date ? jet::TextOfDate(*date) : environment::TextOf(value);
+      sqlite3_bind_text(update_.get(), index, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
     }
   }
 
@@ -235,6 +250,7 @@ class SqliteConnection::Engine {
     return true;
   }
 
+  std::string path_;
   sqlite3* database_ = nullptr;
   std::int32_t level_ = 0;  // transactions that are open
   Prepared schema_version_;
@@ -278,18 +294,25 @@ void AppendCell(ado::Snapshot& rows, sqlite3_stmt* prepared, int index) {
 
 }  // namespace
 
+// Reads the file, so that one that is no database is told of now and not at the first statement.
+void SqliteConnection::RequireReadable(const Engine& engine, const std::string& path) {
+  const char* const kRead = "select count(*) from sqlite_master";
+  const int code = sqlite3_exec(engine.database(), kRead, nullptr, nullptr, nullptr) & 0xFF;
+  // The file itself is open by now: it is the log beside it that cannot be written.
+  if (code == SQLITE_CANTOPEN || code == SQLITE_READONLY) {
+    throw Failure(environment::kEngineFailure, "无法写入数据库的日志，请检查所在文件夹的权限：" + path);
+  }
+  if (code != SQLITE_OK) throw FailureOf(engine.database(), kRead);
+}
+
 SqliteConnection::SqliteConnection(const std::string& path, std::chrono::milliseconds busy_timeout) {
   RequireDatabaseFile(path);
   engine_ = std::make_unique<Engine>(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX);
   sqlite3_busy_timeout(engine_->database(), static_cast<int>(busy_timeout.count()));
-  // Reads the file, so that one that is no database is told of now and not at the first statement.
-  engine_->RunScript("select count(*) from sqlite_master");
-  // With a write-ahead log a reader never waits for a writer, and a commit costs one flush instead of
-  // two or three; FULL flushes it before each statement returns, since what was reported as saved must
-  // outlive a power cut. Where the log is impossible (a file that may not be written, another program
-  // in the middle of something) the database works on as it is.
-  sqlite3_exec(engine_->database(), "pragma journal_mode=wal", nullptr, nullptr, nullptr);
-  engine_->RunScript("pragma synchronous=full");
+  RequireReadable(*engine_, path);
+  // The journal stays as the host chose it. In either mode what was reported as saved outlives a power cut:
+  // EXTRA flushes the file, its log or journal, and the folder from which a journal is removed.
+  engine_->RunScript("pragma synchronous=extra");
   // 16 MiB, taken as needed: a code table of 100,000 rows with its indexes stays in memory.
   engine_->RunScript("pragma cache_size=-16384");
 }
@@ -329,7 +352,7 @@ SqliteConnection::Engine& SqliteConnection::OpenEngine(const std::string& statem
 
 ado::Snapshot SqliteConnection::Run(const std::string& statement) {
   Engine& engine = OpenEngine(statement);
-  engine.RequireWholeTransaction();
+  engine.RequireUsable(statement);
   if (IsUpdate(statement)) {
     engine.RunUpdate(statement);
     return {};

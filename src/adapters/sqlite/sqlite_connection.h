@@ -12,12 +12,13 @@ namespace dossierkit::sqlite {
 // How long a statement waits for another program's write before it fails.
 inline constexpr std::chrono::milliseconds kBusyTimeout{5000};
 
-// One open SQLite database, used from one thread. Outside a transaction every statement is one of its own
-// and is on the disk when Run returns.
+// One open SQLite database, used from one thread. Its journal mode stays as it is. Outside a transaction
+// every statement is one of its own and is on the disk when Run returns.
 class SqliteConnection : public ado::Connection {
  public:
-  // Opens the database file at `path` (UTF-8). Throws a Failure for a file that does not exist, is no
-  // database or cannot be opened; it never makes a file.
+  // Opens the database file at `path` (UTF-8), for reading only where it may not be written. Throws a
+  // Failure for a file that does not exist, is no database or cannot be opened, also one whose log cannot
+  // be written; it never makes a database.
   explicit SqliteConnection(const std::string& path, std::chrono::milliseconds busy_timeout = kBusyTimeout);
   ~SqliteConnection() override;
   SqliteConnection(const SqliteConnection&) = delete;
@@ -31,6 +32,7 @@ class SqliteConnection : public ado::Connection {
   void Close();
 
   bool IsOpen() const override;
+  // Fails as well once the file was deleted, moved or replaced.
   ado::Snapshot Run(const std::string& statement) override;
   // Level 1 takes the database for writing at once, so that nothing that is read in it is out of date
   // when it writes.
@@ -50,6 +52,7 @@ class SqliteConnection : public ado::Connection {
 
   explicit SqliteConnection(std::unique_ptr<Engine> engine);
   Engine& OpenEngine(const std::string& statement) const;
+  static void RequireReadable(const Engine& engine, const std::string& path);
 
   std::unique_ptr<Engine> engine_;
 };

@@ -1,6 +1,8 @@
 #include "platform/jet/coerce.h"
 
 #include <array>
+#include <charconv>
+#include <cstdint>
 #include <utility>
 
 #include "platform/environment/dates.h"
@@ -14,34 +16,39 @@ namespace dossierkit::jet {
 namespace {
 
 using ado::ColumnKind;
+using environment::DateTime;
 using environment::MakeFailure;
+using environment::Value;
 
-std::string CoerceDate(std::string_view text) {
+double NumberOf(std::string_view text) {
+  const auto number = environment::ParseNumber(text);
+  if (!number) throw MakeFailure(environment::kDataMismatch);
+  return *number;
+}
+
+Value CoerceDate(std::string_view text) {
   const auto date = environment::ParseDate(text);
   if (!date) throw MakeFailure(environment::kDataMismatch);
-  const bool has_time = date->hour != 0 || date->minute != 0 || date->second != 0;
-  return LiteralOf(environment::Format(*date, has_time ? "yyyy-mm-dd hh:nn:ss" : "yyyy-mm-dd"));
+  return *date;
 }
 
-std::string CoerceBoolean(std::string_view text) {
-  if (environment::EqualIgnoringCase(text, "True")) return "1";
-  if (environment::EqualIgnoringCase(text, "False")) return "0";
-  const auto number = environment::ParseNumber(text);
-  if (!number) throw MakeFailure(environment::kDataMismatch);
-  return *number != 0 ? "1" : "0";
+Value CoerceBoolean(std::string_view text) {
+  if (environment::EqualIgnoringCase(text, "True")) return true;
+  if (environment::EqualIgnoringCase(text, "False")) return false;
+  return NumberOf(text) != 0;
 }
 
-std::string CoerceInteger(std::string_view text, bool is_short) {
-  const auto number = environment::ParseNumber(text);
-  if (!number) throw MakeFailure(environment::kDataMismatch);
-  return is_short ? std::to_string(environment::ToInt16(*number))
-                  : std::to_string(environment::ToInt32(*number));
+Value CoerceInteger(std::string_view text, bool is_short) {
+  const double number = NumberOf(text);
+  return std::int64_t{is_short ? environment::ToInt16(number) : environment::ToInt32(number)};
 }
 
-std::string CoerceFloating(std::string_view text) {
-  const auto number = environment::ParseNumber(text);
-  if (!number) throw MakeFailure(environment::kDataMismatch);
-  return environment::TextOf(*number);
+// With every digit that tells it from its neighbours, and no exponent.
+std::string TextOfDouble(double number) {
+  std::array<char, 400> digits{};
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed);
+  return std::string(digits.data(), end.ptr);
 }
 
 }  // namespace
@@ -83,16 +90,28 @@ TableColumn ColumnOfDeclaration(std::string name, std::string_view declared_type
   return column;
 }
 
-std::string Coerce(std::string_view text, const TableColumn& column) {
+Value Coerce(std::string_view text, const TableColumn& column) {
   switch (column.kind) {
     case ColumnKind::kDate: return CoerceDate(text);
     case ColumnKind::kBoolean: return CoerceBoolean(text);
     case ColumnKind::kInteger: return CoerceInteger(text, column.is_short);
-    case ColumnKind::kFloating: return CoerceFloating(text);
+    case ColumnKind::kFloating: return NumberOf(text) + 0.0;  // no negative zero
     case ColumnKind::kText:
     case ColumnKind::kUnknown: break;
   }
-  return LiteralOf(text);
+  return std::string(text);
+}
+
+std::string ConstantOf(const Value& value) {
+  if (const auto* held = value.As<bool>()) return *held ? "1" : "0";
+  if (const auto* held = value.As<double>()) return TextOfDouble(*held);
+  if (const auto* held = value.As<DateTime>()) return LiteralOf(TextOfDate(*held));
+  return value.As<std::int64_t>() ? environment::TextOf(value) : LiteralOf(environment::TextOf(value));
+}
+
+std::string TextOfDate(const DateTime& date) {
+  const bool has_time = date.hour != 0 || date.minute != 0 || date.second != 0;
+  return environment::Format(date, has_time ? "yyyy-mm-dd hh:nn:ss" : "yyyy-mm-dd");
 }
 
 }  // namespace dossierkit::jet

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/ado/snapshot.h"
+#include "platform/environment/value.h"
 
 namespace dossierkit::jet {
 
@@ -26,10 +27,16 @@ using Catalogue = std::function<const TableColumns*(std::string_view table)>;
 // What a declared type such as varchar(50), smallint or datetime means.
 TableColumn ColumnOfDeclaration(std::string name, std::string_view declared_type);
 
-// The text of a literal or of a bare number, as SQL to be stored in `column`: a date as an ISO
-// literal, a number as digits, a Boolean as 0 or 1, anything else as a literal. Throws a Failure with
-// 标准表达式中数据类型不匹配 where the text is no such value (the empty text is none), 溢出 where it is an
-// integer out of range.
-std::string Coerce(std::string_view text, const TableColumn& column);
+// The text of a literal or of a bare number, as the value to be stored in `column`: a date, a number, a
+// Boolean, anything else as it stands. Throws a Failure with 标准表达式中数据类型不匹配 where the text is no
+// such value (the empty text is none), 溢出 where it is an integer out of range.
+environment::Value Coerce(std::string_view text, const TableColumn& column);
+
+// What Coerce gave, as SQL: a date as an ISO literal, a number in plain decimal with all its digits, a
+// Boolean as 0 or 1, a text as a literal.
+std::string ConstantOf(const environment::Value& value);
+
+// The text of such a date, as it is stored: yyyy-mm-dd, with hh:nn:ss behind a blank if it has a time.
+std::string TextOfDate(const environment::DateTime& date);
 
 }  // namespace dossierkit::jet

@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
+#include <limits>
+#include <system_error>
 #include <utility>
 
 #include "platform/environment/failure.h"
+#include "platform/environment/numbers.h"
 #include "platform/environment/text.h"
 #include "platform/jet/tokens.h"
 
@@ -17,6 +22,14 @@ namespace {
 constexpr std::array<std::string_view, 20> kBeforeParenthesis{
     "iif", "len", "format", "count", "max",  "min",   "sum",  "avg",    "and",    "or",
     "not", "in",  "from",   "on",    "join", "where", "like", "values", "select", "by"};
+
+// A number as an engine takes it: whole where 64 bits hold it.
+environment::Value NumberOf(std::string_view digits) {
+  std::int64_t whole = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
+  if (error == std::errc{} && end == digits.data() + digits.size()) return whole;
+  return environment::ParseNumber(digits).value_or(std::numeric_limits<double>::infinity());
+}
 
 class Translator {
  public:
@@ -36,7 +49,7 @@ class Translator {
     } else {
       RefuseSyntax("只允许 SELECT、INSERT、UPDATE 或 DELETE", statement_);
     }
-    result_.text.append(statement_.substr(copied_, tokens_.back().End() - copied_));
+    CopyUpTo(tokens_.back().End());
     return std::move(result_);
   }
 
@@ -61,10 +74,31 @@ class Translator {
     Require(depth == 0, "括号不配对");
   }
 
+  // Copies the statement up to byte `position`; an update's constants are noted on the way.
+  void CopyUpTo(std::size_t position) {
+    for (; At(noted_).position < position && noted_ < tokens_.size(); ++noted_) {
+      const Token& token = At(noted_);
+      if (token.kind == TokenKind::kLiteral)
+        Note(token.position - copied_, token.text.size(), TextOfLiteral(token.text));
+      if (token.kind == TokenKind::kNumber)
+        Note(token.position - copied_, token.text.size(), NumberOf(token.text));
+    }
+    result_.text.append(statement_.substr(copied_, position - copied_));
+    copied_ = position;
+  }
+
+  // A constant that will stand so many bytes behind the present end of the text.
+  void Note(std::size_t offset, std::size_t size, environment::Value value) {
+    if (result_.kind != Statement::Kind::kUpdate) return;
+    result_.constants.push_back({result_.text.size() + offset, size, std::move(value)});
+  }
+
   // Copies the statement up to token `first` and puts `text` in the place of the tokens before `behind`.
   void ReplaceTokens(std::size_t first, std::size_t behind, std::string_view text) {
-    result_.text.append(statement_.substr(copied_, At(first).position - copied_)).append(text);
+    CopyUpTo(At(first).position);
+    result_.text.append(text);
     copied_ = At(behind - 1).End();
+    noted_ = behind;
     // The quote or the parenthesis that is gone kept it apart from what follows.
     if (At(behind).position == copied_ && !At(behind).Is(",") && !At(behind).Is(")")) result_.text += ' ';
   }
@@ -152,12 +186,12 @@ class Translator {
     std::vector<std::string_view> names;
     std::size_t i = 4;
     for (; IsWord(i); i += 2) {
-      names.push_back(At(i).text);
+      names.push_back(At(i).Name());
       if (!At(i + 1).Is(",")) break;
     }
     Require(IsWord(i) && At(i + 1).Is(")") && At(i + 2).Is("values") && At(i + 3).Is("("),
             "INSERT INTO 语句有错");
-    UseTable(At(2).text);
+    UseTable(At(2).Name());
     std::size_t value = i + 4;
     for (std::size_t column = 0; column < names.size(); ++column) {
       const std::size_t end = Find(value, {","});
@@ -173,12 +207,12 @@ class Translator {
   void TakeUpdate() {
     result_.kind = Statement::Kind::kUpdate;
     Require(IsWord(1) && At(2).Is("set"), "UPDATE 语句有错");
-    UseTable(At(1).text);
+    UseTable(At(1).Name());
     std::size_t name = 3;
     for (bool more = true; more;) {
       const std::size_t end = Find(name, {",", "where"});
       Require(IsWord(name) && At(name + 1).Is("=") && end > name + 2, "UPDATE 语句有错");
-      TakeAssigned(At(name).text, name + 2, end);
+      TakeAssigned(At(name).Name(), name + 2, end);
       more = At(end).Is(",");
       name = end + 1;
     }
@@ -204,14 +238,23 @@ class Translator {
     const bool is_signed = end == begin + 2 && (At(begin).Is("-") || At(begin).Is("+"));
     const Token& constant = At(is_signed ? begin + 1 : begin);
     if (constant.kind == TokenKind::kLiteral && end == begin + 1) {
-      ReplaceTokens(begin, end, CoerceChecked(TextOfLiteral(constant.text), *column));
+      StoreConstant(begin, end, TextOfLiteral(constant.text), *column);
     } else if (constant.kind == TokenKind::kNumber && (is_signed || end == begin + 1)) {
       const std::string sign(is_signed ? At(begin).text : std::string_view());
-      ReplaceTokens(begin, end, CoerceChecked(sign + std::string(constant.text), *column));
+      StoreConstant(begin, end, sign + std::string(constant.text), *column);
     }
   }
 
-  std::string CoerceChecked(const std::string& text, const TableColumn& column) const {
+  // Puts the constant of this text, as `column` asks for it, in the place of the tokens [begin, end).
+  void StoreConstant(std::size_t begin, std::size_t end, const std::string& text, const TableColumn& column) {
+    environment::Value value = CoerceChecked(text, column);
+    const std::string constant = ConstantOf(value);
+    CopyUpTo(At(begin).position);
+    Note(0, constant.size(), std::move(value));
+    ReplaceTokens(begin, end, constant);
+  }
+
+  environment::Value CoerceChecked(const std::string& text, const TableColumn& column) const {
     try {
       return Coerce(text, column);
     } catch (const environment::Failure& failure) {
@@ -225,6 +268,7 @@ class Translator {
   TableColumns columns_;
   Statement result_;
   std::size_t copied_ = 0;            // bytes of the statement that are in the result
+  std::size_t noted_ = 0;             // tokens whose constants are noted, or gone
   std::vector<std::size_t> formats_;  // tokens "format" that were taken out
   std::size_t item_count_ = 0;
   bool has_star_ = false;

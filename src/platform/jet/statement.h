@@ -1,11 +1,13 @@
 // Statements: what the dialect makes of one text before an engine runs it.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/ado/snapshot.h"
+#include "platform/environment/value.h"
 #include "platform/jet/coerce.h"
 
 namespace dossierkit::jet {
@@ -14,6 +16,13 @@ namespace dossierkit::jet {
 struct ResultColumn {
   std::string format;                                // the pattern of format(v,p), or empty
   ado::ColumnKind kind = ado::ColumnKind::kUnknown;  // unknown: as the engine tells
+};
+
+// A constant in the text of an update, to be bound in its place.
+struct Constant {
+  std::size_t position = 0;  // byte position in Statement::text
+  std::size_t size = 0;      // in bytes
+  environment::Value value;  // by the kind of the column that stores it; elsewhere a number or a text
 };
 
 // A statement as an engine is to run it.
@@ -25,6 +34,8 @@ struct Statement {
   // One for each item of a select list up to the last of which something is known; the rest is as the
   // engine tells.
   std::vector<ResultColumn> columns;
+  // The constants of an update, in the order of the text.
+  std::vector<Constant> constants;
 };
 
 // Takes one statement of the dialect: select .. from, insert into t(c,..) values(v,..), update t set

@@ -16,6 +16,9 @@ bool IsWordStart(char c) {
 }
 bool IsWordCharacter(char c) { return IsWordStart(c) || IsDigit(c); }
 
+// What may stand between the brackets of a name.
+bool IsNameCharacter(char c) { return static_cast<unsigned char>(c) >= ' ' && c != '[' && c != ']'; }
+
 class Tokenizer {
  public:
   explicit Tokenizer(std::string_view statement) : statement_(statement) {}
@@ -54,6 +57,7 @@ class Tokenizer {
     const char c = statement_[position_];
     if (IsWordStart(c)) return TakeWord();
     if (c == '\'') return TakeLiteral();
+    if (c == '[') return TakeNameInBrackets();
     if (IsDigit(c) || (c == '.' && IsDigit(At(position_ + 1)) && !FollowsName())) return TakeNumber();
     TakeOperator();
   }
@@ -88,6 +92,16 @@ class Tokenizer {
     RefuseSyntax("字符串没有结束", statement_);
   }
 
+  void TakeNameInBrackets() {
+    std::size_t end = position_ + 1;
+    while (end < statement_.size() && IsNameCharacter(statement_[end])) ++end;
+    const std::string_view name = statement_.substr(position_ + 1, end - position_ - 1);
+    if (At(end) != ']' || environment::WithoutOuterBlanks(name).empty()) {
+      RefuseSyntax("方括号中的名称有错", statement_);
+    }
+    Add(TokenKind::kWord, end + 1);
+  }
+
   void TakeOperator() {
     const std::string_view two = statement_.substr(position_, 2);
     if (two == "--" || two == "/*") RefuseSyntax("不允许注释", statement_);
@@ -111,6 +125,10 @@ bool Token::Is(std::string_view word) const {
   return kind == TokenKind::kOperator
              ? text == word
              : kind == TokenKind::kWord && environment::EqualIgnoringCase(text, word);
+}
+
+std::string_view Token::Name() const {
+  return text.starts_with('[') ? text.substr(1, text.size() - 2) : text;
 }
 
 std::vector<Token> Tokenize(std::string_view statement) { return Tokenizer(statement).Run(); }

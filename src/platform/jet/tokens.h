@@ -10,22 +10,24 @@ namespace dossierkit::jet {
 
 enum class TokenKind { kWord, kNumber, kLiteral, kOperator };
 
-// A piece of the statement. `text` points into the statement and is what stands there, a literal's
-// quotes included.
+// A piece of the statement. `text` points into the statement and is what stands there, the quotes of a
+// literal and the brackets of a name included.
 struct Token {
   TokenKind kind = TokenKind::kOperator;
   std::string_view text;
   std::size_t position = 0;  // byte position in the statement
 
   std::size_t End() const { return position + text.size(); }
-  // True for this operator, or for this word without regard to case.
+  // True for this operator, or for this word without regard to case; a name in brackets is no such word.
   bool Is(std::string_view word) const;
+  // The name that a word is, without its brackets.
+  std::string_view Name() const;
 };
 
 // The tokens of one statement; a single ";" at its end is left out. `statement` must outlive them.
-// Throws a Failure (a syntax error) for an empty text, an unclosed literal, comments, anything behind
-// ";", a NUL and every character that the dialect does not know, double quotes and brackets among
-// them.
+// [name] is a word, whatever the name holds but brackets and control characters. Throws a Failure (a
+// syntax error) for an empty text, an unclosed literal or bracket, an empty name, comments, anything
+// behind ";", a NUL and every character that the dialect does not know, double quotes among them.
 std::vector<Token> Tokenize(std::string_view statement);
 
 // The text in a literal: without its quotes, doubled quotes made single.

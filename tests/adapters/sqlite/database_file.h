@@ -29,6 +29,12 @@ class DatabaseFile {
   DatabaseFile(const DatabaseFile&) = delete;
   DatabaseFile& operator=(const DatabaseFile&) = delete;
 
+  // The same with a write-ahead log.
+  static void UseLog(const std::string& path) {
+    EXPECT_EQ(SqliteConnection(path).Pragma("journal_mode=wal"), "wal") << path;
+  }
+
+  std::string Folder() const { return (folder_ / "数据库").string(); }
   std::string Path(const std::string& name = "专家.db") const { return (folder_ / "数据库" / name).string(); }
 
   void Write(const std::string& name, const std::string& content) const {

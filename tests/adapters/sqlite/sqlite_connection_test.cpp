@@ -40,13 +40,6 @@ TEST(SqliteConnection, OpensAFileWithAChineseName) {
   EXPECT_EQ(SqliteConnection(file.Path()).Execute("select a0101 from a01")->Fields(0), Value("王一"));
 }
 
-TEST(SqliteConnection, KeepsALogAndFlushesEveryCommit) {
-  const DatabaseFile file(kPeople);
-  const SqliteConnection connection(file.Path());
-  EXPECT_EQ(connection.Pragma("journal_mode"), "wal");
-  EXPECT_EQ(connection.Pragma("synchronous"), "2");
-}
-
 TEST(SqliteConnection, MissingFileIsToldAndNotMade) {
   const DatabaseFile file(kPeople);
   const Failure failure = FailureOf([&] { SqliteConnection connection(file.Path("没有.db")); });
@@ -189,6 +182,16 @@ TEST(SqliteConnection, ARepeatedUpdateSeesATableThatAnotherProgramMadeAnew) {
   SqliteConnection(file.Path())
       .RunScript("drop table t; create table t(n integer, v varchar(20)); insert into t values(1, '');");
   EXPECT_EQ(store("无"), "无") << "what was no date is a text now";
+}
+
+TEST(SqliteConnection, AnUpdateOfANewShapeSeesATableThatAnotherProgramMadeAnew) {
+  const DatabaseFile file("create table t(n integer, v varchar(20)); insert into t values(1, '');");
+  SqliteConnection connection(file.Path());
+  connection.Run("update t set v='1990年03月' where n=1");
+  SqliteConnection(file.Path())
+      .RunScript("drop table t; create table t(n integer, v datetime); insert into t values(1, null);");
+  connection.Run("update t set v='1990年03月' where n>0");
+  EXPECT_EQ(connection.Execute("select v from t")->Fields(0), Value(DateTime{1990, 3, 1}));
 }
 
 TEST(SqliteConnection, ARepeatedUpdateThatFailsIsToldEachTime) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 #include "platform/environment/failure.h"
@@ -86,6 +87,15 @@ TEST(Statement, DefaultOfTrueOrFalseMakesABooleanColumn) {
   EXPECT_EQ(statement.columns[1].kind, ado::ColumnKind::kBoolean);
 }
 
+TEST(Statement, ADefaultThatOnlyBeginsWithTrueMakesNone) {
+  const auto kinds = [](std::string_view text) { return Translate(text, ColumnsOf).columns.size(); };
+  EXPECT_EQ(kinds("select iif(a,true,b) from t"), 1U);
+  EXPECT_EQ(kinds("select iif(a,true or b,c) from t"), 0U);
+  EXPECT_EQ(kinds("select iif(a,false=b,c) from t"), 0U);
+  EXPECT_EQ(kinds("select iif(a,'true',c) from t"), 0U);
+  EXPECT_EQ(kinds("select iif(a,[true],c) from t"), 0U);
+}
+
 TEST(Statement, StoredConstantsTakeTheKindOfTheirColumn) {
   EXPECT_EQ(
       Text("insert into A02(A00,A0201,A0202,a0205,A0206,A0207,A0299) "
@@ -128,7 +138,13 @@ TEST(Statement, WhatIsNotOneStatementIsRefused) {
                                 "select a from t; select b from t",
                                 "delete from t;;",
                                 "select \"a\" from t",
-                                "select [a] from t",
+                                "select [a from t",
+                                "select a] from t",
+                                "select [] from t",
+                                "select [ ] from t",
+                                "select [a[b] from t",
+                                "select [a\nb] from t",
+                                "select [a]] from t",
                                 "select `a` from t",
                                 "select ? from t",
                                 "select :a from t",
@@ -159,6 +175,90 @@ TEST(Statement, WhatIsNotOneStatementIsRefused) {
   }
   FailureOf(std::string_view("select a\0 from t", 16));
   FailureOf(std::string_view("select 'a\0' from t", 18));
+  FailureOf(std::string_view("select [a\0] from t", 18));
+}
+
+TEST(Statement, ANameInBracketsIsAName) {
+  for (const char* statement :
+       {"select [a] from t", "select a as [起始 年月] from [t u] order by [from] desc,[a-b]",
+        "delete from [t]", "select [a;--'\"?].[b] from t", "select a from t order by [a]desc",
+        "select [select] from [from]"}) {
+    EXPECT_EQ(Text(statement), statement);
+  }
+}
+
+TEST(Statement, ANameInBracketsIsTheColumnOfThatName) {
+  EXPECT_EQ(Text("insert into [A02]([A00],[a0201],A0202) values(1,'1990年03月',[A00])"),
+            "insert into [A02]([A00],[a0201],A0202) values('1','1990-03-01',[A00])");
+  EXPECT_EQ(Text("update [A02] set [A0205]='1.2' , A0202=3 where [A0205]='x'"),
+            "update [A02] set [A0205]=1 , A0202='3' where [A0205]='x'");
+}
+
+TEST(Statement, AWordInBracketsIsNoWordOfTheDialect) {
+  for (const char* statement : {"[select] a from t", "select a [from] t", "insert [into] t(a) values(1)",
+                                "update t [set] a=1", "delete [from] t", "select [len](a) from t",
+                                "select a from t where [in](1)", "select [format](a,'0') from t"}) {
+    EXPECT_EQ(FailureOf(statement).number(), environment::kSyntaxError) << statement;
+  }
+}
+
+// Each constant as where it stands in the text, and its value.
+std::string Constants(std::string_view text) {
+  const Statement statement = Translate(text, ColumnsOf);
+  std::string list;
+  for (const Constant& constant : statement.constants) {
+    const environment::Value& value = constant.value;
+    const char* kind = value.As<bool>()                    ? "bool"
+                       : value.As<std::int64_t>()          ? "int"
+                       : value.As<double>()                ? "double"
+                       : value.As<environment::DateTime>() ? "date"
+                       : value.As<std::string>()           ? "text"
+                                                           : "?";
+    list += statement.text.substr(constant.position, constant.size) + " " + kind + " " +
+            environment::TextOf(value) + "; ";
+  }
+  return list;
+}
+
+TEST(Statement, ConstantsOfAnUpdateHaveTheKindOfTheirColumn) {
+  EXPECT_EQ(Constants("update A02 set A0201='1990年03月',A0202=5,A0205='2.5',A0206=-1,A0207='3',A0299 = - 7 "
+                      "where A0202='it''s' and A0299>8 and A0207<.5"),
+            "'1990-03-01' date 1990/3/1; '5' text 5; 2 int 2; 1 bool True; 3 double 3; -7 int -7; "
+            "'it''s' text it's; 8 int 8; .5 double 0.5; ");
+  EXPECT_EQ(Constants("update A02 set A0299=A0299 +200,A0206=true,A0201=null where a00='x'"),
+            "200 int 200; 'x' text x; ");
+  EXPECT_EQ(Constants("update A02 set A0201='1990-03-01 7:08:09'"),
+            "'1990-03-01 07:08:09' date 1990/3/1 7:08:09; ");
+}
+
+TEST(Statement, AWholeNumberBeyond64BitsIsNoneOfThoseThatFit) {
+  EXPECT_EQ(Constants("update A02 set A0207=9999999999999999999999 where A0299=9223372036854775807"),
+            "10000000000000000000000 double 10000000000000000000000; "
+            "9223372036854775807 int 9223372036854775807; ");
+  EXPECT_EQ(Constants("update A02 set A0202='' where A0299=9223372036854775808"),
+            "'' text ; 9223372036854775808 double 9223372036854779904; ");
+}
+
+TEST(Statement, OtherStatementsNoteNoConstants) {
+  EXPECT_EQ(Constants("insert into A02(A0205) values('5')"), "");
+  EXPECT_EQ(Constants("select format(A0205,'0') from A02 where A0202='x'"), "");
+  EXPECT_EQ(Constants("delete from A02 where A0202='x'"), "");
+}
+
+TEST(Statement, FloatingConstantsKeepAllTheirDigits) {
+  EXPECT_EQ(Text("update A02 set A0207='0.12345678901234567'"), "update A02 set A0207=0.12345678901234566");
+  EXPECT_EQ(Text("update A02 set A0207='-0'"), "update A02 set A0207=0");
+  EXPECT_EQ(Text("update A02 set A0207='-1234567890123456789'"), "update A02 set A0207=-1234567890123456768");
+}
+
+TEST(Statement, WordsOfTheDialectMayStandBeforeAParenthesis) {
+  for (const char* statement :
+       {"select a from (t) where (a=1) and (b=2) or (c=3) and not (d=4) and a in (1,2)",
+        "select min(a),max(a),sum(a),avg(a),count(*),len(a),iif(a,1,2) from t",
+        "select a from (t) left join (u) on (t.a=u.a) order by (a)", "select (a) from t where a like (b)"}) {
+    EXPECT_EQ(Text(statement), statement);
+  }
+  EXPECT_EQ(Text("insert into A02(A0205) values(('5'))"), "insert into A02(A0205) values(('5'))");
 }
 
 TEST(Statement, OtherShapesAreRefused) {
