@@ -210,6 +210,8 @@ TEST_F(Program, TheTourPlaysToItsEnd) {
   const std::string trace = Read(In("trace.json"));
   EXPECT_NE(trace.find(R"("sql":"SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp")"),
             std::string::npos);
+  // The tour's own looks at the database are no statements of the component.
+  EXPECT_EQ(trace.find("A0101='林知远'"), std::string::npos);
 }
 
 }  // namespace
