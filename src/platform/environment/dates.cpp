@@ -2,6 +2,8 @@
 
 #include <initializer_list>
 
+#include "platform/environment/text.h"
+
 namespace dossierkit::environment {
 namespace {
 
@@ -53,12 +55,6 @@ bool IsLeapYear(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 4
 bool Exists(const DateTime& date) {
   return date.year >= 100 && date.month >= 1 && date.month <= 12 && date.day >= 1 &&
          date.day <= DaysInMonth(date.year, date.month);
-}
-
-std::string_view WithoutOuterBlanks(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-  return text;
 }
 
 bool ReadDate(Reader& reader, DateTime& date) {

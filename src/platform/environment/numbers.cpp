@@ -3,17 +3,12 @@
 #include <charconv>
 #include <system_error>
 
+#include "platform/environment/text.h"
+
 namespace dossierkit::environment {
 namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
-
-std::string_view WithoutOuterBlanks(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
 
 // Digits with at most one point, at least one digit.
 bool IsPlainDecimal(std::string_view text) {

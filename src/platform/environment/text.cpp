@@ -121,6 +121,13 @@ std::string UpperCase(std::string_view text) {
   return upper;
 }
 
+std::string_view WithoutOuterBlanks(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t";
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  text.remove_suffix(text.size() - (text.find_last_not_of(kBlanks) + 1));
+  return text;
+}
+
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                     [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });

@@ -32,6 +32,9 @@ std::string Encode(char32_t character);
 std::string LowerCase(std::string_view text);
 std::string UpperCase(std::string_view text);
 
+// The text less the blanks and tabs at its ends, as numbers and dates are read. Points into `text`.
+std::string_view WithoutOuterBlanks(std::string_view text);
+
 // Equality without regard to ASCII case.
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
 

@@ -32,6 +32,13 @@ TEST(Dates, ReadsATimeBehindAFullDate) {
   }
 }
 
+TEST(Dates, OuterBlanksAndTabsMeanNothing) {
+  for (const char* text : {" 1990-03", "1990-03 ", "\t1990-03", "1990-03\t", " \t 1990年03月\t  "})
+    EXPECT_EQ(ParseDate(text), (DateTime{1990, 3, 1})) << text;
+  for (const char* text : {"\t", "1990\t-03", "\n1990-03", "1990-03\r", "1990-03-05\t7:08"})
+    EXPECT_FALSE(IsDate(text)) << text;
+}
+
 TEST(Dates, IncompleteTextIsNoDate) {
   for (const char* text : {"",
                            " ",

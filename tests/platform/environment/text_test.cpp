@@ -50,6 +50,13 @@ TEST(Text, CaseIsThatOfAsciiLetters) {
   EXPECT_FALSE(EqualIgnoringCase("[", "{"));
 }
 
+TEST(Text, OuterBlanksAreBlanksAndTabs) {
+  EXPECT_EQ(WithoutOuterBlanks(" \t a b\t "), "a b");
+  EXPECT_EQ(WithoutOuterBlanks("a"), "a");
+  EXPECT_EQ(WithoutOuterBlanks(" \t "), "");
+  EXPECT_EQ(WithoutOuterBlanks(""), "");
+}
+
 TEST(Text, ReplaceAndSplit) {
   EXPECT_EQ(Replace("aXbXX", "X", "yy"), "ayybyyyy");
   EXPECT_EQ(Replace("##年", "#", "_"), "__年");

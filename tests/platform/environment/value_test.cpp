@@ -40,6 +40,12 @@ TEST(Numbers, BeyondEveryNumberIsNoNumberAndTinyIsZero) {
   EXPECT_EQ(ParseNumber("0." + std::string(400, '0') + "1"), 0);
 }
 
+TEST(Numbers, OuterBlanksAndTabsMeanNothing) {
+  for (const char* text : {" 5", "5 ", "\t5", "5\t", " \t 5\t  "}) EXPECT_EQ(ParseNumber(text), 5.0) << text;
+  for (const char* text : {" ", "\t", " \t", "- 5", "5\t5", "\n5", "5\r"})
+    EXPECT_FALSE(ParseNumber(text)) << text;
+}
+
 TEST(Value, TextOfEachKind) {
   EXPECT_EQ(TextOf(Value()), "");
   EXPECT_EQ(TextOf(true), "True");
