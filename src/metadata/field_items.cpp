@@ -20,7 +20,7 @@ std::size_t cFieldItems::Find(std::string_view key) const {
 }
 
 cFieldItems::Member cFieldItems::Add(Member& objNewMember, const std::string& sKey) {
-  if (!sKey.empty() && Find(sKey) < members_.size())
+  if (!sKey.empty() && !taken_.insert(environment::LowerCase(sKey)).second)
     throw environment::MakeFailure(environment::kDuplicateKey);
   members_.push_back(std::move(objNewMember));  // which clears the caller's variable
   keys_.push_back(sKey);
@@ -43,6 +43,7 @@ const cFieldItems::Member& cFieldItems::Item(std::string_view vntIndexKey) const
 void cFieldItems::remove(std::size_t vntIndexKey) {
   Item(vntIndexKey);
   const auto offset = static_cast<std::ptrdiff_t>(vntIndexKey - 1);
+  taken_.erase(environment::LowerCase(keys_[vntIndexKey - 1]));
   members_.erase(members_.begin() + offset);
   keys_.erase(keys_.begin() + offset);
 }

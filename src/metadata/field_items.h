@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -66,6 +67,7 @@ class cFieldItems {
 
   std::vector<Member> members_;
   std::vector<std::string> keys_;
+  std::set<std::string> taken_;  // the keys in small letters
 };
 
 }  // namespace dossierkit

@@ -10,6 +10,9 @@ namespace {
 using environment::TextOf;
 using environment::TextOr;
 
+// Required: a counter of 16 bits, which fails (6) behind row 32,767.
+std::int16_t Next(std::int16_t counter) { return environment::ToInt16(std::int64_t{counter} + 1); }
+
 std::string MetadataQuery(const std::string& table) {
   return " select * from s_infoitem  where tblname ='" + table + "'";
 }
@@ -61,7 +64,7 @@ std::shared_ptr<cFieldItems> LoadFieldItems(const std::string& table) {
   ado::Recordset metadata;
   metadata.Open(MetadataQuery(table), gConnection());
   const auto rows = environment::ToInt16(std::int64_t{metadata.RecordCount()});
-  for (std::int16_t i = 1; i <= rows; ++i) {
+  for (std::int16_t i = 1; i <= rows; i = Next(i)) {
     AddUnderItsKey(*items, ReadItem(metadata));
     metadata.MoveNext();
   }
@@ -80,7 +83,7 @@ std::shared_ptr<cFieldItems> LoadFieldValues(const std::string& table, const std
     std::string query = "select * from " + table + " where a00 ='" + person + "'";
     if (number >= 1) query += " and " + table + "99=" + std::to_string(number);
     record.Open(query, gConnection());
-    for (std::int16_t i = 1; i <= rows; ++i) {
+    for (std::int16_t i = 1; i <= rows; i = Next(i)) {
       auto item = ReadItem(metadata);
       if (record.RecordCount() > 0) ReadValue(*item, record);
       AddUnderItsKey(*items, std::move(item));

@@ -41,8 +41,8 @@ RecordLists StartReplace(const cWhInfo& info) {
 }
 
 // One pass over the controls that both checks each field and writes it down.
-void WalkControls(DossierPage& ctrl, RecordChecks& checks, RecordLists& lists) {
-  const auto items = ctrl.FieldItems();
+void WalkControls(DossierPage& ctrl, const std::shared_ptr<cFieldItems>& items, RecordChecks& checks,
+                  RecordLists& lists) {
   for (const auto& control : ctrl.Controls()) {
     const std::string& name = control->Name();
     if (environment::Right(name, 2) != "_v") continue;
@@ -113,13 +113,15 @@ void WriteRecord(const cWhInfo& info, const RecordLists& lists) {
 }  // namespace
 
 bool SaveRecord(DossierWindow& window, DossierPage& ctrl) {
+  // Fetched before anything is written, and kept: required.
+  const std::shared_ptr<cFieldItems> items = ctrl.FieldItems();
   const cWhInfo& info = ctrl.WhInfo();
   const Walk walk = ChooseWalk(window, info);
   RecordLists lists = walk == Walk::kInsert    ? StartInsert(window, info)
                       : walk == Walk::kReplace ? StartReplace(info)
                                                : RecordLists();
   RecordChecks checks(walk);
-  WalkControls(ctrl, checks, lists);
+  WalkControls(ctrl, items, checks, lists);
   checks.CheckBirthDate();
   if (!checks.ErrorText().empty()) {
     TheRuntime().desktop.MsgBox(checks.ErrorText(), toolkit::kOkOnly, "错误信息");

@@ -108,7 +108,8 @@ void frmDossier::LoadMenu() {
   if (sets.RecordCount() > 0) {
     SetCount = environment::ToInt16(std::int64_t{sets.RecordCount()});
     auto& menu = VMenu1();
-    menu.set_menuitemsmax(SetCount + 1);
+    // Required: counted in 16 bits as well, so that 32,767 sets fail (6).
+    menu.set_menuitemsmax(environment::ToInt16(std::int64_t{SetCount} + 1));
     for (std::int16_t i = 1; i <= SetCount; ++i) {
       menu.set_menuitemcur(i);
       menu.set_menuitemcaption(environment::TextOf(sets.Fields("tbldesc")));

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <functional>
 #include <set>
+#include <vector>
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
@@ -98,6 +101,30 @@ TEST_F(Loaders, AWidthBeyond16BitsFails) {
   } catch (const environment::Failure& failure) {
     EXPECT_EQ(failure.number(), 6);
   }
+}
+
+// Both loaders on a set of so many fields: the number of fields read, or -6 for an overflow.
+std::vector<std::int32_t> FieldsOf(Visit& visit, int rows) {
+  visit.database->RunScript(
+      "delete from s_infoitem where tblname = 'Z09'; with recursive n(i) as (select 1 union all select i + 1 "
+      "from n where i < " +
+      std::to_string(rows) + ") insert into s_infoitem(tblname,itemname) select 'Z09', 'f' || i from n");
+  const auto count = [](const std::function<std::shared_ptr<cFieldItems>()>& load) {
+    try {
+      return load()->Count();
+    } catch (const environment::Failure& failure) {
+      EXPECT_EQ(failure.description(), "溢出");
+      return -failure.number();
+    }
+  };
+  return {count([] { return LoadFieldItems("Z09"); }), count([] { return LoadFieldValues("Z09", "P1", 0); })};
+}
+
+TEST_F(Loaders, RequiredACounterOf16BitsFailsBehindRow32767) {
+  visit.database->RunScript("create table Z09 (A00 varchar(36))");
+  EXPECT_EQ(FieldsOf(visit, 32766), (std::vector<std::int32_t>{32766, 32766}));
+  EXPECT_EQ(FieldsOf(visit, 32767), (std::vector<std::int32_t>{-6, -6}));
+  EXPECT_EQ(FieldsOf(visit, 32768), (std::vector<std::int32_t>{-6, -6}));
 }
 
 TEST_F(Loaders, MetadataAloneLeavesTheValuesUnset) {

@@ -165,6 +165,45 @@ TEST_F(ReplaceSave, RequiredOldRowIsDeletedBeforeTheCheck) {
   EXPECT_EQ(One("select count(*) from A05 where A0503='补'"), "1");
 }
 
+// A page whose fields are lost at once, or change while the old row is deleted.
+class FetchedPage : public ScratchPage {
+ public:
+  using ScratchPage::ScratchPage;
+  const std::shared_ptr<cFieldItems>& FieldItems() const override {
+    ++fetched;
+    if (fails) throw environment::Failure(91, "对象变量或 With 块变量未设置");
+    return ScratchPage::FieldItems();
+  }
+  mutable int fetched = 0;
+  bool fails = false;
+};
+
+TEST_F(ReplaceSave, RequiredTheFieldsAreFetchedBeforeTheOldRowIsDeleted) {
+  InWindow([&] {
+    const auto page = std::make_shared<FetchedPage>("A13", kPerson);
+    page->AddText(FieldOf("A1301", "int"), "1");
+    page->fails = true;
+    EXPECT_FALSE(Save(page));
+    EXPECT_EQ(visit.statements, Statements{});
+    EXPECT_EQ(page->fetched, 1);
+  });
+  ExpectMessage("对象变量或 With 块变量未设置", "信息保存");
+}
+
+TEST_F(ReplaceSave, TheFieldsOfASaveAreThoseThatItFetched) {
+  InWindow([&] {
+    const auto page = std::make_shared<FetchedPage>("A13", kPerson);
+    page->AddText(FieldOf("A1301", "int"), "8");
+    visit.failing->FailAt(1, 0, "", [&](const std::string& statement) {
+      if (statement.starts_with("delete")) page->SetFieldItems(std::make_shared<cFieldItems>());
+      return false;
+    });
+    EXPECT_TRUE(Save(page));
+    EXPECT_EQ(page->fetched, 1);
+  });
+  EXPECT_EQ(One("select A1301 from A13 where A00='" + kPerson + "'"), "8");
+}
+
 TEST_F(ReplaceSave, EveryControlIsCheckedAndTheLinesStandInTheirOrder) {
   InWindow([&] {
     auto page = Visits(2);

@@ -126,6 +126,21 @@ TEST_F(Renumbering, TwoHundredRecordsBackwardsAreNumberedWithoutADouble) {
   EXPECT_EQ(One("select count(*) from (select distinct A0699 from A06 where A00='P')"), "200");
 }
 
+TEST_F(Renumbering, RequiredItCountsIn16Bits) {
+  visit.database->RunScript(RecordsUpTo(32766));
+  InWindow([&] {
+    EXPECT_TRUE(SaveConference(32767, "", "", "A0699"));
+    EXPECT_EQ(visit.statements.size(), 4U + 32767U);
+    EXPECT_EQ(visit.statements.back(), "update A06 set A0699 = 32767 where a00='P' and A0699 = 32967");
+    EXPECT_TRUE(visit.platform.messages.empty());
+    visit.database->RunScript("insert into A06(A00,A0699) values('P', 32767)");
+    visit.statements.clear();
+    EXPECT_FALSE(SaveConference(1, "", "", "A0699"));
+  });
+  EXPECT_EQ(visit.statements.size(), 4U) << "no row was numbered";
+  ExpectMessage("溢出", "信息保存");
+}
+
 TEST_F(Renumbering, RequiredMoreThanTwoHundredRecordsAreRaisedBy200AllTheSame) {
   visit.database->RunScript(RecordsUpTo(204));
   InWindow([&] { EXPECT_TRUE(SaveConference(205, "", "205", "A0602 desc")); });

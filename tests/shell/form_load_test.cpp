@@ -297,6 +297,20 @@ TEST_F(FormLoad, ASetWithoutACaptionFailsTheCall) {
   EXPECT_FALSE(visit.Window().InVisit());
 }
 
+TEST_F(FormLoad, RequiredTheMenuCountsItsSetsIn16Bits) {
+  const auto open_with = [&](int sets) {
+    Script("delete from s_infotable where tblname like 'a9%'");
+    Script(
+        "insert into s_infotable(tblname,tbldesc,OtherProp,Property) "
+        "with recursive n(i) as (select 16 union all select i + 1 from n where i < " +
+        std::to_string(sets) + ") select 'A9' || i, 'x', 1000 + i, 0 from n");
+    return FailureOf([&] { visit.component.ShowDossier(); });
+  };
+  EXPECT_EQ(open_with(32767), environment::kOverflow);
+  EXPECT_EQ(open_with(32768), environment::kOverflow);
+  EXPECT_FALSE(visit.Window().InVisit());
+}
+
 // --- a menu without sets -------------------------------------------------------------------------
 
 TEST_F(FormLoad, RequiredWithoutSetsTheMenuKeepsItsDesignItems) {
