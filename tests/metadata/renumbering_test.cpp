@@ -59,6 +59,15 @@ TEST_F(Renumbering, TheSortExpressionMayRunBackwards) {
   EXPECT_EQ(Numbers(), (Lines{"1|c", "2|b", "3|a"}));
 }
 
+TEST_F(Renumbering, TheSortExpressionMayHoldANameInBrackets) {
+  visit.database->RunScript("alter table A06 add column \"会议 级别\" varchar(9)");
+  Store("('P',1,'2001-01-01','a'),('P',2,'2002-01-01','b')");
+  visit.database->RunScript("update A06 set \"会议 级别\" = 5 - A0699 where A00='P'");
+  InWindow([&] { EXPECT_TRUE(SaveConference(3, "2003年01月", "c", "[会议 级别] desc,[A0601]")); });
+  EXPECT_EQ(Numbers(), (Lines{"1|a", "2|b", "3|c"}));
+  InWindow([&] { EXPECT_FALSE(SaveConference(4, "2004年01月", "d", "会议 级别")); });
+}
+
 TEST_F(Renumbering, BySortingOnTheNumberItselfTheOrderStays) {
   Store("('P',1,'2003-01-01','a'),('P',3,'2001-01-01','c')");
   InWindow([&] { EXPECT_TRUE(SaveConference(2, "2002年01月", "b", "A0699")); });

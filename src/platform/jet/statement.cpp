@@ -19,9 +19,9 @@ namespace dossierkit::jet {
 namespace {
 
 // Words that may stand before "(": functions of the dialect first, then those that are no functions.
-constexpr std::array<std::string_view, 20> kBeforeParenthesis{
-    "iif", "len", "format", "count", "max",  "min",   "sum",  "avg",    "and",    "or",
-    "not", "in",  "from",   "on",    "join", "where", "like", "values", "select", "by"};
+constexpr std::array<std::string_view, 19> kBeforeParenthesis{
+    "iif", "len", "format", "count", "max",  "min",   "sum",  "avg",    "and", "or",
+    "not", "in",  "from",   "on",    "join", "where", "like", "select", "by"};
 
 // A number as an engine takes it: whole where 64 bits hold it.
 environment::Value NumberOf(std::string_view digits) {

@@ -255,7 +255,8 @@ TEST(Statement, WordsOfTheDialectMayStandBeforeAParenthesis) {
   for (const char* statement :
        {"select a from (t) where (a=1) and (b=2) or (c=3) and not (d=4) and a in (1,2)",
         "select min(a),max(a),sum(a),avg(a),count(*),len(a),iif(a,1,2) from t",
-        "select a from (t) left join (u) on (t.a=u.a) order by (a)", "select (a) from t where a like (b)"}) {
+        "select a from (t) left join (u) on (t.a=u.a) order by (a)", "select (a) from t where a like (b)",
+        "select a from t where a in (select (b) from u)"}) {
     EXPECT_EQ(Text(statement), statement);
   }
   EXPECT_EQ(Text("insert into A02(A0205) values(('5'))"), "insert into A02(A0205) values(('5'))");
