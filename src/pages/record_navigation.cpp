@@ -32,6 +32,7 @@ void ctrlUser::AdodcRs_MoveComplete() {
       wh_info_.id = number;
       field_items_ = LoadFieldValues(wh_info_.TabId, wh_info_.personID, number);
       labOpt_->SetCaption("当前操作：修改 ");
+      DGItems_->SetShowsRow(true);
       auto& bar = TheRuntime().window->TbMain();
       bar.Button("Add").SetEnabled(true);
       bar.Button("Delete").SetEnabled(true);

@@ -91,6 +91,10 @@ void frmPicturePreview::BuildDesign() {
 
   hooks_.clear();
   hooks_.push_back(cmdSelPic->Click.Subscribe([this] { cmdSelPic_Click(); }));
+  // With a picture chosen Enter means the default button, wherever the choice was made from.
+  hooks_.push_back(cmdSelPic->Click.Subscribe([this, &ok = *cmdOK] {
+    if (!NewFile.empty() && ok.Reachable()) ok.SetFocus();
+  }));
   hooks_.push_back(cmdOK->Click.Subscribe([this] { cmdOK_Click(); }));
   hooks_.push_back(cmdCancel->Click.Subscribe([this] { cmdCancel_Click(); }));
 }

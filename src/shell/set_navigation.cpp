@@ -3,6 +3,7 @@
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/data_grid.h"
 #include "shell/frm_dossier.h"
 #include "visit/runtime.h"
 
@@ -184,6 +185,8 @@ std::int16_t frmDossier::IsMaxNumber_Save(const cWhInfo& WhInfo) {
 
 void frmDossier::SetLabOpt(DossierPage& ctrl, const std::string& alert) {
   for (const auto& control : ctrl.Controls()) {
+    // A record that is being added is none of the list.
+    if (auto* list = dynamic_cast<toolkit::DataGrid*>(control.get())) list->SetShowsRow(alert != "Add");
     if (!environment::EqualIgnoringCase(control->Name(), "labopt")) continue;
     if (auto* label = dynamic_cast<toolkit::Label*>(control.get())) {
       if (alert == "Add") label->SetCaption("当前操作：增加");

@@ -77,7 +77,7 @@ TEST_F(PhotographJourney, IsEnteredForANewPersonByKeys) {
       visit_.user.BackTab();
       visit_.user.Press(toolkit::kKeyReturn);  // 选择
       EXPECT_EQ(visit_.Caption("lblNewPicture"), "新照片");
-      visit_.user.Tab();
+      EXPECT_EQ(preview_->ActiveControl()->Name(), "cmdOK");
       visit_.user.Press(toolkit::kKeyReturn);  // 确定
     });
     EXPECT_EQ(OnPage(), SamplePicture("progressive"));

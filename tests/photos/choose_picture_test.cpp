@@ -25,6 +25,32 @@ TEST_F(ChoosePicture, APictureIsShownBesideThePresentOne) {
   EXPECT_TRUE(Shown().empty());
 }
 
+TEST_F(ChoosePicture, EnterMeansOkOnceAPictureWasChosen) {
+  int dialogs = 0;
+  visit.platform.on_choose = [&](const toolkit::CommonDialog&) { ++dialogs; };
+  Preview([&] {
+    ChooseNew();
+    EXPECT_EQ(preview->ActiveControl()->Name(), "cmdOK");
+    Answer(toolkit::kAnswerYes);
+    visit.user.Press(toolkit::kKeyReturn);
+  });
+  EXPECT_EQ(dialogs, 1);
+  EXPECT_EQ(preview->Cancelled, 0);
+  EXPECT_EQ(StoredPhoto(), Jpeg("new"));
+}
+
+TEST_F(ChoosePicture, EnterAsksAgainWhereNoPictureWasChosen) {
+  int dialogs = 0;
+  visit.platform.on_choose = [&](const toolkit::CommonDialog&) { ++dialogs; };
+  Preview([&] {
+    Choose("");
+    EXPECT_EQ(preview->ActiveControl()->Name(), "cmdSelPic");
+    visit.user.Press(toolkit::kKeyReturn);
+    EXPECT_EQ(dialogs, 2);
+  });
+  EXPECT_EQ(preview->Cancelled, 1);
+}
+
 TEST_F(ChoosePicture, TouchesNoFile) {
   visit.Open([&] {
     visit.files.FailAt(0);

@@ -54,6 +54,24 @@ TEST_F(AddCommand, OpensABlankFormForTheNextNumber) {
   EXPECT_EQ(Numbers("A04"), (Statements{"1", "2", "3", "4"}));
 }
 
+TEST_F(AddCommand, TheListShowsNoRowUntilAStoredRecordIsOnShowAgain) {
+  visit.Open([&] {
+    const auto shows = [&] { return visit.user.Find<toolkit::DataGrid>("DGItems")->ShowsRow(); };
+    visit.GoTo("A04");
+    EXPECT_TRUE(shows());
+    visit.user.ClickToolbar("Add");
+    EXPECT_FALSE(shows());
+    visit.user.ClickRow(1);
+    EXPECT_TRUE(shows());
+    EXPECT_EQ(State(), "当前操作：修改  on on on");
+    visit.user.ClickToolbar("Add");
+    EXPECT_FALSE(shows());
+    visit.user.ClickToolbar("Cancel");
+    EXPECT_TRUE(shows());
+  });
+  EXPECT_TRUE(Shown().empty());
+}
+
 TEST_F(AddCommand, TheNextNumberIsOneAboveTheHighestAlsoWhenOneBelowIsFree) {
   visit.Open([&] {
     Script("delete from A04 where A00='" + kPerson + "' and A0499 > 2");

@@ -83,6 +83,79 @@ TEST_F(TabOrderTest, OnlyStopKeepsTheFocusWithoutEvents) {
   });
 }
 
+TEST_F(TabOrderTest, TabSelectsTheTextOfABoxOfOneLine) {
+  Visit([&] {
+    const auto name = form->Get<TextBox>("txtName");
+    const auto inner = form->Get<TextBox>("txtInner");
+    name->SetText("林知远");
+    inner->SetText("院长");
+    form->Get("chkFlag")->SetFocus();
+    user.Tab();
+    EXPECT_EQ(inner->SelStart(), 0U);
+    EXPECT_EQ(inner->SelLength(), 2U);
+    user.Type("z");
+    EXPECT_EQ(inner->Text(), "z");
+    form->Get("mskDate")->SetFocus();
+    name->Select(1, 0);
+    user.BackTab();
+    EXPECT_EQ(name->SelStart(), 0U);
+    EXPECT_EQ(name->SelLength(), 3U);
+  });
+}
+
+TEST_F(TabOrderTest, TabLeavesTheCaretOfMaskedAndOfSeveralLines) {
+  Visit([&] {
+    const auto date = form->Get<MaskEdBox>("mskDate");
+    const auto note = form->Get<TextBox>("txtNote");
+    date->SetText("1990年03月");
+    date->Select(5, 0);
+    note->SetText("甲\r\n乙");
+    note->Select(1, 0);
+    form->Get("txtName")->SetFocus();
+    user.Tab();
+    EXPECT_EQ(date->SelStart(), 5U);
+    EXPECT_EQ(date->SelLength(), 0U);
+    user.Tab();
+    EXPECT_EQ(note->SelStart(), 1U);
+    EXPECT_EQ(note->SelLength(), 0U);
+  });
+}
+
+TEST_F(TabOrderTest, OnlyTheUsersTabSelects) {
+  Visit([&] {
+    const auto inner = form->Get<TextBox>("txtInner");
+    inner->SetText("院长");
+    inner->Select(1, 0);
+    inner->SetFocus();
+    EXPECT_EQ(inner->SelLength(), 0U);
+    form->Get("chkFlag")->SetFocus();
+    InEvent([&] { form->SendKeys("{tab}"); });
+    EXPECT_EQ(Focus(), "txtInner");
+    EXPECT_EQ(inner->SelStart(), 1U);
+    EXPECT_EQ(inner->SelLength(), 0U);
+  });
+}
+
+TEST_F(TabOrderTest, ATabThatIsRefusedOrLeadsElsewhereSelectsNothing) {
+  Visit([&] {
+    const auto name = form->Get<TextBox>("txtName");
+    const auto inner = form->Get<TextBox>("txtInner");
+    name->SetText("林知远");
+    inner->SetText("院长");
+    form->Get("chkFlag")->SetFocus();
+    bool refuse = true;
+    On(form->Get("chkFlag")->Validate, [&](bool& cancel) { cancel = refuse; });
+    user.Tab();
+    EXPECT_EQ(Focus(), "chkFlag");
+    EXPECT_EQ(inner->SelLength(), 0U);
+    refuse = false;
+    On(inner->GotFocus, [&] { form->Get("txtNote")->SetFocus(); });
+    user.Tab();
+    EXPECT_EQ(Focus(), "txtNote");
+    EXPECT_EQ(inner->SelLength(), 0U);
+  });
+}
+
 TEST_F(TabOrderTest, WindowWithoutStopsStaysAsItIs) {
   Visit([&] {
     form->RemovePage();

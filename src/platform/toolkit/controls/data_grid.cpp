@@ -51,6 +51,12 @@ std::int32_t DataGrid::Row() const {
   return RowCount() > 0 ? std::max(recordset_->AbsolutePosition(), 0) : 0;
 }
 
+void DataGrid::SetShowsRow(bool shows) {
+  if (shows_row_ == shows) return;
+  shows_row_ = shows;
+  ShowAspect(Aspect::kSelection);
+}
+
 void DataGrid::UserSelectRow(std::int32_t row) {
   Form* window = Window();
   if (!window) return;

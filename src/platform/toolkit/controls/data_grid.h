@@ -29,6 +29,9 @@ class DataGrid : public Control {
   void SetColumnWidth(std::size_t column, float width);
   // The row of the cursor, from 1; 0 without one.
   std::int32_t Row() const;
+  // Whether the row of the cursor looks chosen: not while the form holds a record that is not in the list.
+  bool ShowsRow() const { return shows_row_; }
+  void SetShowsRow(bool shows);
   const Font& HeadFont() const { return head_font_; }
   void SetHeadFont(const Font& font) { head_font_ = font; }
 
@@ -42,6 +45,7 @@ class DataGrid : public Control {
   std::shared_ptr<ado::Recordset> recordset_;
   environment::Subscription move_complete_;
   std::vector<float> widths_;
+  bool shows_row_ = true;
   Font head_font_;
 };
 

@@ -87,7 +87,11 @@ std::shared_ptr<Control> Form::NextTabStop(bool forward) {
 
 void Form::UserTab(bool forward) {
   Deliver([&] {
-    if (const auto next = NextTabStop(forward)) MoveFocus(*next);
+    const auto next = NextTabStop(forward);
+    if (!next || !MoveFocus(*next)) return;
+    // As on every desktop; what is typed replaces the text.
+    if (auto* box = dynamic_cast<TextBox*>(next.get()); box && !box->MultiLine())
+      box->Select(0, environment::Length(box->Text()));
   });
 }
 
