@@ -35,16 +35,16 @@ void fmGrpCod::BuildDesign() {
   Tab1_ = Controls().Make<toolkit::TabStrip>("Tab1");
   Tab1_->AddTab("浏览查询");
   Tab1_->AddTab("录入查询");
-  Tab1_->Move({120, 120, 4815, 5820});
+  Tab1_->Move({120, 120, 4815, 5820});  // what stands on its tabs is placed in it, 8 pixels from its edges
   Tab1_->SetAccessibleName("查询方式");
   txtDm_ = Controls().Make<toolkit::TextBox>("txtDm");
-  txtDm_->Move({240, 600, 4575, 315});
+  txtDm_->Move({120, 540, 4575, 360});
   txtDm_->SetAccessibleName("查询内容");
   tvGrpCod_ = Controls().Make<toolkit::TreeView>("tvGrpCod");
-  tvGrpCod_->Move({240, 600, 4575, 5220});
+  tvGrpCod_->Move({120, 540, 4575, 5160});
   tvGrpCod_->SetAccessibleName("代码树");
   lstDmCpt_ = Controls().Make<toolkit::ListBox>("lstDmCpt");
-  lstDmCpt_->Move({240, 1035, 4575, 4785});
+  lstDmCpt_->Move({120, 1020, 4575, 4680});
   lstDmCpt_->SetAccessibleName("代码列表");
   lstDmCod_ = Controls().Make<toolkit::ListBox>("lstDmCod");
   lstDmCod_->Move({kWidth + 240, 1035, 1140, 4785});

@@ -63,6 +63,7 @@ class ctrlUser : public DossierPage {
   void BuildHeading();
   void BuildHelpFrames();
   void BuildBasicInfo();
+  void MakeRoomForList();
 
   // The photograph (photograph.cpp).
   std::string PhotoFile() const;

@@ -13,12 +13,12 @@ using toolkit::Rect;
 constexpr toolkit::Color kBlue = 0xFF0000;
 constexpr toolkit::Color kWhite = 0xFFFFFF;
 
-constexpr Rect kTitlePlace = {300, 120, 9150, 420};
-constexpr Rect kOperationPlace = {9600, 180, 2700, 300};
-constexpr Rect kLinePlace = {300, 600, 12000, 15};
+const toolkit::Font kTitleFont = {"宋体", 14.25, true};
 
-// The inside of a help frame, in twips of the frame.
-Rect InsideOf(const Rect& frame) { return {90, 270, frame.width - 180, frame.height - 360}; }
+// The inside of a help frame, under its caption, in twips of the frame.
+Rect InsideOf(const Rect& frame) {
+  return {0, designs::kBoxHeight, frame.width, frame.height - designs::kBoxHeight};
+}
 
 std::string StandardHint(std::string_view own) {
   std::string hint(own);
@@ -65,7 +65,7 @@ void ctrlUser::BuildFields() {
   for (const FixedLabel& fixed : design_.fixed_labels) {
     const auto label = Controls().Make<Label>(std::string(fixed.name));
     label->SetCaption(std::string(fixed.caption));
-    label->SetWordWrap(true);
+    label->SetWordWrap(fixed.place.height > designs::kLabelHeight);
     label->Move(fixed.place);
     for (const FieldDesign& field : design_.fields) {
       if (field.labelled_by == fixed.name)
@@ -84,20 +84,23 @@ void ctrlUser::BuildFields() {
 void ctrlUser::BuildHeading() {
   labOpt_ = Controls().Make<Label>("labOpt");
   labOpt_->SetForeColor(kBlue);
-  labOpt_->Move(kOperationPlace);
+  labOpt_->SetFontBold(true);
+  labOpt_->Move(designs::kOperationPlace);
   if (!design_.title.empty()) {
     const auto title = Controls().Make<Label>("Title");
     title->SetCaption(std::string(design_.title));
-    title->SetFont({"宋体", 14.25, true});
-    title->Move(kTitlePlace);
+    title->SetFont(kTitleFont);
+    title->Move(designs::kTitlePlace);
   }
-  Controls().Make<toolkit::Line>("Line1")->Move(kLinePlace);
+  Controls().Make<toolkit::Line>("Line1")->Move(design_.photo ? designs::kLineBesideFrame
+                                                              : designs::kLinePlace);
 }
 
 void ctrlUser::BuildHelpFrames() {
   const auto frame = [this](const char* name, const char* caption, const Rect& place) {
     auto made = Controls().Make<Frame>(name);
     made->SetCaption(caption);
+    made->SetBorder(false);
     made->Move(place);
     return made;
   };
@@ -119,6 +122,7 @@ void ctrlUser::BuildBasicInfo() {
   using designs::kBasicInfoFrame;
   const auto frame = Controls().Make<Frame>("frmBasicInfo");
   frame->SetCaption("基本信息");
+  frame->SetFont(kTitleFont);
   frame->Move(kBasicInfoFrame);
   const auto photo = Controls().Make<toolkit::Image>("imgPerson");
   photo->SetBorder(true);
@@ -139,6 +143,17 @@ void ctrlUser::BuildBasicInfo() {
     control->SetContainer(*frame);
     control->Move(
         {place.left - kBasicInfoFrame.left, place.top - kBasicInfoFrame.top, place.width, place.height});
+  }
+}
+
+// A design whose list is hidden lets a box of several lines have the room of the list until that shows.
+void ctrlUser::MakeRoomForList() {
+  const int end = DGItems_->Place().top - designs::kGutter;
+  for (const auto& control : Controls()) {
+    Rect place = control->Place();
+    if (!IsValueControl(*control) || place.top >= end || place.top + place.height <= end) continue;
+    place.height = end - place.top;
+    control->Move(place);
   }
 }
 

@@ -84,6 +84,7 @@ void ctrlUser::setDGItems() {
   }
   for (std::size_t i = 0; i < widths.size(); ++i) DGItems_->SetColumnWidth(i, static_cast<float>(widths[i]));
   DGItems_->SetVisible(wh_info_.IsMult);
+  if (wh_info_.IsMult) MakeRoomForList();
 }
 
 }  // namespace dossierkit

@@ -4,9 +4,13 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QHeaderView>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QStyle>
+#include <QTableView>
 #include <QTest>
 #include <QWidget>
 #include <set>
@@ -104,6 +108,33 @@ TEST_P(PageLook, NoCaptionIsCutOff) {
           label->fontMetrics().boundingRect(QRect(0, 0, inside.width(), 10000), flags, label->text());
       EXPECT_LE(needed.width(), inside.width()) << set << ": " << label->text().toStdString();
       EXPECT_LE(needed.height(), inside.height() + 1) << set << ": " << label->text().toStdString();
+    }
+  });
+}
+
+TEST_P(PageLook, NoHeadingOfAListIsCutOff) {
+  LookAtEveryPage([](const std::string& set, QWidget& page) {
+    const auto* list = page.findChild<QTableView*>("DGItems");
+    if (!list->isVisible()) return;
+    QHeaderView* head = list->horizontalHeader();
+    const QImage picture = head->grab(QRect(8, 0, 100, head->height() - 2)).toImage();
+    const QColor ground = picture.pixelColor(0, 0);
+    int inked = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      bool ink = false;
+      // The lines between the heads are as pale as the ground is.
+      for (int x = 0; x < picture.width(); ++x) ink = ink || picture.pixelColor(x, y).lightness() < 120;
+      inked += ink ? 1 : 0;
+    }
+    EXPECT_GT(ground.lightness(), 200) << set;
+    EXPECT_GE(inked, head->fontMetrics().height() / 2) << set;
+    for (int column = 0; column < list->model()->columnCount(); ++column) {
+      const QString text = list->model()->headerData(column, Qt::Horizontal).toString();
+      if (list->isColumnHidden(column) || text.size() > 4) continue;
+      EXPECT_LE(head->fontMetrics().horizontalAdvance(text) +
+                    2 * head->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, head),
+                list->columnWidth(column))
+          << set << ": " << text.toStdString();
     }
   });
 }

@@ -4,6 +4,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTableView>
 #include <algorithm>
@@ -14,8 +15,8 @@
 namespace dossierkit::qt {
 namespace {
 
-constexpr int kRowPadding = 6;
-constexpr int kHeadPadding = 8;
+constexpr int kRowPadding = 8;
+constexpr int kHeadPadding = 10;
 
 // Selects nothing itself: a row is asked for, and shown once the cursor stands there.
 class Table : public QTableView {
@@ -23,6 +24,17 @@ class Table : public QTableView {
   Table(QtApplication& application, QWidget* parent) : QTableView(parent), application_(application) {}
 
  protected:
+  // The chosen row runs on to the edge behind the last column.
+  void paintEvent(QPaintEvent* event) override {
+    const int end = horizontalHeader()->length() - horizontalHeader()->offset();
+    for (const QModelIndex& row : selectionModel()->selectedRows(currentIndex().column())) {
+      const QRect place = visualRect(row);
+      QPainter painter(viewport());
+      painter.fillRect(QRect(end, place.top(), viewport()->width() - end, place.height()),
+                       hasFocus() ? palette().color(QPalette::Highlight) : SelectionColor());
+    }
+    QTableView::paintEvent(event);
+  }
   void mousePressEvent(QMouseEvent* event) override {
     if (event->button() != Qt::LeftButton) return;
     if (const int row = rowAt(event->position().toPoint().y()); row >= 0) Want(row);
@@ -54,7 +66,8 @@ class Table : public QTableView {
   }
   void Move(int row, int last) {
     row = std::clamp(row, 0, std::max(last, 0));
-    if (last >= 0 && row != currentIndex().row()) Want(row);
+    // The current row may be wanted while it does not look chosen.
+    if (last >= 0 && (row != currentIndex().row() || !selectionModel()->hasSelection())) Want(row);
   }
   void Scroll(int steps) {
     auto* bar = horizontalScrollBar();
@@ -146,9 +159,10 @@ void GridView::ShowContent() {
 
 void GridView::ShowSelection() {
   const int row = grid_.Row() - 1;
+  const bool chosen = row >= 0 && grid_.ShowsRow();
   const auto& rows = *native_->selectionModel();
   const bool shown =
-      native_->currentIndex().row() == row && (row < 0 ? !rows.hasSelection() : rows.isRowSelected(row, {}));
+      native_->currentIndex().row() == row && (chosen ? rows.isRowSelected(row, {}) : !rows.hasSelection());
   if (shown || row >= model_->rowCount()) return;
   showing_ = true;
   if (row < 0) {
@@ -159,7 +173,8 @@ void GridView::ShowSelection() {
     while (column + 1 < model_->columnCount() && native_->isColumnHidden(column)) ++column;
     const QModelIndex index = model_->index(row, column);
     native_->selectionModel()->setCurrentIndex(
-        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        index, (chosen ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::Clear) |
+                   QItemSelectionModel::Rows);
     const int sideways = native_->horizontalScrollBar()->value();
     native_->scrollTo(index);
     native_->horizontalScrollBar()->setValue(sideways);

@@ -10,7 +10,7 @@ namespace {
 
 class ImageWidget : public QWidget {
  public:
-  explicit ImageWidget(QWidget* parent) : QWidget(parent) {}
+  ImageWidget(const Metrics& metrics, QWidget* parent) : QWidget(parent), metrics_(metrics) {}
   void SetImage(const QImage& image) {
     image_ = image;
     update();
@@ -26,10 +26,9 @@ class ImageWidget : public QWidget {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     QRect inner = rect();
     if (border_) {
-      painter.fillRect(rect(), Qt::white);
-      painter.setPen(EdgeColor().darker(112));
-      painter.drawRect(rect().adjusted(0, 0, -1, -1));
-      inner.adjust(1, 1, -1, -1);
+      PaintBox(painter, rect(), Qt::white, {EdgeColor(), metrics_.Edge(), metrics_.Radius()});
+      const int margin = metrics_.Ring();
+      inner.adjust(margin, margin, -margin, -margin);
     }
     if (image_.isNull()) return;
     const QSize device = inner.size() * devicePixelRatioF();
@@ -41,6 +40,7 @@ class ImageWidget : public QWidget {
   }
 
  private:
+  Metrics metrics_;
   QImage image_;
   QImage scaled_;  // to the present size, for repeated painting
   qint64 scaled_from_ = 0;
@@ -50,7 +50,7 @@ class ImageWidget : public QWidget {
 }  // namespace
 
 ImageView::ImageView(ViewContext& context, toolkit::Image& image)
-    : WidgetView(context, image, new ImageWidget(ParentWidgetOf(image))), image_(image) {}
+    : WidgetView(context, image, new ImageWidget(context.metrics, ParentWidgetOf(image))), image_(image) {}
 
 void ImageView::ShowContent() {
   static_cast<ImageWidget*>(Widget())->SetImage(DecodePicture(image_.GetPicture()));

@@ -1,18 +1,48 @@
 #include "adapters/qt/label_view.h"
 
 #include <QLabel>
+#include <QPainter>
+#include <algorithm>
 
 #include "adapters/qt/texts.h"
 
 namespace dossierkit::qt {
 namespace {
 
-constexpr int kPadding = 8;  // of a coloured label
+constexpr double kPadding = 8;  // of a coloured label
+
+// A coloured text of several lines is a slab as tall as its text.
+class SlabLabel : public QLabel {
+ public:
+  SlabLabel(const Metrics& metrics, QWidget* parent) : QLabel(parent), metrics_(metrics) {}
+  void SetSlab(bool slab) { slab_ = slab; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    if (slab_ && !text().isEmpty()) {
+      QPainter painter(this);
+      const QColor color = palette().color(QPalette::Window);
+      PaintBox(painter, QRect(0, 0, width(), std::min(height(), heightForWidth(width()))), color,
+               {color, metrics_.Edge(), metrics_.Radius()});
+    }
+    QLabel::paintEvent(event);
+  }
+
+ private:
+  Metrics metrics_;
+  bool slab_ = false;
+};
+
+// A plain caption recedes behind the bold ones, which announce what is required.
+QColor InkOf(const toolkit::Label& label) {
+  const bool plain = label.ForeColor() == toolkit::kButtonText && !label.FontBold();
+  return plain ? SoftInkColor() : ColorOf(label.ForeColor());
+}
 
 }  // namespace
 
 LabelView::LabelView(ViewContext& context, toolkit::Label& label)
-    : WidgetView(context, label, new QLabel(ParentWidgetOf(label))),
+    : WidgetView(context, label, new SlabLabel(context.metrics, ParentWidgetOf(label))),
       label_(label),
       native_(static_cast<QLabel*>(Widget())) {
   native_->setTextFormat(Qt::PlainText);
@@ -23,11 +53,13 @@ void LabelView::ShowStyle() {
   native_->setWordWrap(label_.WordWrap());
   const Qt::Alignment across = label_.AlignCenter() ? Qt::AlignHCenter : Qt::AlignLeft;
   native_->setAlignment(across | (label_.WordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
-  native_->setAutoFillBackground(label_.Opaque());
-  native_->setMargin(label_.Opaque() && label_.WordWrap() ? GetMetrics().Scaled(kPadding) : 0);
+  const bool slab = label_.Opaque() && label_.WordWrap();
+  static_cast<SlabLabel*>(native_)->SetSlab(slab);
+  native_->setAutoFillBackground(label_.Opaque() && !slab);
+  native_->setMargin(slab ? GetMetrics().Scaled(kPadding) : 0);
   QPalette palette = native_->palette();
-  palette.setColor(QPalette::Active, QPalette::WindowText, ColorOf(label_.ForeColor()));
-  palette.setColor(QPalette::Inactive, QPalette::WindowText, ColorOf(label_.ForeColor()));
+  palette.setColor(QPalette::Active, QPalette::WindowText, InkOf(label_));
+  palette.setColor(QPalette::Inactive, QPalette::WindowText, InkOf(label_));
   if (label_.Opaque()) palette.setColor(QPalette::Window, ColorOf(label_.BackColor()));
   // A help text stays readable while its page is disabled.
   if (label_.Opaque())

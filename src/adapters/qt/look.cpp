@@ -1,5 +1,6 @@
 #include "adapters/qt/look.h"
 
+#include <QPainter>
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
@@ -57,10 +58,14 @@ QColor ColorOf(toolkit::Color color) {
                 static_cast<int>((color >> 16U) & 0xFFU));
 }
 
-QColor EdgeColor() { return QColor(0xC6, 0xCF, 0xDA); }
+QColor EdgeColor() { return QColor(0xA6, 0xB2, 0xC1); }
+QColor LineColor() { return QColor(0xC6, 0xCF, 0xDA); }
 QColor AccentColor() { return kAccent; }
 QColor BarColor() { return QColor(0xE6, 0xEB, 0xF1); }
 QColor HoverColor() { return QColor(0xE3, 0xED, 0xF8); }
+QColor SelectionColor() { return QColor(0xD3, 0xE4, 0xF7); }
+QColor SelectedTextColor() { return kAccent.darker(135); }
+QColor SoftInkColor() { return QColor(0x57, 0x63, 0x73); }
 
 int Metrics::Pixels(double twips) const {
   return static_cast<int>(std::lround(twips * scale_ / kTwipsPerPixel));
@@ -86,5 +91,15 @@ QFont Metrics::FontOf(const toolkit::Font& font) const {
 }
 
 QFont Metrics::ProgramFont() const { return FontOf({kProgramFont, kProgramFontSize, false}); }
+
+void PaintBox(QPainter& painter, const QRect& place, const QBrush& fill, const BoxEdge& edge) {
+  const double inset = edge.width / 2.0;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(edge.color, edge.width));
+  painter.setBrush(fill);
+  painter.drawRoundedRect(QRectF(place).adjusted(inset, inset, -inset, -inset), edge.radius, edge.radius);
+  painter.restore();
+}
 
 }  // namespace dossierkit::qt

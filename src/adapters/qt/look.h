@@ -1,12 +1,16 @@
 // Look: sizes, colours and fonts of the views.
 #pragma once
 
+#include <QBrush>
 #include <QColor>
 #include <QFont>
 #include <QPalette>
 #include <QRect>
+#include <algorithm>
 
 #include "platform/toolkit/controls/control.h"
+
+class QPainter;
 
 namespace dossierkit::qt {
 
@@ -24,10 +28,16 @@ inline constexpr double kProgramFontSize = 9;
 QColor ColorOf(toolkit::Color color);
 
 // Lines and surfaces that no palette has.
-QColor EdgeColor();    // around frames, under bars
-QColor AccentColor();  // headings, the marked item
-QColor BarColor();     // tool bar, heads of lists and menu
+QColor EdgeColor();    // around every box: fields, lists, buttons, pictures, frames
+QColor LineColor();    // between things: under bars, between cells
+QColor AccentColor();  // headings, the box that has the keyboard
+QColor BarColor();     // tool bar, heads of lists
 QColor HoverColor();
+QColor SelectionColor();     // the chosen item of a list without the keyboard, and of the menu
+QColor SelectedTextColor();  // on it
+QColor SoftInkColor();       // captions that need not stand out
+
+inline constexpr double kBarWidth = 3;  // at the left of a chosen item, in pixels at 96 dpi
 
 // Turns twips into device-independent pixels, enlarged by `scale`.
 class Metrics {
@@ -39,11 +49,23 @@ class Metrics {
   QRect Pixels(const toolkit::Rect& place) const;
   // `pixels` of a design at 96 dpi.
   int Scaled(double pixels) const { return Pixels(pixels * kTwipsPerPixel); }
+  // How wide the edge of a box is, how wide that of the one that has the keyboard, how round both are.
+  int Edge() const { return std::max(1, static_cast<int>(scale_)); }
+  int Ring() const { return Scaled(2); }
+  double Radius() const { return 3 * scale_; }
   QFont FontOf(const toolkit::Font& font) const;
   QFont ProgramFont() const;
 
  private:
   double scale_;
 };
+
+// Fills a box and draws its edge, inside `place`.
+struct BoxEdge {
+  QColor color;
+  int width = 1;
+  double radius = 0;
+};
+void PaintBox(QPainter& painter, const QRect& place, const QBrush& fill, const BoxEdge& edge);
 
 }  // namespace dossierkit::qt

@@ -23,7 +23,7 @@ class MaskEdit : public QLineEdit {
     setContextMenuPolicy(Qt::NoContextMenu);
     setAcceptDrops(false);
     setDragEnabled(false);
-    setTextMargins(2, 0, 2, 0);
+    setTextMargins(3, 0, 3, 0);
     setMaxLength(std::numeric_limits<int>::max());
     setInputMethodHints(Qt::ImhPreferNumbers | Qt::ImhNoPredictiveText);
   }

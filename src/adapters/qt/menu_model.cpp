@@ -12,7 +12,6 @@ namespace {
 constexpr int kIconSize = 32;
 constexpr int kRowHeight = 38;
 constexpr int kGap = 5;
-constexpr int kStripe = 3;  // at the left of the selected item
 
 }  // namespace
 
@@ -72,19 +71,17 @@ void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const bool enabled = option.state & QStyle::State_Enabled;
   const QRect row = option.rect;
   painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
   if (selected) {
-    painter->fillRect(row, QColor(0xD3, 0xE4, 0xF7));
-    painter->fillRect(QRect(row.left(), row.top(), metrics_.Scaled(kStripe), row.height()), AccentColor());
+    painter->fillRect(row, SelectionColor());
+    painter->fillRect(QRect(row.left(), row.top(), metrics_.Scaled(kBarWidth), row.height()), AccentColor());
   } else if (hovered) {
     painter->fillRect(row, HoverColor());
   }
   if (marked) {
-    painter->setPen(QPen(AccentColor(), 1));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRoundedRect(QRectF(row).adjusted(1.5, 1.5, -1.5, -1.5), 3, 3);
+    PaintBox(*painter, row.adjusted(1, 1, -1, -1), Qt::NoBrush,
+             {AccentColor(), metrics_.Ring(), metrics_.Radius()});
   }
-  int left = row.left() + metrics_.Scaled(kStripe + kGap);
+  int left = row.left() + metrics_.Scaled(kBarWidth + kGap);
   if (model_.AnyIcon()) {
     const int side = metrics_.Scaled(kIconSize);
     const auto icon = index.data(Qt::DecorationRole).value<QIcon>();
@@ -97,7 +94,7 @@ void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   font.setBold(selected);
   painter->setFont(font);
   const auto group = enabled ? QPalette::Active : QPalette::Disabled;
-  painter->setPen(selected ? AccentColor().darker(135) : option.palette.color(group, QPalette::WindowText));
+  painter->setPen(selected ? SelectedTextColor() : option.palette.color(group, QPalette::WindowText));
   painter->drawText(QRect(left, row.top(), row.right() - left - metrics_.Scaled(2), row.height()),
                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWrapAnywhere, index.data().toString());
   painter->restore();

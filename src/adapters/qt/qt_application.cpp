@@ -1,11 +1,11 @@
 #include "adapters/qt/qt_application.h"
 
+#include <QAbstractScrollArea>
 #include <QElapsedTimer>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMouseEvent>
-#include <QStyleFactory>
 #include <QThread>
 #include <utility>
 
@@ -20,14 +20,22 @@ namespace {
 constexpr auto kBusyAfter = std::chrono::milliseconds(300);
 constexpr int kActivationWait = 150;  // ms at most
 
+// What has the keyboard, or has it no more, looks otherwise, and its frame as well.
+void RepaintWithFrame(QWidget* widget) {
+  if (!widget) return;
+  widget->update();
+  if (auto* area = qobject_cast<QAbstractScrollArea*>(widget)) area->viewport()->update();
+}
+
 }  // namespace
 
 QtApplication::QtApplication(int& argc, char** argv) : QApplication(argc, argv) {
   QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));  // dates of the file dialog
-  setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  setPalette(ProgramPalette());
-  QObject::connect(this, &QApplication::focusChanged, this,
-                   [this](QWidget*, QWidget* now) { Guard([&] { FollowFocus(now); }); });
+  QObject::connect(this, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+    RepaintWithFrame(before);
+    RepaintWithFrame(now);
+    Guard([&] { FollowFocus(now); });
+  });
 }
 
 QtApplication::~QtApplication() {

@@ -12,6 +12,7 @@
 #include "adapters/qt/file_dialog.h"
 #include "adapters/qt/message_dialog.h"
 #include "adapters/qt/pictures.h"
+#include "adapters/qt/program_style.h"
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/texts.h"
 #include "adapters/qt/translator.h"
@@ -56,7 +57,9 @@ struct QtPlatform::Parts {
     if (!owned) return;
     translator = std::make_unique<Translator>();
     owned->installTranslator(translator.get());
-    owned->setFont(context.metrics.ProgramFont());
+    QApplication::setStyle(new ProgramStyle(context.metrics));
+    QApplication::setPalette(ProgramPalette());
+    QApplication::setFont(context.metrics.ProgramFont());
   }
 };
 

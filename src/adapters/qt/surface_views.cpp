@@ -8,13 +8,12 @@
 namespace dossierkit::qt {
 namespace {
 
-constexpr double kCornerRadius = 4;
-constexpr int kCaptionIndent = 10;
-constexpr int kCaptionPadding = 5;
+constexpr double kCaptionIndent = 8;
+constexpr double kCaptionPadding = 5;
 
 class FrameWidget : public QWidget {
  public:
-  explicit FrameWidget(QWidget* parent) : QWidget(parent) {}
+  FrameWidget(const Metrics& metrics, QWidget* parent) : QWidget(parent), metrics_(metrics) {}
   void SetCaption(const QString& caption) {
     caption_ = caption;
     update();
@@ -26,28 +25,26 @@ class FrameWidget : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent*) override {
-    if (!border_) return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QFontMetrics metrics(font());
-    const int top = caption_.isEmpty() ? 0 : metrics.height() / 2;
-    const QRectF edge = QRectF(rect()).adjusted(0.5, top + 0.5, -0.5, -0.5);
-    const int text_width = metrics.horizontalAdvance(caption_);
-    if (!caption_.isEmpty()) {
-      const QRect gap(kCaptionIndent, 0, text_width + 2 * kCaptionPadding, metrics.height());
-      painter.setClipRegion(QRegion(rect()).subtracted(QRegion(gap)));
+    const QFontMetrics text(font());
+    const int padding = metrics_.Scaled(kCaptionPadding);
+    QRect place(0, 0, text.horizontalAdvance(caption_) + 2, text.height() * 3 / 2);
+    if (border_) {
+      place = QRect(metrics_.Scaled(kCaptionIndent), 0, place.width() + 2 * padding, text.height());
+      if (!caption_.isEmpty()) painter.setClipRegion(QRegion(rect()).subtracted(QRegion(place)));
+      PaintBox(painter, rect().adjusted(0, caption_.isEmpty() ? 0 : text.height() / 2, 0, 0), Qt::NoBrush,
+               {EdgeColor(), metrics_.Edge(), metrics_.Radius()});
+      painter.setClipping(false);
+      place.adjust(padding, 0, 0, 0);
     }
-    painter.setPen(QPen(EdgeColor(), 1));
-    painter.drawRoundedRect(edge, kCornerRadius, kCornerRadius);
-    if (caption_.isEmpty()) return;
-    painter.setClipping(false);
-    painter.setPen(isEnabled() ? AccentColor().darker(120)
-                               : palette().color(QPalette::Disabled, QPalette::WindowText));
-    painter.drawText(QRect(kCaptionIndent + kCaptionPadding, 0, text_width + 2, metrics.height()),
-                     Qt::AlignLeft | Qt::AlignVCenter, caption_);
+    // A bold caption heads the page; any other one only names what stands in the frame.
+    const QColor ink = font().bold() ? palette().color(QPalette::WindowText) : AccentColor().darker(120);
+    painter.setPen(isEnabled() ? ink : palette().color(QPalette::Disabled, QPalette::WindowText));
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, caption_);
   }
 
  private:
+  Metrics metrics_;
   QString caption_;
   bool border_ = true;
 };
@@ -62,7 +59,7 @@ class LineWidget : public QWidget {
     const bool across = width() >= height();
     const QRect stroke =
         across ? QRect(0, (height() - 1) / 2, width(), 1) : QRect((width() - 1) / 2, 0, 1, height());
-    painter.fillRect(stroke, EdgeColor().darker(112));
+    painter.fillRect(stroke, LineColor());
   }
 };
 
@@ -74,14 +71,14 @@ class CoolBarWidget : public QWidget {
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.fillRect(rect(), BarColor());
-    painter.fillRect(QRect(0, height() - 1, width(), 1), EdgeColor());
+    painter.fillRect(QRect(0, height() - 1, width(), 1), LineColor());
   }
 };
 
 }  // namespace
 
 FrameView::FrameView(ViewContext& context, toolkit::Frame& frame)
-    : WidgetView(context, frame, new FrameWidget(ParentWidgetOf(frame))) {
+    : WidgetView(context, frame, new FrameWidget(context.metrics, ParentWidgetOf(frame))) {
   Widget()->lower();
 }
 

@@ -7,7 +7,8 @@
 
 namespace dossierkit::qt {
 
-// A rounded border with its caption set into it. A frame lies below its neighbours.
+// A rounded border with its caption set into it; without a border the caption heads what stands in the
+// frame. A frame lies below its neighbours.
 class FrameView : public WidgetView {
  public:
   FrameView(ViewContext& context, toolkit::Frame& frame);

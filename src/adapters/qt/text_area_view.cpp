@@ -24,7 +24,8 @@ class TextEdit : public QPlainTextEdit {
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    document()->setDocumentMargin(4);
+    document()->setDocumentMargin(2);
+    setViewportMargins(3, 0, 0, 0);
   }
 
  protected:
@@ -68,6 +69,17 @@ TextAreaView::TextAreaView(ViewContext& context, toolkit::TextBox& box)
   QObject::connect(native_, &QPlainTextEdit::cursorPositionChanged, Hub(),
                    [this] { NativeSelectionChanged(); });
   QObject::connect(native_, &QPlainTextEdit::selectionChanged, Hub(), [this] { NativeSelectionChanged(); });
+}
+
+void TextAreaView::ShowStyle() {
+  TextView::ShowStyle();
+  // What is selected shows while the box has the keyboard.
+  QPalette palette = native_->palette();
+  palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                   palette.color(QPalette::Inactive, QPalette::Base));
+  palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                   palette.color(QPalette::Inactive, QPalette::Text));
+  native_->setPalette(palette);
 }
 
 // Unlike the widget's own plain text this leaves blanks of every kind as they are.

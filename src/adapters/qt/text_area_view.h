@@ -12,6 +12,7 @@ class TextAreaView : public TextView {
   TextAreaView(ViewContext& context, toolkit::TextBox& box);
 
  protected:
+  void ShowStyle() override;
   QString NativeText() const override;
   void SetNativeText(const QString& text) override;
   qsizetype NativeCaret() const override;

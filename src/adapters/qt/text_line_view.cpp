@@ -16,7 +16,7 @@ class LineEdit : public QLineEdit {
     setContextMenuPolicy(Qt::NoContextMenu);
     setAcceptDrops(false);
     setDragEnabled(false);
-    setTextMargins(2, 0, 2, 0);
+    setTextMargins(3, 0, 3, 0);
     setMaxLength(std::numeric_limits<int>::max());  // the model limits
   }
 

@@ -30,7 +30,7 @@ void ToolbarView::Build() {
     if (buttons[i].IsSeparator()) {
       auto* line = new QWidget(Widget());
       QPalette palette = line->palette();
-      palette.setColor(QPalette::Window, EdgeColor().darker(105));
+      palette.setColor(QPalette::Window, EdgeColor());
       line->setPalette(palette);
       line->setAutoFillBackground(true);
       separators_.push_back(line);

@@ -23,7 +23,7 @@ const PageDesign& DesignA02() {
           Text("A02_A0204", "学位", kColumns.right.At(Line(2)), kEnd),
       },
       // clang-format on
-      .grid = GridFrom(Line(3)),
+      .grid = GridFrom(3),
       .explain = kExplain,
       .hints = kHints,
   };

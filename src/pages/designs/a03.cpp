@@ -23,7 +23,7 @@ const PageDesign& DesignA03() {
           Text("A03_A0303", "行政职务", kColumns.right.At(Line(2)), kEnd),
       },
       // clang-format on
-      .grid = GridFrom(Line(3)),
+      .grid = GridFrom(3),
       .explain = kExplain,
       .hints = kHints,
   };

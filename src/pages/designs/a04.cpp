@@ -22,7 +22,7 @@ const PageDesign& DesignA04() {
           Text("A04_A0404", "职务名称", kColumns.left.At(Line(2))),
       },
       // clang-format on
-      .grid = GridFrom(Line(3)),
+      .grid = GridFrom(3),
       .explain = kExplain,
       .hints = kHints,
   };

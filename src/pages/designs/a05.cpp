@@ -21,10 +21,10 @@ const PageDesign& DesignA05() {
           Text("A05_A0503", "访问机构名称", kColumns.whole.At(Line(1))),
           Text("A05_A0506", "身份", kColumns.left.At(Line(2))),
           Text("A05_A0504", "地点", kColumns.right.At(Line(2))),
-          MultiLine("A05_A0505", "有关内容", kColumns.whole.Tall(Line(3), 1710)),
+          MultiLine("A05_A0505", "有关内容", kColumns.whole.Tall(Line(3), Lines(4))),
       },
       // clang-format on
-      .grid = GridFrom(Line(7)),
+      .grid = GridFrom(7),
       .explain = kExplain,
       .hints = kHints,
   };

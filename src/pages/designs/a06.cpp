@@ -23,7 +23,7 @@ const PageDesign& DesignA06() {
           Text("A06_A0605", "论文题目", kColumns.whole.At(Line(3))),
       },
       // clang-format on
-      .grid = GridFrom(Line(4)),
+      .grid = GridFrom(4),
       .explain = kExplain,
       .hints = kHints,
   };

@@ -27,7 +27,7 @@ const PageDesign& DesignA08() {
           Text("A08_A0805", "角色", kColumns.right.At(Line(4))),
       },
       // clang-format on
-      .grid = GridFrom(Line(5)),
+      .grid = GridFrom(5),
       .explain = kExplain,
       .hints = kHints,
   };

@@ -29,7 +29,7 @@ const PageDesign& DesignA09() {
           Text("A09_A0910", "奖励级别", kColumns.left.At(Line(5))),
       },
       // clang-format on
-      .grid = GridFrom(Line(6)),
+      .grid = GridFrom(6),
       .explain = kExplain,
       .hints = kHints,
   };

@@ -5,7 +5,7 @@
 namespace dossierkit::designs {
 
 static constexpr Columns kColumns = ColumnsOf(kLabelWidth);
-static constexpr Place kNote = kColumns.whole.Tall(Line(4), 1710);
+static constexpr Place kNote = kColumns.whole.Tall(Line(4), Lines(4));
 
 const PageDesign& DesignA10() {
   static const PageDesign design = {
@@ -29,7 +29,7 @@ const PageDesign& DesignA10() {
       },
       // clang-format on
       .fixed_labels = {{"Label5", "情况说明", kNote.label}},
-      .grid = GridFrom(Line(8)),
+      .grid = GridFrom(8),
       .grid_visible = false,
       .explain = kExplain,
       .hints = kHints,

@@ -19,10 +19,10 @@ const PageDesign& DesignA11() {
           Text("A11_A1101", "成果名称", kColumns.whole.At(Line(0))),
           Year("A11_A1102", "完成年份", kColumns.left, Line(1)),
           Text("A11_A1103", "主要完成人", kColumns.right.At(Line(1)), kEnd),
-          MultiLine("A11_A1104", "对成果的简要评价", kColumns.whole.Tall(Line(2), 2175)),
+          MultiLine("A11_A1104", "对成果的简要评价", kColumns.whole.Tall(Line(2), Lines(5))),
       },
       // clang-format on
-      .grid = GridFrom(Line(7)),
+      .grid = GridFrom(7),
       .explain = kExplain,
       .hints = kHints,
   };

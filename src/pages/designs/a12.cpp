@@ -4,6 +4,9 @@
 
 namespace dossierkit::designs {
 
+// Two lines of text.
+static constexpr Rect kExplanation = {kFieldsLeft, kBodyTop, kFieldsWidth, 600};
+
 const PageDesign& DesignA12() {
   static const PageDesign design = {
       .set = "A12",
@@ -17,14 +20,14 @@ const PageDesign& DesignA12() {
       .key_preview = false,
       // clang-format off
       .fields = {
-          MultiLineBy("A12_A1201", "A12_A1201_cc", {kFieldsLeft, 1575, kFieldsWidth, kBodyBottom - 1575}),
+          MultiLineBy("A12_A1201", "A12_A1201_cc", BoxUnder(kExplanation)),
       },
       // clang-format on
       .fixed_labels = {{"A12_A1201_cc",
                         "限1000字以内，说明在专业工作中的成就和贡献，以及个人在所承担科研课题、技术项目中"
                         "发挥作用情况和解决的主要技术难题，取得的系统性、创造性成果，对科学技术发展的影响及"
                         "经济效益或社会效益分析等。",
-                        {kFieldsLeft, 780, kFieldsWidth, 735}}},
+                        kExplanation}},
       .grid = kStubGrid,
       .grid_visible = false,
       .explain = kExplain,

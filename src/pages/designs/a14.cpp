@@ -16,12 +16,12 @@ const PageDesign& DesignA14() {
       .key_preview = false,
       // clang-format off
       .fields = {
-          MultiLineBy("A14_A1401", "A14_A1401_cc", {kFieldsLeft, 1170, kFieldsWidth, kBodyBottom - 1170}),
+          MultiLineBy("A14_A1401", "A14_A1401_cc", BoxUnder(CaptionOver(0))),
       },
       // clang-format on
       .fixed_labels = {{"A14_A1401_cc",
                         "概要介绍，限500字以内。包括对科研方向以及技术开发和应用推广等工作的看法。",
-                        {kFieldsLeft, Line(0) + kLabelDrop, kFieldsWidth, kLabelHeight}}},
+                        CaptionOver(0)}},
       .grid = kStubGrid,
       .grid_visible = false,
       .explain = kExplain,

@@ -20,10 +20,10 @@ const PageDesign& DesignA15() {
           Text("A15_A1502", "任务来源", kColumns.whole.At(Line(1))),
           Text("A15_A1503", "技术路线", kColumns.whole.At(Line(2))),
           Text("A15_A1505", "合作者", kColumns.whole.At(Line(3)), kEnd),
-          MultiLine("A15_A1504", "意义", kColumns.whole.Tall(Line(4), 1710)),
+          MultiLine("A15_A1504", "意义", kColumns.whole.Tall(Line(4), Lines(4))),
       },
       // clang-format on
-      .grid = GridFrom(Line(8)),
+      .grid = GridFrom(8),
       .explain = kExplain,
       .hints = kHints,
   };

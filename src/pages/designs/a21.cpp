@@ -24,7 +24,7 @@ const PageDesign& DesignA21() {
           Text("A21_A2113", "排名", kColumns.left.At(Line(3), kNumberWidth)),
       },
       // clang-format on
-      .grid = GridFrom(Line(4)),
+      .grid = GridFrom(4),
       .explain = kExplain,
       .hints = kHints,
   };

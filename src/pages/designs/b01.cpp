@@ -7,8 +7,7 @@ namespace dossierkit::designs {
 static constexpr Columns kColumns = ColumnsOf(kLabelWidth);
 
 // A caption too long to stand beside its box stands above it.
-static constexpr Place kAppraisal = {{kFieldsLeft, Line(1) + kLabelDrop, 4500, kLabelHeight},
-                                     {kFieldsLeft, Line(1) + 330, kFieldsWidth, 4185}};
+static constexpr Place kAppraisal = {CaptionOver(1), BoxUnder(CaptionOver(1))};
 
 const PageDesign& DesignB01() {
   static const PageDesign design = {
@@ -24,7 +23,7 @@ const PageDesign& DesignB01() {
           MultiLine("B01_B0102", "提名单位对候选人主要业绩和贡献的概要评价", kAppraisal),
       },
       // clang-format on
-      .grid = GridFrom(5895),
+      .grid = GridFrom(11),
       .grid_visible = false,
       .explain = kExplain,
       .hints = kHints,

@@ -12,42 +12,72 @@ using toolkit::Rect;
 // The part of a page that the window shows.
 inline constexpr Rect kVisiblePage = {0, 0, 12600, 9000};
 
-// Below the heading: the fields and the record list at the left, the help frames at the right.
-inline constexpr int kBodyTop = 720;
-inline constexpr int kBodyBottom = 8700;
-inline constexpr int kFieldsLeft = 300;
-inline constexpr int kFieldsRight = 9450;
-inline constexpr int kFieldsWidth = kFieldsRight - kFieldsLeft;
-inline constexpr Rect kExplain = {9600, kBodyTop, 2700, 3180};
-inline constexpr Rect kHints = {9600, 4050, 2700, kBodyBottom - 4050};
+// One distance between whatever stands side by side or one block above another.
+inline constexpr int kGutter = 240;
 
-// On the page with the photograph: the frame in place of the heading, and what stands at its right.
-inline constexpr Rect kBasicInfoFrame = {kFieldsLeft, kBodyTop, kFieldsWidth, kBodyBottom - kBodyTop};
-inline constexpr Rect kPhotoPlace = {7485, 1080, 1815, 2385};
-inline constexpr Rect kAddPhotoPlace = {7485, 3555, 1815, 390};
+// The fields and the record list at the left, the help at the right: as far from the window's right edge
+// as from the menu at the left.
+inline constexpr int kFieldsLeft = 0;
+inline constexpr int kFieldsWidth = 9360;
+inline constexpr int kFieldsRight = kFieldsLeft + kFieldsWidth;
+inline constexpr int kHelpLeft = kFieldsRight + kGutter;
+inline constexpr int kHelpWidth = 2760;
+
+// The heading: the title and the operation over a line.
+inline constexpr Rect kTitlePlace = {kFieldsLeft, 0, kFieldsWidth, 420};
+inline constexpr Rect kOperationPlace = {kHelpLeft, 60, kHelpWidth, 300};
+inline constexpr Rect kLinePlace = {kFieldsLeft, 540, kHelpLeft + kHelpWidth - kFieldsLeft, 15};
+
+// Below the heading.
+inline constexpr int kBodyTop = 720;
+inline constexpr int kBodyBottom = 8880;
+inline constexpr Rect kExplain = {kHelpLeft, kBodyTop, kHelpWidth, 2730};
+inline constexpr int kHintsTop = kExplain.top + kExplain.height + kGutter;
+inline constexpr Rect kHints = {kHelpLeft, kHintsTop, kHelpWidth, kBodyBottom - kHintsTop};
+
+// On the page with the photograph: the frame takes the place of the title, so that the line stands under
+// the operation alone; and what stands at the frame's right.
+inline constexpr Rect kBasicInfoFrame = {kFieldsLeft, 0, kFieldsWidth, kBodyBottom};
+inline constexpr Rect kLineBesideFrame = {kHelpLeft, kLinePlace.top, kHelpWidth, kLinePlace.height};
+inline constexpr int kFramePadding = 210;
+inline constexpr int kPhotoLeft = kFieldsRight - kFramePadding - 1815;
+inline constexpr Rect kPhotoPlace = {kPhotoLeft, kBodyTop, 1815, 2385};
+inline constexpr Rect kAddPhotoPlace = {kPhotoLeft, kBodyTop + 2385 + 135, 1815, 390};
 
 // The record list of a set with one record per person: hidden for ever.
-inline constexpr Rect kStubGrid = {15, 15, 240, 240};
+inline constexpr Rect kStubGrid = {0, 0, 240, 240};
 
-inline constexpr int kBoxHeight = 315;
-inline constexpr int kLabelHeight = 285;
+inline constexpr int kBoxHeight = 360;
+inline constexpr int kLabelHeight = 300;
 inline constexpr int kLabelDrop = (kBoxHeight - kLabelHeight) / 2;  // from a box's top to its label's
 inline constexpr int kLabelGap = 60;                                // from a label to its box
-inline constexpr int kColumnGap = 150;
-inline constexpr int kLinePitch = 465;
+inline constexpr int kLinePitch = 495;
 
 // Widths of boxes whose content has one length.
-inline constexpr int kMonthWidth = 1305;
-inline constexpr int kDayWidth = 1605;
-inline constexpr int kYearWidth = 810;
-inline constexpr int kNumberWidth = 810;
-inline constexpr int kPostcodeWidth = 1005;
+inline constexpr int kMonthWidth = 1440;
+inline constexpr int kDayWidth = 1860;
+inline constexpr int kYearWidth = 870;
+inline constexpr int kNumberWidth = 870;
+inline constexpr int kPostcodeWidth = 1125;
 
 // The top of the n-th line of boxes, counted from 0.
-constexpr int Line(int n, int first = 780) { return first + n * kLinePitch; }
+constexpr int Line(int n) { return kBodyTop + n * kLinePitch; }
 
-// The record list from a line down to the end of the body.
-constexpr Rect GridFrom(int top) { return {kFieldsLeft, top, kFieldsWidth, kBodyBottom - top}; }
+// The height of a box over so many lines.
+constexpr int Lines(int n) { return (n - 1) * kLinePitch + kBoxHeight; }
+
+// The record list in place of the n-th line, down to the end of the body.
+constexpr Rect GridFrom(int n) {
+  const int top = Line(n - 1) + kBoxHeight + kGutter;
+  return {kFieldsLeft, top, kFieldsWidth, kBodyBottom - top};
+}
+
+// A box of several lines under a caption on the n-th line, down to the end of the body.
+constexpr Rect CaptionOver(int n) { return {kFieldsLeft, Line(n), kFieldsWidth, kLabelHeight}; }
+constexpr Rect BoxUnder(const Rect& caption) {
+  const int top = caption.top + caption.height + kLabelGap;
+  return {kFieldsLeft, top, kFieldsWidth, kBodyBottom - top};
+}
 
 // Where a field stands: its label, and its box.
 struct Place {
@@ -81,7 +111,7 @@ struct Columns {
 };
 
 constexpr Columns ColumnsOf(int label_width) {
-  constexpr int kWidth = (kFieldsWidth - kColumnGap) / 2;
+  constexpr int kWidth = (kFieldsWidth - kGutter) / 2;
   return {{kFieldsLeft, label_width, kFieldsLeft + kWidth},
           {kFieldsRight - kWidth, label_width, kFieldsRight},
           {kFieldsLeft, label_width, kFieldsRight}};

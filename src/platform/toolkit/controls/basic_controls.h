@@ -42,7 +42,7 @@ class Label : public CaptionedControl {
 class Frame : public CaptionedControl {
  public:
   explicit Frame(std::string name) : CaptionedControl(Kind::kFrame, std::move(name)) {}
-  bool Border() const { return border_; }
+  bool Border() const { return border_; }  // without one the caption heads what stands inside
   void SetBorder(bool border) { border_ = border; }
 
  private:
