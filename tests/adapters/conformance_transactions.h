@@ -45,6 +45,19 @@ TEST_F(Conformance, TransactionsNest) {
   EXPECT_EQ(List("select A00 from A01 order by A00"), "") << "the outermost one decides";
 }
 
+TEST_F(Conformance, ARolledBackLevelIsGone) {
+  connection_->BeginTrans();
+  connection_->BeginTrans();
+  Run("insert into A01(A00) values('1')");
+  connection_->BeginTrans();
+  Run("insert into A01(A00) values('2')");
+  connection_->RollbackTrans();
+  Run("insert into A01(A00) values('3')");
+  connection_->RollbackTrans();
+  EXPECT_EQ(List("select A00 from A01"), "") << "the second level began before the first record";
+  connection_->CommitTrans();
+}
+
 TEST_F(Conformance, AFailedStatementLeavesTheRestOfItsTransaction) {
   connection_->BeginTrans();
   Run("insert into A01(A00,A0199) values('P','1')");

@@ -165,7 +165,8 @@ class SqliteConnection::Engine {
     if (level_ == 0) throw environment::MakeFailure(environment::kNoTransaction);
   }
 
-  // A deleted file lives on, unseen, as long as somebody has it open. One look at its name.
+  // A deleted file lives on, unseen, as long as somebody has it open. One look at its name: 0.7 µs, where
+  // the simplest select takes 8.
   void RequireFileInPlace(const std::string& statement) const {
     int moved = 0;
     sqlite3_file_control(database_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
