@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
+#include <optional>
 #include <system_error>
+#include <vector>
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/files/disk.h"
 #include "platform/files/files.h"
 
 namespace dossierkit::files {
@@ -13,112 +16,194 @@ namespace fs = std::filesystem;
 
 using environment::MakeFailure;
 
-fs::path PathOf(const std::string& path) {
-  const std::string native = environment::Replace(path, "\\", "/");
-  return fs::path(std::u8string(native.begin(), native.end()));
+constexpr std::size_t kBlock = 65536;
+
+bool IsRefusal(const std::error_code& error) {
+  return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+         error == std::errc::read_only_file_system || error == std::errc::device_or_resource_busy;
 }
 
-bool IsWriteProtected(const fs::path& path) {
-  std::error_code error;
-  const fs::perms permissions = fs::status(path, error).permissions();
-  return !error && (permissions & fs::perms::owner_write) == fs::perms::none;
+environment::Failure FailureOf(const std::error_code& error) {
+  if (IsRefusal(error)) return MakeFailure(environment::kPermissionDenied);
+  if (error == std::errc::no_space_on_device) return MakeFailure(environment::kDiskFull);
+  if (error == std::errc::no_such_file_or_directory) return MakeFailure(environment::kFileNotFound);
+  return MakeFailure(environment::kPathAccess);
 }
 
-bool IsFile(const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  return fs::exists(status) && !fs::is_directory(status);
-}
-
-[[noreturn]] void Fail(const std::error_code& error) {
-  if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
-      error == std::errc::read_only_file_system || error == std::errc::device_or_resource_busy) {
-    throw MakeFailure(environment::kPermissionDenied);
+// Does the work, and tells a failure of the disk as the environment words it.
+template <typename Work>
+auto Told(Work work) {
+  try {
+    return work();
+  } catch (const std::system_error& failure) {
+    throw FailureOf(failure.code());
   }
-  if (error == std::errc::no_space_on_device) throw MakeFailure(environment::kDiskFull);
-  if (error == std::errc::no_such_file_or_directory) throw MakeFailure(environment::kFileNotFound);
-  throw MakeFailure(environment::kPathAccess);
 }
 
 void RequireFolderOf(const fs::path& path) {
-  std::error_code error;
   const fs::path folder = path.parent_path();
-  if (!folder.empty() && !fs::is_directory(folder, error)) throw MakeFailure(environment::kPathNotFound);
+  if (!folder.empty() && !fs::is_directory(folder)) throw MakeFailure(environment::kPathNotFound);
 }
 
 void RequireFile(const fs::path& path) {
+  if (fs::is_regular_file(path)) return;
   RequireFolderOf(path);
-  if (!IsFile(path)) throw MakeFailure(environment::kFileNotFound);
+  throw MakeFailure(environment::kFileNotFound);
 }
 
-void RequireReplaceable(const fs::path& target, bool overwrite) {
-  std::error_code error;
-  if (fs::is_directory(target, error)) throw MakeFailure(environment::kPermissionDenied);
-  if (!fs::exists(target, error)) return;
+bool IsWriteProtected(const fs::file_status& status) {
+  return (status.permissions() & fs::perms::owner_write) == fs::perms::none;
+}
+
+// The file that a copy replaces, or none: where there is none, or a link, which has no rights of its own.
+std::optional<OpenFile> RequireReplaceable(const fs::path& from, const fs::path& to, bool overwrite) {
+  const fs::file_status status = fs::symlink_status(to);
+  if (!fs::exists(status)) return std::nullopt;
   if (!overwrite) throw MakeFailure(environment::kFileExists);
+  if (fs::is_symlink(status)) return std::nullopt;
+  if (!fs::is_regular_file(status) || fs::equivalent(from, to)) {
+    throw MakeFailure(environment::kPermissionDenied);
+  }
   // Asked for here since an administrator may write to a protected file all the same.
-  if (IsWriteProtected(target)) throw MakeFailure(environment::kPermissionDenied);
-  // A file of somebody else, in a folder that anybody may write to.
-  if (!std::ofstream(target, std::ios::app)) throw MakeFailure(environment::kPermissionDenied);
+  if (IsWriteProtected(status)) throw MakeFailure(environment::kPermissionDenied);
+  // In a folder that anybody may write to, the rename would replace what only its owner may write to.
+  return OpenFile::ToReplace(to);
+}
+
+void CopyBytes(const OpenFile& from, OpenFile& to, std::uint64_t size) {
+  std::vector<char> block(kBlock);
+  for (std::uint64_t done = 0; done < size;) {
+    const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(kBlock, size - done));
+    const std::size_t count = from.Read(done, {block.data(), wanted});
+    // The source was cut meanwhile: half of it is no copy.
+    if (count != wanted) throw std::system_error(std::make_error_code(std::errc::io_error));
+    to.Write(done, {block.data(), count});
+    done += count;
+  }
+}
+
+// A new file beside the target, until it stands in the target's place; else it goes with the object.
+class FileBeside {
+ public:
+  explicit FileBeside(const fs::path& target)
+      : target_(target), file_(OpenFile::Create(target.parent_path(), name_)) {}
+  FileBeside(const FileBeside&) = delete;
+  FileBeside& operator=(const FileBeside&) = delete;
+  ~FileBeside() {
+    std::error_code ignored;
+    if (!in_place_) fs::remove(name_, ignored);
+  }
+  OpenFile& File() { return file_; }
+  void TakeThePlace() {
+    RenameOver(name_, target_);
+    in_place_ = true;
+    FlushFolder(target_.parent_path());
+  }
+
+ private:
+  const fs::path& target_;
+  fs::path name_;
+  OpenFile file_;
+  bool in_place_ = false;
+};
+
+// The target is the old file or the whole copy at every moment.
+void Replace(const OpenFile& from, const fs::path& to, const std::optional<OpenFile>& old) {
+  FileBeside beside(to);
+  if (old) beside.File().TakeRightsOf(*old);
+  CopyBytes(from, beside.File(), from.Size());
+  beside.File().Flush();
+  beside.TakeThePlace();
+}
+
+// Does the work; a disk that takes nothing any more is passed over.
+template <typename Work>
+void Try(Work work) {
+  try {
+    work();
+  } catch (const std::system_error&) {
+    // What the user is told is the first failure.
+  }
+}
+
+void PutBack(OpenFile& file, const std::vector<char>& bytes, std::uint64_t size) {
+  Try([&] { file.Write(0, bytes); });
+  Try([&] { file.Cut(size); });
+  Try([&] { file.Flush(); });
+}
+
+// Writes over the old file. Whatever fails, the bytes that were there are put back.
+void Rewrite(const OpenFile& from, const fs::path& to) {
+  OpenFile file = OpenFile::ToRewrite(to);
+  const std::uint64_t old_size = file.Size();
+  const std::uint64_t size = from.Size();
+  std::vector<char> held(static_cast<std::size_t>(std::min(old_size, size)));
+  if (file.Read(0, held) != held.size()) throw MakeFailure(environment::kPathAccess);
+  try {
+    file.Reserve(size);
+    CopyBytes(from, file, size);
+    file.Flush();
+    file.Cut(size);
+  } catch (...) {
+    PutBack(file, held, old_size);
+    throw;
+  }
+  // The copy is on the disk; at worst a part of the old file follows it there.
+  Try([&] { file.Flush(); });
 }
 
 }  // namespace
 
+std::filesystem::path PathOf(const std::string& path) {
+  const std::string native = environment::Replace(path, "\\", "/");
+  return fs::path(std::u8string(native.begin(), native.end()));
+}
+
 bool LocalFiles::FileExists(const std::string& path) const {
   try {
-    return IsFile(PathOf(path));
+    return fs::is_regular_file(PathOf(path));
   } catch (const std::exception&) {
     return false;
   }
 }
 
 void LocalFiles::DeleteFile(const std::string& path, bool force) {
-  const fs::path file = PathOf(path);
-  RequireFile(file);
-  std::error_code error;
-  if (IsWriteProtected(file)) {
-    if (!force) throw MakeFailure(environment::kPermissionDenied);
-    fs::permissions(file, fs::perms::owner_write, fs::perm_options::add, error);
-  }
-  fs::remove(file, error);
-  if (error) Fail(error);
+  Told([&] {
+    const fs::path file = PathOf(path);
+    RequireFile(file);
+    if (!force && IsWriteProtected(fs::symlink_status(file))) {
+      throw MakeFailure(environment::kPermissionDenied);
+    }
+    RemoveFile(file);
+  });
 }
 
 void LocalFiles::CopyFile(const std::string& source, const std::string& target, bool overwrite) {
-  const fs::path from = PathOf(source);
-  const fs::path to = PathOf(target);
-  RequireFile(from);
-  RequireFolderOf(to);
-  RequireReplaceable(to, overwrite);
-  std::error_code error;
-  if (fs::equivalent(from, to, error)) throw MakeFailure(environment::kPermissionDenied);
-
-  // Copied beside the target and put in its place at once: a copy that fails half way leaves the
-  // old file as it was. Where the folder takes no second file the target itself is written.
-  fs::path half = to;
-  half += ".part";
-  const bool beside = std::ofstream(half).good();
-  const fs::path& copy = beside ? half : to;
-  if (!beside) std::ofstream(to, std::ios::app).close();
-  // The rights are those of the replaced file, or of any new one: a source that nobody else may read, or
-  // nobody may write, must not make such a copy.
-  const fs::perms rights = fs::status(fs::exists(to, error) ? to : half, error).permissions();
-  fs::copy_file(from, copy, fs::copy_options::overwrite_existing, error);
-  if (!error) fs::permissions(copy, rights, error);
-  if (!error && beside) fs::rename(half, to, error);
-  if (!error) return;
-  std::error_code ignored;
-  if (beside) fs::remove(half, ignored);
-  Fail(error);
+  Told([&] {
+    const fs::path from = PathOf(source);
+    const fs::path to = PathOf(target);
+    RequireFile(from);
+    const OpenFile bytes = OpenFile::ToRead(from);
+    RequireFolderOf(to);
+    const std::optional<OpenFile> old = RequireReplaceable(from, to, overwrite);
+    try {
+      Replace(bytes, to, old);
+    } catch (const std::system_error& failure) {
+      // The folder takes no second file, has no room for one, or lets nobody replace it.
+      const bool nothing_beside =
+          IsRefusal(failure.code()) || failure.code() == std::errc::no_space_on_device;
+      if (!old || !nothing_beside) throw;
+      Rewrite(bytes, to);
+    }
+  });
 }
 
 std::uint64_t LocalFiles::FileLen(const std::string& path) const {
-  const fs::path file = PathOf(path);
-  RequireFile(file);
-  std::error_code error;
-  const std::uint64_t size = fs::file_size(file, error);
-  if (error) Fail(error);
-  return size;
+  return Told([&] {
+    const fs::path file = PathOf(path);
+    RequireFile(file);
+    return static_cast<std::uint64_t>(fs::file_size(file));
+  });
 }
 
 }  // namespace dossierkit::files

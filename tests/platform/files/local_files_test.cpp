@@ -1,22 +1,17 @@
-#include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <csignal>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <string>
 
-#include "platform/environment/failure.h"
 #include "platform/files/files.h"
+#include "tests/platform/files/folder.h"
 
 namespace dossierkit::files {
 namespace {
 
 namespace fs = std::filesystem;
 
-// While it lives a file cannot grow beyond that many bytes, as on a full disk.
+// While it lives a file cannot grow beyond that many bytes.
 class FilesOfAtMost {
  public:
   explicit FilesOfAtMost(rlim_t bytes) {
@@ -34,42 +29,9 @@ class FilesOfAtMost {
   void (*former_handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
 };
 
-class LocalFilesTest : public testing::Test {
+class LocalFilesTest : public FolderTest {
  protected:
-  LocalFilesTest() {
-    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-    folder_ = fs::path(testing::TempDir()) / ("dossierkit-" + std::to_string(getpid()) + "-" + name) / "照片";
-    fs::remove_all(folder_.parent_path());
-    fs::create_directories(folder_);
-  }
-  ~LocalFilesTest() override { fs::remove_all(folder_.parent_path()); }
-
-  // The path of a file in the folder, as the system writes paths.
-  std::string Path(const std::string& name) const { return folder_.string() + "\\" + name; }
-
-  void Write(const std::string& name, const std::string& content) const {
-    std::ofstream(folder_ / name, std::ios::binary) << content;
-  }
-  std::string Read(const std::string& name) const {
-    std::ostringstream content;
-    content << std::ifstream(folder_ / name, std::ios::binary).rdbuf();
-    return content.str();
-  }
-  void Protect(const std::string& name) const {
-    fs::permissions(folder_ / name, fs::perms::owner_read, fs::perm_options::replace);
-  }
-  template <typename Action>
-  int NumberOfFailure(Action action) {
-    try {
-      action();
-    } catch (const environment::Failure& failure) {
-      return failure.number();
-    }
-    return 0;
-  }
-
-  fs::path folder_;
-  LocalFiles files_;
+  void Protect(const std::string& name) const { Allow(name, 0400); }
 };
 
 TEST_F(LocalFilesTest, BackslashSeparatesFolders) {
@@ -99,10 +61,21 @@ TEST_F(LocalFilesTest, CopyTakesEveryByteAndReplacesOnlyIfAsked) {
   EXPECT_EQ(files_.FileLen(Path("又")), 5U);
 }
 
+// More than one block, and no whole number of blocks.
+TEST_F(LocalFilesTest, ALargeFileIsCopiedWhole) {
+  std::string bytes;
+  for (int i = 0; bytes.size() < 307200; ++i) bytes += std::to_string(i) + " ";
+  Write("a", bytes);
+  Write("b", std::string(400000, 'o'));
+  files_.CopyFile(Path("a"), Path("b"), true);
+  EXPECT_TRUE(Read("b") == bytes);
+}
+
 TEST_F(LocalFilesTest, CopyLeavesNothingElseBehind) {
   Write("a", "x");
   files_.CopyFile(Path("a"), Path("b"), true);
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 2);
+  files_.CopyFile(Path("a"), Path("b"), true);
+  EXPECT_EQ(Names(), (NameSet{"a", "b"}));
 }
 
 TEST_F(LocalFilesTest, WriteProtectedTargetIsNotReplaced) {
@@ -130,18 +103,20 @@ TEST_F(LocalFilesTest, CopyOfAProtectedFileCanBeReplacedAgain) {
 TEST_F(LocalFilesTest, TheRightsOfTheSourceStayWithIt) {
   Write("a", "x");
   Write("new", "");
-  fs::permissions(folder_ / "a", fs::perms::owner_read, fs::perm_options::replace);
+  Allow("a", 0400);
   files_.CopyFile(Path("a"), Path("b"), true);
-  EXPECT_EQ(fs::status(folder_ / "b").permissions(), fs::status(folder_ / "new").permissions());
+  EXPECT_EQ(RightsOf("b"), RightsOf("new"));
 }
 
 TEST_F(LocalFilesTest, AReplacedFileKeepsItsRights) {
   Write("a", "x");
-  Write("b", "old");
-  const auto rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
-  fs::permissions(folder_ / "b", rights, fs::perm_options::replace);
-  files_.CopyFile(Path("a"), Path("b"), true);
-  EXPECT_EQ(fs::status(folder_ / "b").permissions(), rights);
+  for (const unsigned rights : {0640U, 0666U, 0600U}) {
+    Write("b", "old");
+    Allow("b", rights);
+    files_.CopyFile(Path("a"), Path("b"), true);
+    EXPECT_EQ(RightsOf("b"), rights);
+    EXPECT_EQ(Read("b"), "x");
+  }
 }
 
 TEST_F(LocalFilesTest, ACopyThatFailsHalfWayLeavesTheOldFileAndNothingElse) {
@@ -149,40 +124,91 @@ TEST_F(LocalFilesTest, ACopyThatFailsHalfWayLeavesTheOldFileAndNothingElse) {
   Write("b", "old");
   {
     const FilesOfAtMost limit(5000);
-    EXPECT_EQ(NumberOfFailure([&] { files_.CopyFile(Path("a"), Path("b"), true); }), 75);
+    EXPECT_EQ(NumberOfCopy(Path("a"), Path("b")), 75);
   }
   EXPECT_EQ(Read("b"), "old");
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 2);
+  EXPECT_EQ(Names(), (NameSet{"a", "b"}));
 }
 
-TEST_F(LocalFilesTest, WhereNoFileFitsBesideItTheTargetItselfIsWritten) {
+// Whatever somebody has put there under whatever name is his.
+TEST_F(LocalFilesTest, TheFilesBesideAreNobodyElses) {
   Write("a", "new");
-  Write("b", "longer than the new one");
-  const auto rights = fs::perms::owner_read | fs::perms::owner_write;
-  fs::permissions(folder_ / "b", rights, fs::perm_options::replace);
-  for (const char* target : {"b", "c"}) {
-    fs::create_directory(folder_ / (std::string(target) + ".part"));
-    files_.CopyFile(Path("a"), Path(target), true);
-    EXPECT_EQ(Read(target), "new");
-    EXPECT_TRUE(fs::is_directory(folder_ / (std::string(target) + ".part")));
+  Write("b", "old");
+  Write("b.part", "mine");
+  Write(Elsewhere("letter"), "mine too");
+  fs::create_symlink(Elsewhere("letter"), folder_ / "c.part");
+  files_.CopyFile(Path("a"), Path("b"), true);
+  files_.CopyFile(Path("a"), Path("c"), true);
+  EXPECT_EQ(Read("b"), "new");
+  EXPECT_EQ(Read("c"), "new");
+  EXPECT_EQ(Read("b.part"), "mine");
+  EXPECT_EQ(Read(Elsewhere("letter")), "mine too");
+  EXPECT_EQ(Names(), (NameSet{"a", "b", "b.part", "c", "c.part"}));
+}
+
+TEST_F(LocalFilesTest, ALinkIsReplacedAndWhatItLeadsToStays) {
+  Write("a", "new");
+  Write(Elsewhere("letter"), "old");
+  Write(Elsewhere("protected"), "old");
+  fs::permissions(Elsewhere("protected"), fs::perms::owner_read);
+  for (const char* target : {"letter", "protected", "missing", "照片"}) {
+    fs::create_symlink(Elsewhere(target), folder_ / "b");
+    files_.CopyFile(Path("a"), Path("b"), true);
+    EXPECT_EQ(fs::symlink_status(folder_ / "b").type(), fs::file_type::regular) << target;
+    EXPECT_EQ(Read("b"), "new");
+    fs::remove(folder_ / "b");
   }
-  EXPECT_EQ(fs::status(folder_ / "b").permissions(), rights);
-  EXPECT_EQ(fs::status(folder_ / "c").permissions(), fs::status(folder_ / "a").permissions());
+  fs::create_symlink("a", folder_ / "b");
+  files_.CopyFile(Path("a"), Path("b"), true);
+  EXPECT_EQ(Read("b"), "new");
+  EXPECT_EQ(Read("a"), "new");
+  EXPECT_EQ(Read(Elsewhere("letter")), "old");
+  EXPECT_EQ(Read(Elsewhere("protected")), "old");
+  EXPECT_FALSE(fs::exists(Elsewhere("missing")));
+}
+
+TEST_F(LocalFilesTest, ALinkIsDeletedAndWhatItLeadsToStays) {
+  Write(Elsewhere("letter"), "old");
+  fs::permissions(Elsewhere("letter"), fs::perms::owner_read);
+  fs::create_symlink(Elsewhere("letter"), folder_ / "b");
+  EXPECT_TRUE(files_.FileExists(Path("b")));
+  files_.DeleteFile(Path("b"), true);
+  EXPECT_TRUE(Names().empty());
+  EXPECT_EQ(Read(Elsewhere("letter")), "old");
+  EXPECT_EQ(fs::status(Elsewhere("letter")).permissions(), fs::perms::owner_read);
+}
+
+TEST_F(LocalFilesTest, OnlyARegularFileIsAFile) {
+  Write("a", "x");
+  ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+  fs::create_symlink("pipe", folder_ / "link");
+  for (const char* name : {"pipe", "link"}) {
+    EXPECT_FALSE(files_.FileExists(Path(name))) << name;
+    EXPECT_EQ(NumberOfFailure([&] { files_.FileLen(Path(name)); }), 53) << name;
+    EXPECT_EQ(NumberOfFailure([&] { files_.DeleteFile(Path(name), true); }), 53) << name;
+    EXPECT_EQ(NumberOfCopy(Path(name), Path("c")), 53) << name;
+  }
+  EXPECT_EQ(NumberOfCopy("/dev/zero", Path("c")), 53);
+  EXPECT_EQ(NumberOfCopy(Path("a"), Path("pipe")), 70);
+  EXPECT_EQ(Names(), (NameSet{"a", "link", "pipe"}));
 }
 
 TEST_F(LocalFilesTest, CopyToAMissingFolderMakesNone) {
   Write("a", "x");
-  EXPECT_EQ(NumberOfFailure([&] { files_.CopyFile(Path("a"), Path("无\\b"), true); }), 76);
+  EXPECT_EQ(NumberOfCopy(Path("a"), Path("无\\b")), 76);
+  EXPECT_EQ(NumberOfCopy(Path("a"), Path("a\\b")), 76);
   EXPECT_FALSE(fs::exists(folder_ / "无"));
 }
 
 TEST_F(LocalFilesTest, CopyNeedsTwoDifferentFiles) {
   Write("a", "x");
   fs::create_directory(folder_ / "b");
-  EXPECT_EQ(NumberOfFailure([&] { files_.CopyFile(Path("c"), Path("d"), true); }), 53);
-  EXPECT_EQ(NumberOfFailure([&] { files_.CopyFile(Path("b"), Path("d"), true); }), 53);
-  EXPECT_EQ(NumberOfFailure([&] { files_.CopyFile(Path("a"), Path("b"), true); }), 70);
-  EXPECT_EQ(NumberOfFailure([&] { files_.CopyFile(Path("a"), Path("a"), true); }), 70);
+  fs::create_hard_link(folder_ / "a", folder_ / "same");
+  EXPECT_EQ(NumberOfCopy(Path("c"), Path("d")), 53);
+  EXPECT_EQ(NumberOfCopy(Path("b"), Path("d")), 53);
+  EXPECT_EQ(NumberOfCopy(Path("a"), Path("b")), 70);
+  EXPECT_EQ(NumberOfCopy(Path("a"), Path("a")), 70);
+  EXPECT_EQ(NumberOfCopy(Path("same"), Path("a")), 70);
   EXPECT_EQ(Read("a"), "x");
 }
 
@@ -203,6 +229,7 @@ TEST_F(LocalFilesTest, DeleteAndLengthNeedAFile) {
   }
   EXPECT_EQ(NumberOfFailure([&] { files_.FileLen(Path("无\\a")); }), 76);
   EXPECT_EQ(NumberOfFailure([&] { files_.FileLen(""); }), 53);
+  EXPECT_EQ(NumberOfFailure([&] { files_.FileLen(Path(std::string(1000, 'a'))); }), 75);
   EXPECT_TRUE(fs::exists(folder_ / "b"));
 }
 
