@@ -27,4 +27,4 @@ build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libsqlite3-
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-format python3
   xvfb dbus at-spi2-core python3-pyatspi)
 # What the sanitizers, the static analysis and the fuzz targets need besides.
-check_packages=(clang libclang-rt-dev clang-tidy)
+check_packages=(clang libclang-rt-dev clang-tidy libjpeg-dev)

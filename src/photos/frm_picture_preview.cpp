@@ -35,7 +35,7 @@ constexpr int kHeight = kButtonTop + kButtonHeight + 240;
 // A picture that cannot be read leaves the image as it was; false then.
 bool ShowPicture(Image& image, const std::string& path) {
   try {
-    image.SetPicture(TheRuntime().desktop.GetPlatform().LoadPicture(path));
+    image.SetPicture(TheRuntime().desktop.GetPlatform().LoadPicture(path, image.Place()));
     return true;
   } catch (const std::exception&) {
     return false;
@@ -128,7 +128,7 @@ void frmPicturePreview::cmdSelPic_Click() {
   if (chosen.empty()) {
     lblNewPicture_->SetCaption("当前没有照片");
     NewFile.clear();
-    imgNew_->SetPicture(GetDesktop().GetPlatform().LoadPicture(""));
+    imgNew_->SetPicture(GetDesktop().GetPlatform().LoadPicture("", imgNew_->Place()));
   } else if (ShowPicture(*imgNew_, chosen)) {
     lblNewPicture_->SetCaption("新照片");
     NewFile = chosen;

@@ -22,7 +22,7 @@ bool PhotoFileExists(const std::string& path) {
 void ShowPhotoInImage(toolkit::Control& control, const std::string& path) {
   if (control.Name() != "imgPerson" || !PhotoFileExists(path)) return;
   if (auto* image = dynamic_cast<toolkit::Image*>(&control)) {
-    image->SetPicture(TheRuntime().desktop.GetPlatform().LoadPicture(path));
+    image->SetPicture(TheRuntime().desktop.GetPlatform().LoadPicture(path, image->Place()));
   }
 }
 

@@ -1,11 +1,9 @@
 #include "adapters/headless/headless_platform.h"
 
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "platform/environment/failure.h"
-#include "platform/environment/text.h"
+#include "platform/files/picture_file.h"
 #include "platform/toolkit/controls/list_box.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -62,17 +60,15 @@ std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog& request) {
 }
 
 // Without a decoder, a file that starts and ends as a JPEG does is taken for one.
-toolkit::Picture HeadlessPlatform::LoadPicture(const std::string& path) {
+toolkit::Picture HeadlessPlatform::LoadPicture(const std::string& path, const toolkit::Rect&) {
+  if (on_load_picture) on_load_picture(path);
   if (path.empty()) return {};
-  std::ifstream file(environment::Replace(path, "\\", "/"), std::ios::binary);
-  if (!file) throw environment::MakeFailure(environment::kFileNotFound);
-  const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(file),
-                                         std::istreambuf_iterator<char>()};
+  const std::vector<unsigned char> bytes = files::ReadPictureFile(path);
   const std::size_t size = bytes.size();
   const bool is_jpeg =
       size >= 4 && bytes[0] == 0xFF && bytes[1] == 0xD8 && bytes[size - 2] == 0xFF && bytes[size - 1] == 0xD9;
   if (!is_jpeg) throw environment::MakeFailure(environment::kInvalidPicture);
-  return {std::make_shared<const std::vector<unsigned char>>(bytes)};
+  return {std::make_shared<const std::vector<unsigned char>>(bytes), nullptr};
 }
 
 }  // namespace dossierkit::headless

@@ -36,6 +36,9 @@ class HeadlessPlatform : public toolkit::Platform {
   // The path chosen in the next file dialog; a dialog without one is cancelled.
   void WillChoose(std::string path) { choices_.push_back(std::move(path)); }
 
+  // Called before a picture is read, with its path.
+  std::function<void(const std::string&)> on_load_picture;
+
   // Called while a message box, or a file dialog, is on show, before its answer.
   std::function<void(const Message&)> on_message;
   std::function<void(const toolkit::CommonDialog&)> on_choose;
@@ -50,7 +53,7 @@ class HeadlessPlatform : public toolkit::Platform {
   void WakeLoop() override {}
   toolkit::MessageAnswer ShowMessage(const std::string& text, int flags, const std::string& title) override;
   std::string ChooseFile(const toolkit::CommonDialog& request) override;
-  toolkit::Picture LoadPicture(const std::string& path) override;
+  toolkit::Picture LoadPicture(const std::string& path, const toolkit::Rect& place) override;
   toolkit::Rect Screen() const override { return kScreen; }
   void Beep() override { ++beeps; }
 

@@ -52,9 +52,7 @@ class ImageWidget : public QWidget {
 ImageView::ImageView(ViewContext& context, toolkit::Image& image)
     : WidgetView(context, image, new ImageWidget(context.metrics, ParentWidgetOf(image))), image_(image) {}
 
-void ImageView::ShowContent() {
-  static_cast<ImageWidget*>(Widget())->SetImage(DecodePicture(image_.GetPicture()));
-}
+void ImageView::ShowContent() { static_cast<ImageWidget*>(Widget())->SetImage(ImageOf(image_.GetPicture())); }
 
 void ImageView::ShowStyle() {
   WidgetView::ShowStyle();

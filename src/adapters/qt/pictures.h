@@ -2,17 +2,19 @@
 #pragma once
 
 #include <QImage>
+#include <QSize>
 #include <string>
 
 #include "platform/toolkit/controls/basic_controls.h"
 
 namespace dossierkit::qt {
 
-// The bytes of a JPEG file that was found to be readable; an empty path gives no picture. Throws 53
-// where there is no such file, 481 where it is no JPEG.
-toolkit::Picture ReadPicture(const std::string& path);
+// A JPEG file, turned as its camera noted it and no larger than `size` needs, in pixels; an empty path gives
+// no picture. Throws 53 where there is no such file, 70 and 75 where it cannot be read, 481 where it is no
+// JPEG or beyond the limits of a picture file.
+toolkit::Picture ReadPicture(const std::string& path, QSize size);
 
-// The image, turned as the camera noted it; null for no picture.
-QImage DecodePicture(const toolkit::Picture& picture);
+// The image of a picture that ReadPicture has read; null for no picture.
+QImage ImageOf(const toolkit::Picture& picture);
 
 }  // namespace dossierkit::qt

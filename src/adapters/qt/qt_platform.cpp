@@ -138,7 +138,11 @@ std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
   return path;
 }
 
-toolkit::Picture QtPlatform::LoadPicture(const std::string& path) { return ReadPicture(path); }
+toolkit::Picture QtPlatform::LoadPicture(const std::string& path, const toolkit::Rect& place) {
+  // In pixels of the finest screen there is.
+  return ReadPicture(
+      path, parts_->context.metrics.Pixels(place).size() * parts_->context.application.devicePixelRatio());
+}
 
 toolkit::Rect QtPlatform::Screen() const {
   const QSize size = QGuiApplication::primaryScreen()->size();

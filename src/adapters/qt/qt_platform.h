@@ -26,7 +26,7 @@ class QtPlatform : public toolkit::Platform {
   void WakeLoop() override;
   toolkit::MessageAnswer ShowMessage(const std::string& text, int flags, const std::string& title) override;
   std::string ChooseFile(const toolkit::CommonDialog& request) override;
-  toolkit::Picture LoadPicture(const std::string& path) override;
+  toolkit::Picture LoadPicture(const std::string& path, const toolkit::Rect& place) override;
   toolkit::Rect Screen() const override;
   void Beep() override;
 

@@ -7,11 +7,17 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <system_error>
+
+#include "platform/environment/failure.h"
 
 namespace dossierkit::files {
 
 // The path that a text names: UTF-8, with backslashes or slashes between the folders.
 std::filesystem::path PathOf(const std::string& path);
+
+// What the disk answered, as the environment tells it: 53, 61, 70 or 75.
+environment::Failure FailureOf(const std::error_code& error);
 
 // An open regular file, closed with the object. Every call throws std::system_error; what is no regular file
 // is not found, and no call waits for the other end of a pipe.

@@ -23,13 +23,6 @@ bool IsRefusal(const std::error_code& error) {
          error == std::errc::read_only_file_system || error == std::errc::device_or_resource_busy;
 }
 
-environment::Failure FailureOf(const std::error_code& error) {
-  if (IsRefusal(error)) return MakeFailure(environment::kPermissionDenied);
-  if (error == std::errc::no_space_on_device) return MakeFailure(environment::kDiskFull);
-  if (error == std::errc::no_such_file_or_directory) return MakeFailure(environment::kFileNotFound);
-  return MakeFailure(environment::kPathAccess);
-}
-
 // Does the work, and tells a failure of the disk as the environment words it.
 template <typename Work>
 auto Told(Work work) {
@@ -153,6 +146,13 @@ void Rewrite(const OpenFile& from, const fs::path& to) {
 }
 
 }  // namespace
+
+environment::Failure FailureOf(const std::error_code& error) {
+  if (IsRefusal(error)) return MakeFailure(environment::kPermissionDenied);
+  if (error == std::errc::no_space_on_device) return MakeFailure(environment::kDiskFull);
+  if (error == std::errc::no_such_file_or_directory) return MakeFailure(environment::kFileNotFound);
+  return MakeFailure(environment::kPathAccess);
+}
 
 std::filesystem::path PathOf(const std::string& path) {
   const std::string native = environment::Replace(path, "\\", "/");

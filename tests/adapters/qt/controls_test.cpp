@@ -128,7 +128,7 @@ TEST_F(QtControls, AnImageLoadsAJpegOrFails) {
   ASSERT_TRUE(image.save(QString::fromStdString(bad), "PNG"));
   const auto number = [](const std::string& path) {
     try {
-      the_platform->LoadPicture(path);
+      the_platform->LoadPicture(path, {0, 0, 1500, 1500});
     } catch (const environment::Failure& failure) {
       return failure.number();
     }
@@ -137,9 +137,12 @@ TEST_F(QtControls, AnImageLoadsAJpegOrFails) {
   EXPECT_EQ(number(folder.string() + "\\none.jpg"), 53);
   EXPECT_EQ(number(folder.string()), 53);
   EXPECT_EQ(number(bad), 481);
-  EXPECT_TRUE(the_platform->LoadPicture("").Empty());
+  EXPECT_TRUE(the_platform->LoadPicture("", {}).Empty());
   Play([&] {
-    form->page->photo->SetPicture(the_platform->LoadPicture(folder.string() + "\\good.jpg"));
+    toolkit::Picture picture =
+        the_platform->LoadPicture(folder.string() + "\\good.jpg", form->page->photo->Place());
+    picture.bytes = std::make_shared<const std::vector<unsigned char>>(9, '\0');  // nobody decodes again
+    form->page->photo->SetPicture(picture);
     auto* native = Native(*form->page->photo);
     const QColor middle = native->grab().toImage().pixelColor(native->width() / 2, native->height() / 2);
     EXPECT_GT(middle.red(), 240);

@@ -10,6 +10,7 @@
 #include "adapters/qt/texts.h"
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
+#include "tests/support/jpeg.h"
 #include "tests/support/paths.h"
 #include "tests/support/qt_warnings.h"
 
@@ -20,10 +21,12 @@ std::string PathOf(const std::string& name) {
   return tests::SourceFolder() + "/tests/photos/pictures\\" + name;
 }
 
+constexpr QSize kFrame(121, 159);
+
 // The number of the failure of reading a file; 0 where it is read.
 int FailureOf(const std::string& path) {
   try {
-    ReadPicture(path);
+    ReadPicture(path, kFrame);
   } catch (const environment::Failure& failure) {
     return failure.number();
   }
@@ -46,7 +49,7 @@ void ExpectRedOverBlue(const QImage& image) {
 class ReadablePicture : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(ReadablePicture, IsShownUprightInItsColours) {
-  ExpectRedOverBlue(DecodePicture(ReadPicture(PathOf(std::string(GetParam()) + ".jpg"))));
+  ExpectRedOverBlue(ImageOf(ReadPicture(PathOf(std::string(GetParam()) + ".jpg"), kFrame)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Jpeg, ReadablePicture,
@@ -59,7 +62,7 @@ INSTANTIATE_TEST_SUITE_P(Jpeg, ReadablePicture,
                          });
 
 TEST(Pictures, AGreyPictureIsRead) {
-  const QImage image = DecodePicture(ReadPicture(PathOf("grey.jpg")));
+  const QImage image = ImageOf(ReadPicture(PathOf("grey.jpg"), kFrame));
   const QColor pixel = image.pixelColor(24, 15);
   EXPECT_EQ(pixel.red(), pixel.blue());
 }
@@ -70,12 +73,23 @@ TEST(Pictures, WhatOnlyBeginsLikeAJpegIsRefused) {
   EXPECT_EQ(FailureOf(PathOf("garbage.jpg")), 481);
 }
 
+TEST(Pictures, AnEmptyPathIsNoPicture) {
+  EXPECT_TRUE(ReadPicture("", kFrame).Empty());
+  EXPECT_TRUE(ImageOf(ReadPicture("", kFrame)).isNull());
+}
+
 class PictureFile : public ::testing::Test {
  protected:
   ~PictureFile() override { std::filesystem::remove(path_); }
+  void Write(const std::string& bytes) const { std::ofstream(path_, std::ios::binary) << bytes; }
   int FailureOfBytes(const std::string& bytes) {
-    std::ofstream(path_, std::ios::binary) << bytes;
+    Write(bytes);
     return FailureOf(path_.string());
+  }
+  // The size of the image that is decoded for a frame.
+  QSize SizeOf(const std::string& bytes, QSize frame) {
+    Write(bytes);
+    return ImageOf(ReadPicture(path_.string(), frame)).size();
   }
   std::filesystem::path path_ =
       std::filesystem::temp_directory_path() / ("dossierkit-照片 文件-" + std::to_string(getpid()) + ".jpg");
@@ -103,9 +117,42 @@ TEST_F(PictureFile, AnEnormousPictureIsRefused) {
   const auto frame = bytes.find("\xFF\xC0");
   ASSERT_NE(frame, std::string::npos);
   bytes.replace(frame + 5, 4, "\xFF\xDC\xFF\xDC");
-  const tests::DueQtWarning size(
-      "QImageIOHandler: Rejecting image as it exceeds the current allocation limit of 128 megabytes");
   EXPECT_EQ(FailureOfBytes(bytes), 481);
+}
+
+TEST_F(PictureFile, IsDecodedAtTheSizeThatItIsShownIn) {
+  const std::string bytes = tests::ProgressiveJpeg(1600, 1200, 2);
+  EXPECT_EQ(SizeOf(bytes, kFrame), kFrame);
+  EXPECT_EQ(SizeOf(bytes, QSize(484, 636)), QSize(484, 636));
+  EXPECT_EQ(SizeOf(bytes, QSize(3000, 159)), QSize(1600, 159)) << "nothing is enlarged";
+  EXPECT_EQ(SizeOf(tests::ProgressiveJpeg(48, 63, 2), kFrame), QSize(48, 63));
+  EXPECT_EQ(SizeOf(bytes, QSize(0, 0)), QSize(1, 1));
+}
+
+// Turned by its camera's note it is 48 pixels wide.
+TEST_F(PictureFile, IsDecodedAtTheSizeOfTheTurnedPicture) {
+  const auto size = [](int width, int height) {
+    return ImageOf(ReadPicture(PathOf("turned-right.jpg"), QSize(width, height))).size();
+  };
+  EXPECT_EQ(size(40, 60), QSize(40, 60));
+  EXPECT_EQ(size(60, 50), QSize(48, 50));
+}
+
+TEST_F(PictureFile, OfFortyEightMegapixelsInTenScansIsShown) {
+  EXPECT_EQ(SizeOf(tests::ProgressiveJpeg(8000, 6000, 10), kFrame), kFrame);
+}
+
+// Whatever its frame, a very long picture does not fill the memory: it is decoded smaller.
+TEST_F(PictureFile, OfAnyShapeWithinTheLimitsIsShown) {
+  EXPECT_EQ(SizeOf(tests::ProgressiveJpeg(65500, 1500, 2), QSize(484, 636)), QSize(484, 524));
+  EXPECT_EQ(SizeOf(tests::ProgressiveJpeg(1500, 65500, 2), QSize(484, 636)), QSize(484, 636));
+  EXPECT_EQ(SizeOf(tests::ProgressiveJpeg(65500, 8, 2), kFrame), QSize(121, 8));
+  EXPECT_EQ(SizeOf(tests::ProgressiveJpeg(10000, 10000, 6), kFrame), kFrame);
+}
+
+TEST_F(PictureFile, BeyondTheLimitsIsRefused) {
+  EXPECT_EQ(FailureOfBytes(tests::ProgressiveJpeg(8000, 6000, 13)), 481);
+  EXPECT_EQ(FailureOfBytes(tests::ProgressiveJpeg(10001, 10000, 1)), 481);
 }
 
 TEST_F(PictureFile, AFileThatIsNotThereIsNotFound) {

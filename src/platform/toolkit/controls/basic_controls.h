@@ -60,9 +60,11 @@ class Line : public Control {
   explicit Line(std::string name) : Control(Kind::kLine, std::move(name)) {}
 };
 
-// The bytes of a picture file that the platform has found readable; empty for none.
+// A picture file that the platform has read and decoded; empty for none.
 struct Picture {
-  std::shared_ptr<const std::vector<unsigned char>> bytes;
+  std::shared_ptr<const std::vector<unsigned char>> bytes;  // of the file
+  // What the platform's own views show, about as large as the control it was loaded for; nobody decodes again.
+  std::shared_ptr<const void> decoded;
   bool Empty() const { return !bytes || bytes->empty(); }
 };
 

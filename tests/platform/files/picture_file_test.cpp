@@ -1,0 +1,231 @@
+// What is counted of a picture file before it is decoded, and where its limits are.
+#include "platform/files/picture_file.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+
+#include "tests/platform/files/folder.h"
+#include "tests/platform/files/other_user.h"
+#include "tests/platform/files/system_calls.h"
+#include "tests/support/jpeg.h"
+#include "tests/support/paths.h"
+
+namespace dossierkit::files {
+namespace {
+
+namespace fs = std::filesystem;
+using tests::JpegFrame;
+using tests::JpegScan;
+using tests::JpegSegment;
+using tests::ProgressiveJpeg;
+
+const std::string kStart = "\xFF\xD8";
+const std::string kEnd = "\xFF\xD9";
+
+PictureCounts Count(const std::string& bytes) {
+  return CountPicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
+}
+
+std::string Sample(const std::string& name) {
+  std::ifstream in(tests::SourceFolder() + "/tests/photos/pictures/" + name + ".jpg", std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST(PictureCounts, OfRealPicturesAreTheirPixelsAndScans) {
+  for (const char* name : {"red-over-blue", "cmyk", "grey", "turned-right", "upside-down"}) {
+    const PictureCounts counts = Count(Sample(name));
+    EXPECT_EQ(counts.scans, 1U) << name;
+    EXPECT_EQ(counts.pixels, 48U * 63U) << name;
+    EXPECT_FALSE(counts.arithmetic) << name;
+  }
+  EXPECT_EQ(Count(Sample("progressive")).scans, 10U);
+  EXPECT_EQ(Count(Sample("progressive")).pixels, 48U * 63U);
+}
+
+TEST(PictureCounts, EveryScanCounts) {
+  const PictureCounts counts = Count(ProgressiveJpeg(6600, 5000, 3937));
+  EXPECT_EQ(counts.scans, 3937U);
+  EXPECT_EQ(counts.pixels, 33'000'000U);
+  EXPECT_EQ(counts.notes, 0U);
+}
+
+TEST(PictureCounts, WhatIsNoJpegCountsNothing) {
+  for (const std::string& bytes :
+       {std::string(), std::string("\xFF"), std::string("no picture"), "x" + ProgressiveJpeg(16, 16, 3),
+        "\xFF\xD9" + ProgressiveJpeg(16, 16, 3)}) {
+    EXPECT_EQ(Count(bytes).scans, 0U);
+    EXPECT_EQ(Count(bytes).pixels, 0U);
+  }
+}
+
+// A small picture of the whole stands in the notes of most cameras.
+TEST(PictureCounts, APictureInsideANoteIsNoneOfThePicture) {
+  const std::string inner = ProgressiveJpeg(640, 480, 9);
+  const std::string file =
+      kStart + JpegSegment(0xE1, "Exif" + inner.substr(0, 20000)) + ProgressiveJpeg(16, 16, 2).substr(2);
+  EXPECT_EQ(Count(file).scans, 2U);
+  EXPECT_EQ(Count(file).pixels, 256U);
+  EXPECT_EQ(Count(file).notes, 1U);
+}
+
+TEST(PictureCounts, WhatFollowsTheEndIsNoneOfThePicture) {
+  EXPECT_EQ(Count(ProgressiveJpeg(16, 16, 2) + ProgressiveJpeg(6600, 5000, 40)).scans, 2U);
+}
+
+TEST(PictureCounts, NotesAreThoseOfApplicationsAndComments) {
+  std::string file = kStart;
+  for (const int marker : {0xE0, 0xE1, 0xE7, 0xEF, 0xFE, 0xDB, 0xC4, 0xDD}) file += JpegSegment(marker, "ab");
+  EXPECT_EQ(Count(file + kEnd).notes, 5U);
+}
+
+// In the data of a scan an FF is followed by a 0, a restart is no end, and markers may be led by any number
+// of FF.
+TEST(PictureCounts, TheDataOfAScanAreReadAsADecoderReadsThem) {
+  const std::string stuffed("ab\xFF\0\xDA\xFF\xD0xx\xFF\xD7", 11);
+  const std::string file = kStart + JpegFrame(0xC2, 8, 8) + JpegScan(0, 0) + stuffed + "\xFF\xFF\xFF" +
+                           JpegScan(1, 63).substr(1) + "data" + kEnd;
+  EXPECT_EQ(Count(file).scans, 2U);
+  EXPECT_EQ(Count(file).pixels, 64U);
+}
+
+// A decoder that looks for a restart passes over an unknown marker and takes no length behind it: what
+// stands there would hide a scan.
+TEST(PictureCounts, BehindAnUnknownMarkerNothingIsHidden) {
+  for (const int marker : {0x01, 0x02, 0xBF}) {
+    const std::string hiding{'\xFF', static_cast<char>(marker), '\x7F', '\x7F'};
+    const std::string file =
+        kStart + JpegFrame(0xC2, 8, 8) + JpegScan(0, 0) + hiding + JpegScan(1, 63) + "data" + kEnd;
+    EXPECT_EQ(Count(file).scans, 2U) << marker;
+  }
+}
+
+TEST(PictureCounts, ALengthOfLessThanItsOwnTwoBytesIsTwo) {
+  for (const char length : {'\0', '\1'}) {
+    const std::string file = kStart + std::string{'\xFF', '\xE1', '\0', length} + JpegScan(0, 0) + kEnd;
+    EXPECT_EQ(Count(file).scans, 1U);
+  }
+}
+
+TEST(PictureCounts, AFileThatEndsAnywhereIsCountedSoFar) {
+  const std::string file = ProgressiveJpeg(64, 64, 4);
+  std::uint64_t scans = 0;
+  for (std::size_t size = 0; size <= file.size(); ++size) {
+    const std::uint64_t now = Count(file.substr(0, size)).scans;
+    EXPECT_GE(now, scans);
+    scans = now;
+  }
+  EXPECT_EQ(scans, 4U);
+}
+
+TEST(PictureCounts, TablesAreNoFrames) {
+  for (const int marker : {0xC4, 0xC8, 0xCC, 0xDB}) {
+    EXPECT_FALSE(Count(kStart + JpegFrame(marker, 8, 8)).arithmetic) << marker;
+  }
+  for (const int marker : {0xC4, 0xCC}) EXPECT_EQ(Count(kStart + JpegFrame(marker, 8, 8)).pixels, 0U);
+}
+
+TEST(PictureCounts, OfTwoFramesTheLargerCounts) {
+  EXPECT_EQ(Count(kStart + JpegFrame(0xC2, 800, 800) + JpegFrame(0xC2, 8, 8)).pixels, 640'000U);
+}
+
+// --- limits
+// --------------------------------------------------------------------------------------------------
+
+PictureCounts Counts(std::uint64_t pixels, std::uint64_t scans, std::uint64_t notes = 0) {
+  return {.pixels = pixels, .scans = scans, .notes = notes};
+}
+
+TEST(PictureLimits, AreSixHundredMegapixelsInAllScans) {
+  EXPECT_FALSE(IsBeyondLimits(Counts(48'000'000, 10)));
+  EXPECT_FALSE(IsBeyondLimits(Counts(60'000'000, 10)));
+  EXPECT_TRUE(IsBeyondLimits(Counts(60'000'001, 10)));
+  EXPECT_FALSE(IsBeyondLimits(Counts(1'000'000, 600)));
+  EXPECT_TRUE(IsBeyondLimits(Counts(1'000'000, 601)));
+}
+
+TEST(PictureLimits, AreAHundredMegapixels) {
+  EXPECT_FALSE(IsBeyondLimits(Counts(100'000'000, 1)));
+  EXPECT_TRUE(IsBeyondLimits(Counts(100'000'001, 1)));
+  EXPECT_TRUE(IsBeyondLimits(Counts(std::uint64_t{65535} * 65535, 0)));
+}
+
+TEST(PictureLimits, AreFourThousandNotes) {
+  EXPECT_FALSE(IsBeyondLimits(Counts(1, 1, 4096)));
+  EXPECT_TRUE(IsBeyondLimits(Counts(1, 1, 4097)));
+}
+
+TEST(PictureLimits, LeaveOutTheArithmeticCoding) {
+  for (const int marker : {0xC9, 0xCA, 0xCB, 0xCD, 0xCF}) {
+    EXPECT_TRUE(IsBeyondLimits(Count(kStart + JpegFrame(marker, 8, 8)))) << marker;
+  }
+  for (const int marker : {0xC0, 0xC1, 0xC2, 0xC3, 0xC7}) {
+    EXPECT_FALSE(IsBeyondLimits(Count(kStart + JpegFrame(marker, 8, 8)))) << marker;
+  }
+}
+
+// --- files
+// ---------------------------------------------------------------------------------------------------
+
+class PictureFile : public FolderTest {
+ protected:
+  int NumberOf(const std::string& name) {
+    return NumberOfFailure([&] { ReadPictureFile(Path(name)); });
+  }
+};
+
+TEST_F(PictureFile, IsReadByteForByte) {
+  const std::string bytes = ProgressiveJpeg(64, 64, 3);
+  Write("照.jpg", bytes);
+  const std::vector<unsigned char> read = ReadPictureFile(Path("照.jpg"));
+  EXPECT_EQ(std::string(read.begin(), read.end()), bytes);
+  Write("empty.jpg", "");
+  EXPECT_TRUE(ReadPictureFile(Path("empty.jpg")).empty());
+}
+
+TEST_F(PictureFile, BeyondTheLimitsIsNoPicture) {
+  const std::string bytes = ProgressiveJpeg(6600, 5000, 3937);
+  EXPECT_LT(bytes.size(), 400'000U);
+  Write("a.jpg", bytes);
+  EXPECT_EQ(NumberOf("a.jpg"), 481);
+}
+
+// Only the size is looked at: forty gigabytes take no time and no memory.
+TEST_F(PictureFile, OfMoreThan32MebibytesIsNoPicture) {
+  Write("a.jpg", "\xFF\xD8");
+  fs::resize_file(folder_ / "a.jpg", 33554432);
+  EXPECT_EQ(NumberOf("a.jpg"), 0);
+  for (const std::uintmax_t size : {std::uintmax_t{33554433}, std::uintmax_t{40} << 30}) {
+    fs::resize_file(folder_ / "a.jpg", size);
+    const SystemCalls watch([](const std::string& name, std::size_t) { return name == "read" ? EIO : 0; });
+    EXPECT_EQ(NumberOf("a.jpg"), 481) << size;
+  }
+}
+
+TEST_F(PictureFile, ThatIsNoneIsNotFound) {
+  ASSERT_EQ(mkfifo((folder_ / "pipe.jpg").c_str(), 0600), 0);
+  fs::create_symlink("pipe.jpg", folder_ / "link.jpg");
+  fs::create_symlink("nowhere", folder_ / "broken.jpg");
+  fs::create_directory(folder_ / "folder.jpg");
+  for (const char* name : {"pipe.jpg", "link.jpg", "broken.jpg", "folder.jpg", "none.jpg", "none\\a.jpg"}) {
+    EXPECT_EQ(NumberOf(name), 53) << name;
+  }
+}
+
+TEST_F(PictureFile, ThatCannotBeReadIsToldAsItIs) {
+  Write("a.jpg", "\xFF\xD8");
+  for (const auto& [number, told] : {std::pair{EACCES, 70}, {EIO, 75}}) {
+    const int failure = number;
+    for (const char* call : {"open", "read"}) {
+      const SystemCalls watch(
+          [&](const std::string& name, std::size_t) { return name == call ? failure : 0; });
+      EXPECT_EQ(NumberOf("a.jpg"), told) << call;
+    }
+  }
+  if (geteuid() != 0) GTEST_SKIP() << "only an administrator can be another user";
+  Allow("a.jpg", 0600);
+  EXPECT_EQ(As({65011, {65011}}, [&] { return NumberOf("a.jpg"); }), 70);
+}
+
+}  // namespace
+}  // namespace dossierkit::files
