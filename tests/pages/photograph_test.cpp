@@ -1,5 +1,10 @@
 // The photograph on the page of the basic data, and the button that replaces it.
+#include <sys/stat.h>
+
+#include <new>
+
 #include "tests/photos/photo_test.h"
+#include "tests/support/jpeg.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -89,6 +94,42 @@ TEST_F(PhotographOfPage, RequiredAPageWhosePictureCannotBeReadDoesNotOpen) {
   EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), 481);
   EXPECT_FALSE(visit.Window().Loaded());
   EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(PhotographOfPage, RequiredAPictureBeyondTheLimitsDoesNotOpenEither) {
+  PhotoFolder::Write(Photo(), ProgressiveJpeg(6600, 5000, 2000));
+  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), 481);
+  PhotoFolder::Write(Photo(), Jpeg("large"));
+  std::filesystem::resize_file(Photo(), std::uintmax_t{40} << 30);
+  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), 481);
+  EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(PhotographOfPage, APictureAtTheLimitsIsShown) {
+  PhotoFolder::Write(Photo(), ProgressiveJpeg(8000, 6000, 12));
+  visit.Open([&] { EXPECT_NE(Shown("imgPerson"), ""); });
+}
+
+TEST_F(PhotographOfPage, APipeIsNoPhotograph) {
+  RemovePhoto();
+  ASSERT_EQ(mkfifo(Photo().c_str(), 0600), 0);
+  visit.Open([&] {
+    EXPECT_EQ(Shown("imgPerson"), "");
+    AddPhoto([&] { EXPECT_EQ(OldCaption(), "当前没有照片"); });
+  });
+  EXPECT_TRUE(Shown().empty());
+}
+
+// Whatever is thrown on the way to the new picture is told, not what the environment words alone.
+TEST_F(PhotographOfPage, EveryFailureOfTheButtonIsTold) {
+  visit.Open([&] {
+    AddPhoto([&] {
+      visit.platform.on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
+      Ok();
+    });
+    visit.platform.on_load_picture = nullptr;
+  });
+  EXPECT_EQ(Shown(), (Messages{{"更新照片出错！原因是：std::bad_alloc", 64, "更新照片"}}));
 }
 
 TEST_F(PhotographOfPage, RequiredARefillWithoutTheFileLeavesThePictureThatWasThere) {

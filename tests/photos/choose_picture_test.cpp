@@ -1,5 +1,10 @@
 // The choice of a new picture.
+#include <sys/stat.h>
+
+#include <new>
+
 #include "tests/photos/photo_test.h"
+#include "tests/support/jpeg.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -140,6 +145,31 @@ TEST_F(ChoosePicture, AFileThatIsNoPictureIsNotFoundAndOkChangesNothing) {
   EXPECT_TRUE(Shown().empty());
   EXPECT_EQ(preview->Cancelled, 0);
   EXPECT_EQ(StoredPhoto(), Jpeg("old"));
+}
+
+TEST_F(ChoosePicture, AFileBeyondTheLimitsIsNotFoundThoughItIsSmall) {
+  Preview([&] {
+    const std::string bytes = ProgressiveJpeg(6600, 5000, 2000);
+    ASSERT_LE(bytes.size(), 307200U);
+    Choose(folder.MakeChoice("slow.jpg", bytes));
+    ExpectNoChoice("没有找到照片");
+  });
+}
+
+TEST_F(ChoosePicture, WhateverTheReadingThrowsIsNotFound) {
+  Preview([&] {
+    visit.platform.on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
+    ChooseNew();
+    ExpectNoChoice("没有找到照片");
+    visit.platform.on_load_picture = nullptr;
+  });
+  EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(ChoosePicture, APipeIsNoFile) {
+  ASSERT_EQ(mkfifo(folder.Choice("pipe.jpg").c_str(), 0600), 0);
+  Preview([&] { Choose(folder.Choice("pipe.jpg")); });
+  EXPECT_EQ(Shown(), (Messages{{"更新照片出错！原因是：文件未找到", 64, "更新照片"}}));
 }
 
 TEST_F(ChoosePicture, RequiredAnUnreadableFileDropsTheFormerChoiceButLeavesItInSight) {

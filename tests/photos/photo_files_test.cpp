@@ -1,6 +1,9 @@
 // The module routines of a photograph file.
 #include "photos/photo_files.h"
 
+#include <exception>
+#include <new>
+
 #include "tests/photos/photo_test.h"
 
 namespace dossierkit::tests {
@@ -34,6 +37,24 @@ TEST_F(PhotoFiles, AFailureOfTheQuestionIsFalseWithoutAMessage) {
   EXPECT_FALSE(PhotoFileExists(PhotoName()));
   EXPECT_TRUE(visit.files.HasFailed());
   EXPECT_TRUE(Shown().empty());
+}
+
+// Not only what the disk answers.
+TEST_F(PhotoFiles, WhateverTheQuestionThrowsIsFalse) {
+  visit.files.FailAt(1, std::make_exception_ptr(std::bad_alloc()));
+  EXPECT_FALSE(PhotoFileExists(PhotoName()));
+  EXPECT_TRUE(visit.files.HasFailed());
+  EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(PhotoFiles, WhateverTheDeletionThrowsIsShownAndForgotten) {
+  for (const std::size_t call : {std::size_t{1}, std::size_t{2}}) {
+    visit.files.FailAt(call, std::make_exception_ptr(std::bad_alloc()));
+    DeletePhotoFile(kPerson, folder.Photos().string());
+    EXPECT_TRUE(visit.files.HasFailed());
+  }
+  EXPECT_EQ(Shown(),
+            (Messages{{"std::bad_alloc", 48, "人员照片删除"}, {"std::bad_alloc", 48, "人员照片删除"}}));
 }
 
 TEST_F(PhotoFiles, ThePictureIsShownInTheImageOfThePersonOnly) {

@@ -1,4 +1,7 @@
 // The preview window: its design, what its load shows, its ways out.
+#include <exception>
+#include <new>
+
 #include "adapters/headless/headless_platform.h"
 #include "tests/photos/photo_test.h"
 
@@ -133,6 +136,26 @@ TEST_F(PicturePreview, AFailureToLookForThePhotographIsShownAndGivesNone) {
     });
   });
   EXPECT_EQ(Shown(), (Messages{{"读取此人员的照片出错！原因是：路径/文件访问错误", 64, "照片预览"}}));
+}
+
+TEST_F(PicturePreview, WhateverTheLookThrowsIsShownAndGivesNone) {
+  visit.Open([&] {
+    visit.files.FailAt(1, std::make_exception_ptr(std::bad_alloc()));
+    AddPhoto([&] {
+      EXPECT_EQ(preview->OldFile, "");
+      EXPECT_EQ(OldCaption(), "当前没有照片");
+    });
+  });
+  EXPECT_EQ(Shown(), (Messages{{"读取此人员的照片出错！原因是：std::bad_alloc", 64, "照片预览"}}));
+}
+
+TEST_F(PicturePreview, WhateverTheReadingThrowsIsNotFound) {
+  visit.Open([&] {
+    visit.platform.on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
+    AddPhoto([&] { EXPECT_EQ(OldCaption(), "没有找到照片"); });
+    visit.platform.on_load_picture = nullptr;
+  });
+  EXPECT_TRUE(Shown().empty());
 }
 
 // --- the ways out ------------------------------------------------------------------------------------------

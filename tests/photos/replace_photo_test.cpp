@@ -192,6 +192,17 @@ TEST_F(ReplacePhoto, AfterARefusedCopyTheNextOkTriesAgain) {
   EXPECT_EQ(StoredPhoto(), Jpeg("new"));
 }
 
+TEST_F(ReplacePhoto, WhateverTheCopyThrowsIsTold) {
+  Preview([&] {
+    ChooseNew();
+    visit.files.FailAt(2, std::make_exception_ptr(std::bad_alloc()));
+    Answer(toolkit::kAnswerYes);
+    Ok();
+    ExpectRefused(Jpeg("old"));
+  });
+  EXPECT_EQ(Shown().back(), (Message{"更新此人员的照片出错！原因是：std::bad_alloc", 64, "照片预览"}));
+}
+
 TEST_F(ReplacePhoto, TheMessagesBearTheWindowsCaption) {
   Preview([&] {
     preview->SetCaption("另一个标题");

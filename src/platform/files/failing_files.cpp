@@ -5,14 +5,18 @@
 namespace dossierkit::files {
 
 void FailingFiles::FailAt(std::size_t call, int failure_number) {
+  FailAt(call, std::make_exception_ptr(environment::MakeFailure(failure_number)));
+}
+
+void FailingFiles::FailAt(std::size_t call, std::exception_ptr exception) {
   fail_at_ = call;
-  failure_number_ = failure_number;
+  exception_ = std::move(exception);
   calls_.clear();
 }
 
 void FailingFiles::Count(std::string call) const {
   calls_.push_back(std::move(call));
-  if (calls_.size() == fail_at_) throw environment::MakeFailure(failure_number_);
+  if (calls_.size() == fail_at_) std::rethrow_exception(exception_);
 }
 
 bool FailingFiles::FileExists(const std::string& path) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,8 @@ class FailingFiles : public Files {
   // From now on operations are counted anew, from 1. Instead of operation number `call` a Failure of
   // this number is thrown, once; 0 is never.
   void FailAt(std::size_t call, int failure_number = environment::kPermissionDenied);
+  // The same with any other exception.
+  void FailAt(std::size_t call, std::exception_ptr exception);
 
   // The operations since FailAt with their paths, as in "FileLen a.jpg", the failed one included.
   const std::vector<std::string>& Calls() const { return calls_; }
@@ -34,7 +37,7 @@ class FailingFiles : public Files {
 
   Files& inner_;
   std::size_t fail_at_ = 0;
-  int failure_number_ = 0;
+  std::exception_ptr exception_;
   mutable std::vector<std::string> calls_;
 };
 
