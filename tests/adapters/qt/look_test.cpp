@@ -186,6 +186,7 @@ TEST_F(QtLook, TheChosenRowIsDarkWithTheKeyboardElsePaleWithABar) {
     const auto left = [&](int x) { return Picture(Table()->viewport()).pixelColor(x, 4); };
     EXPECT_EQ(left(2), kAccent);
     EXPECT_EQ(left(3), kPale);
+    EXPECT_EQ(left(Table()->columnViewportPosition(2) + 1), kPale) << "one bar for the row";
     Page().grid->SetFocus();
     EXPECT_EQ(CellGround(0), kAccent);
     EXPECT_NE(CellGround(1), kAccent);
@@ -274,9 +275,9 @@ TEST_F(QtLook, AFrameWithoutABorderStillHasItsCaption) {
     find()->SetBorder(false);
     find()->ShowAspect(toolkit::Aspect::kStyle);
     EXPECT_NE(LeftEdge(frame).first, kEdge);
-    const QImage caption = Picture(frame).copy(0, 0, 60, 24);
+    const QImage caption = Picture(frame).copy(0, 0, 60, 16);
     EXPECT_GT(CountOf(caption, caption.pixelColor(0, 0)), 0);
-    EXPECT_LT(CountOf(caption, caption.pixelColor(0, 0)), 60 * 24 - 40) << "the caption is painted";
+    EXPECT_LT(CountOf(caption, caption.pixelColor(0, 0)), 60 * 16 - 40) << "the caption is painted";
   });
 }
 
