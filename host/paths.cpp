@@ -17,7 +17,11 @@ fs::path SamplePhotos() { return ProgramFolder().parent_path() / "share" / "phot
 
 fs::path DataFolder() {
   const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  return fs::path(data.toStdString()) / "dossierkit";
+  fs::path folder = fs::path(data.toStdString()) / "dossierkit";
+  // Dossiers are nobody else's business.
+  std::error_code error;
+  if (fs::create_directories(folder, error)) fs::permissions(folder, fs::perms::owner_all, error);
+  return folder;
 }
 
 fs::path WorkingPhotos() {
@@ -48,7 +52,6 @@ void CopyPhotos(const fs::path& from, const fs::path& to) {
 fs::path WorkingDatabase() {
   fs::path working = DataFolder() / "dossier.db";
   std::error_code error;
-  fs::create_directories(working.parent_path(), error);
   if (!fs::exists(working, error)) CreateSample(working);
   return working;
 }

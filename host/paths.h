@@ -8,7 +8,8 @@ namespace dossierkit::host {
 std::filesystem::path ProgramFolder();
 // The sample database as it was built.
 std::filesystem::path SampleDatabase();
-// Where the program keeps what is entered: dossierkit in $XDG_DATA_HOME, by default in ~/.local/share.
+// Where the program keeps what is entered: dossierkit in $XDG_DATA_HOME, by default in ~/.local/share. Made
+// for the user alone where it is missing.
 std::filesystem::path DataFolder();
 // The working copy in it that the program opens without --database; made from the sample where it is
 // missing. Throws a Failure.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "host/care/care.h"
@@ -42,7 +43,8 @@ bool Visits::Open(const VisitRequest& request, QWidget* over) {
   if (!request.person.empty()) persons.push_back(request.person);
   PartDoubled(persons, over);
   PutInOrder(persons, over);
-  const std::int64_t highest = HighestBesides(request.person);
+  std::optional<std::int64_t> highest;
+  Try(over, [&] { highest = HighestBesides(request.person); });
 
   IUserCtrl dossier;
   dossier.SetConnection(connection_);
@@ -60,7 +62,8 @@ bool Visits::Open(const VisitRequest& request, QWidget* over) {
   }
   // The component does not hand back the identifiers of the persons who were stored meanwhile.
   Try(over, [&] {
-    for (std::string& person : StoredSince(highest)) persons.push_back(std::move(person));
+    if (!highest) return;
+    for (std::string& person : StoredSince(*highest)) persons.push_back(std::move(person));
   });
   PartDoubled(persons, over);
   PutInOrder(persons, over);

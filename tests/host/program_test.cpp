@@ -173,6 +173,14 @@ TEST_F(Program, WorkingCopiesLieInTheDataFolderOfTheUser) {
   EXPECT_EQ(One(database, "select count(*) from A01"), "12");
 }
 
+TEST_F(Program, TheDataFolderIsMadeForTheUserAlone) {
+  PutBadPhotograph(In("photos"));
+  Run("--person " + kPerson + " --photos '" + In("photos").string() + "'",
+      "XDG_DATA_HOME='" + In("data").string() + "' ");
+  EXPECT_TRUE(fs::exists(In("data/dossierkit/dossier.db")));
+  EXPECT_EQ(fs::status(In("data/dossierkit")).permissions(), fs::perms::owner_all);
+}
+
 TEST_F(Program, WithoutADataFolderTheyLieInTheOneByDefaultAndStay) {
   PutBadPhotograph(In("home/.local/share/dossierkit/photos"));
   const std::string before = "env -u XDG_DATA_HOME HOME='" + In("home").string() + "' ";

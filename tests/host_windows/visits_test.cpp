@@ -150,6 +150,14 @@ TEST_F(HostVisits, CareThatFailsIsToldAndTheVisitGoesOn) {
   EXPECT_EQ(boxes_.texts[0].find("整理此人的记录失败："), 0U) << boxes_.texts[0];
 }
 
+TEST_F(HostVisits, ARunningNumberThatCannotBeReadIsToldAndTheVisitGoesOn) {
+  Script("update A01 set A0199=9999999999 where A0199=12");
+  bool opened = false;
+  Open({kPerson, {}, {}}, [&] { opened = true; });
+  EXPECT_TRUE(opened);
+  EXPECT_EQ(boxes_.texts, Texts{"整理此人的记录失败：溢出"});
+}
+
 // --- doubled persons ---------------------------------------------------------------------------
 
 TEST_F(HostVisits, ADoubledPersonIsAskedAboutAndOpensThen) {
