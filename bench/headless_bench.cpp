@@ -3,6 +3,7 @@
 
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
+#include "bench/paste_bench.h"
 #include "codes/lookup_code.h"
 #include "platform/environment/failure.h"
 #include "tests/support/paths.h"
@@ -142,12 +143,14 @@ BENCHMARK(LookupInAHundredThousand)->UseManualTime()->Iterations(20)->Unit(bench
 }  // namespace dossierkit::bench
 
 int main(int argc, char** argv) {
-  return dossierkit::bench::RunBenchmarks(argc, argv,
-                                          {{"ChangeOfSet", "median_ms", 3},
-                                           {"ChangeOfSetLarge", "times", 1.5},
-                                           {"SaveOfFive", "median_ms", 20},
-                                           {"LookupInThreeThousand", "median_ms", 3},
-                                           {"LookupInAHundredThousand", "median_ms", 60},
-                                           {"DeleteWalk/1000000", "seconds", 15},
-                                           {"DeleteWalk/1000000", "peak_MiB", 400}});
+  dossierkit::bench::RegisterPastes([] {});
+  return dossierkit::bench::RunBenchmarks(
+      argc, argv,
+      dossierkit::bench::WithPasteLimits({{"ChangeOfSet", "median_ms", 3},
+                                          {"ChangeOfSetLarge", "times", 1.5},
+                                          {"SaveOfFive", "median_ms", 20},
+                                          {"LookupInThreeThousand", "median_ms", 3},
+                                          {"LookupInAHundredThousand", "median_ms", 60},
+                                          {"DeleteWalk/1000000", "seconds", 15},
+                                          {"DeleteWalk/1000000", "peak_MiB", 400}}));
 }

@@ -1,6 +1,6 @@
 // The mask box. The first line is the mask; every other line is one action: a letter, and what it needs.
 //   t1990  types       p1990-3  pastes      r1990  replaces all from outside
-//   b      Backspace   d        Delete      x      cuts      c  copies
+//   b      Backspace   d        Delete      x      cuts      c  copies   z  takes back
 //   s25    selects 5 characters from 2      =1990  assigns   h, e  Home, End
 #include <algorithm>
 #include <functional>
@@ -64,7 +64,8 @@ class Typist {
       case '=': Assign(std::string(line.substr(1))); break;
       case 'h': user_.Press(kKeyHome); break;
       case 'e': user_.Press(kKeyEnd); break;
-      default: REQUIRE(box_.UserCopy() == environment::Middle(text_, start_, length_)); break;
+      case 'z': Undo(); break;
+      default: Copy(); break;
     }
     CheckAnyAction();
     if (std::string("sche").find(action) != std::string::npos) REQUIRE(box_.Text() == text_);
@@ -209,10 +210,28 @@ class Typist {
     REQUIRE(box_.Text() == Join(expected));
   }
 
+  void Copy() {
+    platform_.clipboard.clear();
+    box_.UserCommand(EditCommand::kCopy);
+    REQUIRE(platform_.clipboard == environment::Middle(text_, start_, length_));
+  }
+
+  // What is taken back comes again, to the last byte.
+  void Undo() {
+    box_.UserCommand(EditCommand::kUndo);
+    if (changes_ == 0) return REQUIRE(box_.Text() == text_);
+    const std::string former = box_.Text();
+    box_.UserCommand(EditCommand::kRedo);
+    REQUIRE(changes_ == 2 && box_.Text() == text_);
+    changes_ = 0;
+    box_.UserCommand(EditCommand::kUndo);
+    REQUIRE(box_.Text() == former);
+  }
+
   void Cut() {
-    std::string copied;
-    Edit([&] { copied = box_.UserCut(); });
-    REQUIRE(copied == environment::Middle(text_, start_, length_));
+    platform_.clipboard.clear();
+    Edit([&] { box_.UserCommand(EditCommand::kCut); });
+    REQUIRE(platform_.clipboard == environment::Middle(text_, start_, length_));
     if (length_ == 0) REQUIRE(box_.Text() == text_);
   }
 

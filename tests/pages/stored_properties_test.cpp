@@ -25,6 +25,25 @@ TEST(StoredProperties, OfANewPageAreZeroAndFalseWithTheFontOfTheWindow) {
   });
 }
 
+TEST(StoredProperties, TheFontOfANewPageIsTheSurroundingForms) {
+  Visit visit;
+  visit.OpenPerson(kPerson, [&] {
+    visit.Window().SetFont(kOther);
+    visit.GoTo("A03");
+    EXPECT_EQ(visit.OnShow().stored.Font(), kOther);
+    EXPECT_NE(visit.OnShow().GetFont(), kOther) << "it is stored, and touches nothing";
+  });
+}
+
+TEST(StoredProperties, SettingOneToTheValueThatItHasMarksItAsChanged) {
+  StoredProperties stored;
+  stored.InitProperties(kSurrounding);
+  stored.SetBackColor(0);
+  stored.SetEnabled(false);
+  stored.SetFont(kSurrounding);
+  EXPECT_EQ(stored.Changed(), (std::set<std::string>{"BackColor", "Enabled", "Font"}));
+}
+
 TEST(StoredProperties, DoNotTouchTheLookOfThePage) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {

@@ -325,6 +325,18 @@ TEST_F(SetNavigation, AClickIsDroppedWhenTheFieldBeingLeftRefuses) {
   });
 }
 
+TEST_F(SetNavigation, ASetWrittenInSmallLettersOpensItsPage) {
+  Script("update s_infotable set tblname='a03' where tblname='A03'");
+  visit.Open([&] {
+    visit.GoTo("a03");
+    EXPECT_EQ(visit.OnShow().Name(), "ctrlUsera03");
+    EXPECT_EQ(visit.OnShow().WhInfo().TabId, "a03");
+    EXPECT_EQ(State(), "当前操作：修改 on on on");
+    EXPECT_EQ(visit.OnShow().FieldItems()->Item("A03_A0302")->Dmcpt, "");
+    EXPECT_FALSE(visit.Text("A03_A0302").Text().empty());
+  });
+}
+
 // --- failures --------------------------------------------------------------------------------------
 
 TEST_F(SetNavigation, RequiredAnItemWithoutAPageClassSuchAsB02AndB03EndsTheVisit) {

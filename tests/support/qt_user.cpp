@@ -38,7 +38,9 @@ Qt::Key KeyOf(int key) {
     case toolkit::kKeyUp: return Qt::Key_Up;
     case toolkit::kKeyRight: return Qt::Key_Right;
     case toolkit::kKeyDown: return Qt::Key_Down;
+    case toolkit::kKeyInsert: return Qt::Key_Insert;
     case toolkit::kKeyDelete: return Qt::Key_Delete;
+    case toolkit::kKeyF4: return Qt::Key_F4;
     case 188: return Qt::Key_Comma;
     case 190: return Qt::Key_Period;
     default: return static_cast<Qt::Key>(key);

@@ -46,6 +46,7 @@ class HeadlessPlatform : public toolkit::Platform {
   // The boxes shown so far, and what is left of the preparations.
   std::vector<Message> messages;
   int beeps = 0;
+  std::string clipboard;
   bool AllUsed() const { return scenes_.empty() && answers_.empty() && choices_.empty(); }
 
   std::unique_ptr<toolkit::View> CreateView(toolkit::Control& control) override;
@@ -56,6 +57,8 @@ class HeadlessPlatform : public toolkit::Platform {
   toolkit::Picture LoadPicture(const std::string& path, const toolkit::Rect& place) override;
   toolkit::Rect Screen() const override { return kScreen; }
   void Beep() override { ++beeps; }
+  std::string ClipboardText() override { return clipboard; }
+  void SetClipboardText(const std::string& text) override { clipboard = text; }
 
  private:
   std::deque<std::function<void(toolkit::Form&)>> scenes_;

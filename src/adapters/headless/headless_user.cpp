@@ -36,6 +36,14 @@ std::shared_ptr<T> FindKind(toolkit::Form& form) {
   throw std::logic_error("no control of that kind in " + form.Name());
 }
 
+// The character that comes with a key which types none itself, or 0.
+char32_t CharacterOf(int key, int shift) {
+  if (key == toolkit::kKeyReturn) return shift == toolkit::kCtrl ? U'\n' : U'\r';
+  if (key == toolkit::kKeyBack || key == toolkit::kKeyEscape) return static_cast<char32_t>(key);
+  const bool control = (shift & toolkit::kCtrl) && key >= 'A' && key <= 'Z';
+  return control ? static_cast<char32_t>(key - 'A' + 1) : 0;
+}
+
 void RequireSight(const Control& control) {
   if (toolkit::OnHiddenTab(control)) throw std::logic_error(control.Name() + " is on a hidden tab");
 }
@@ -142,19 +150,21 @@ void HeadlessUser::TypeCharacter(char32_t character) {
 
 void HeadlessUser::Press(int key, int shift) {
   toolkit::Form& window = Window();
-  if (shift == toolkit::kAlt) {
+  const bool letter_or_digit = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+  if (shift == toolkit::kAlt && letter_or_digit) {
     const auto bar = FindKind<toolkit::Toolbar>(window);
     if (const int index = bar->FindMnemonic(static_cast<char>(key)); index >= 0)
       bar->UserClick(static_cast<std::size_t>(index));
     return;
   }
   if (!window.UserKeyDown(key, shift)) return;
-  if (key == toolkit::kKeyReturn && !window.UserKeyPress(shift == toolkit::kCtrl ? 10 : 13)) return;
-  ActOn(key, shift);
+  if (const char32_t character = CharacterOf(key, shift); character && !window.UserKeyPress(character))
+    return;
+  if (!window.UserEditKey(key, shift)) ActOn(key);
 }
 
 // What a native widget does with a key that nobody swallowed.
-void HeadlessUser::ActOn(int key, int shift) {
+void HeadlessUser::ActOn(int key) {
   const auto focus = Window().ActiveControl();
   if (auto* box = dynamic_cast<TextBox*>(focus.get())) {
     const std::size_t start = box->SelStart();
@@ -167,13 +177,11 @@ void HeadlessUser::ActOn(int key, int shift) {
       box->UserReplace(start, std::max<std::size_t>(length, 1), "");
     if (key == toolkit::kKeyHome) box->UserSelect(0, 0);
     if (key == toolkit::kKeyEnd) box->UserSelect(size, 0);
-    if (key == 'A' && shift == toolkit::kCtrl) box->UserSelect(0, size);
   } else if (auto* masked = dynamic_cast<MaskEdBox*>(focus.get())) {
     if (key == toolkit::kKeyBack) masked->UserBackspace();
     if (key == toolkit::kKeyDelete) masked->UserDelete();
     if (key == toolkit::kKeyHome) masked->UserSelect(0, 0);
     if (key == toolkit::kKeyEnd) masked->UserSelect(environment::Length(masked->Text()), 0);
-    if (key == 'A' && shift == toolkit::kCtrl) masked->UserSelect(0, environment::Length(masked->Text()));
   } else if (auto* grid = dynamic_cast<toolkit::DataGrid*>(focus.get())) {
     if (key == toolkit::kKeyUp) grid->UserSelectRow(grid->Row() - 1);
     if (key == toolkit::kKeyDown) grid->UserSelectRow(grid->Row() + 1);
@@ -194,12 +202,23 @@ void HeadlessUser::ActOn(int key, int shift) {
 }
 
 void HeadlessUser::Paste(const std::string& text) {
-  const auto focus = Window().ActiveControl();
-  if (auto* box = dynamic_cast<TextBox*>(focus.get())) {
-    box->UserReplace(box->SelStart(), box->SelLength(), text);
-  } else if (auto* masked = dynamic_cast<MaskEdBox*>(focus.get())) {
-    masked->UserPaste(text);
+  desktop_.GetPlatform().SetClipboardText(text);
+  Press('V', toolkit::kCtrl);
+}
+
+std::vector<toolkit::EditMenuItem> HeadlessUser::OpenMenu(const std::string& name) {
+  const auto box = Find<toolkit::EditBox>(name);
+  if (!box) throw std::logic_error(name + " has no menu");
+  if (!box->UserMouseDown(toolkit::kRightButton, 0, 15, 15)) return {};
+  return box->ContextMenu();
+}
+
+void HeadlessUser::ChooseFromMenu(const std::string& name, const std::string& caption) {
+  for (const auto& item : OpenMenu(name)) {
+    if (item.caption == caption && item.enabled)
+      return Find<toolkit::EditBox>(name)->UserCommand(item.command);
   }
+  throw std::logic_error(caption + " cannot be chosen");
 }
 
 }  // namespace dossierkit::headless

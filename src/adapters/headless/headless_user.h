@@ -4,8 +4,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/controls/edit_box.h"
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -43,12 +44,18 @@ class HeadlessUser {
   void Press(int key, int shift = 0);
   void Tab() { Window().UserTab(true); }
   void BackTab() { Window().UserTab(false); }
+  // Puts the text on the clipboard and presses Ctrl+V.
   void Paste(const std::string& text);
+  // Presses the right button on a text box or masked box: the items of its menu, none where the press was
+  // refused.
+  std::vector<toolkit::EditMenuItem> OpenMenu(const std::string& name);
+  // Clicks an item of that menu; throws std::logic_error where it is not there or disabled.
+  void ChooseFromMenu(const std::string& name, const std::string& caption);
   void Close() { Window().UserClose(); }
 
  private:
   void TypeCharacter(char32_t character);
-  void ActOn(int key, int shift);
+  void ActOn(int key);
 
   toolkit::Desktop& desktop_;
 };

@@ -55,7 +55,6 @@ CommandButtonView::CommandButtonView(ViewContext& context, toolkit::CommandButto
 void CommandButtonView::ShowText() {
   native_->setText(ToQString(button_.Caption()));
   native_->setShortcut({});  // mnemonics are the model's
-  native_->setAccessibleName(ToQString(button_.AccessibleName()));
 }
 
 CheckBoxView::CheckBoxView(ViewContext& context, toolkit::CheckBox& box)
@@ -77,7 +76,6 @@ void CheckBoxView::ShowText() {
   showing_ = true;
   native_->setChecked(box_.Value() != 0);
   showing_ = false;
-  native_->setAccessibleName(ToQString(box_.AccessibleName()));
 }
 
 }  // namespace dossierkit::qt

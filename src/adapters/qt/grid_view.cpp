@@ -82,7 +82,8 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
     : WidgetView(context, grid, new Table(context.application, ParentWidgetOf(grid))),
       grid_(grid),
       native_(static_cast<QTableView*>(Widget())),
-      model_(new GridModel(context.application, grid, native_)) {
+      model_(new GridModel(context.application, grid, native_)),
+      filled_(grid.Fillings() - 1) {
   native_->setModel(model_);
   native_->setSelectionBehavior(QAbstractItemView::SelectRows);
   native_->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -104,10 +105,10 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
   palette.setColor(QPalette::Inactive, QPalette::Highlight,
                    palette.color(QPalette::Active, QPalette::Highlight));
   native_->setPalette(palette);
-  QObject::connect(native_->horizontalHeader(), &QHeaderView::sectionResized, Hub(), [this] {
-    if (showing_) return;
-    Context().application.Guard([this] { grid_.Raise(grid_.ColResize); });
-  });
+  QObject::connect(native_->horizontalHeader(), &QHeaderView::sectionResized, Hub(),
+                   [this](int column, int, int pixels) {
+                     if (!showing_) ColumnResized(column, pixels);
+                   });
   // A selection from outside, by accessibility.
   QObject::connect(native_->selectionModel(), &QItemSelectionModel::selectionChanged, Hub(),
                    [this](const QItemSelection& selected) {
@@ -126,6 +127,11 @@ void GridView::RowWanted(int row) {
   if (!life.expired()) ShowSelection();
 }
 
+void GridView::ColumnResized(int column, int pixels) {
+  const auto width = static_cast<float>(GetMetrics().Twips(pixels));
+  Context().application.Guard([&] { grid_.UserColumnWidth(static_cast<std::size_t>(column), width); });
+}
+
 void GridView::ShowStyle() {
   WidgetView::ShowStyle();
   const auto& metrics = GetMetrics();
@@ -135,7 +141,6 @@ void GridView::ShowStyle() {
   native_->horizontalHeader()->setFixedHeight(QFontMetrics(head).height() + metrics.Scaled(kHeadPadding));
   native_->verticalHeader()->setDefaultSectionSize(native_->fontMetrics().height() +
                                                    metrics.Scaled(kRowPadding));
-  ShowWidths();
 }
 
 void GridView::ShowWidths() {
@@ -150,9 +155,12 @@ void GridView::ShowWidths() {
 }
 
 void GridView::ShowContent() {
-  showing_ = true;
-  model_->Reset();
-  showing_ = false;
+  if (filled_ != grid_.Fillings()) {
+    filled_ = grid_.Fillings();
+    showing_ = true;
+    model_->Reset();
+    showing_ = false;
+  }
   ShowWidths();
   ShowSelection();
 }

@@ -25,10 +25,12 @@ class GridView : public WidgetView {
 
  private:
   void ShowWidths();
+  void ColumnResized(int column, int pixels);
 
   toolkit::DataGrid& grid_;
   QTableView* native_;
   GridModel* model_;  // owned by the native widget
+  unsigned filled_;   // the filling of the grid that the model shows
   bool showing_ = false;
 };
 

@@ -67,9 +67,6 @@ void LabelView::ShowStyle() {
   native_->setPalette(palette);
 }
 
-void LabelView::ShowText() {
-  native_->setText(ToQString(label_.Caption()));
-  native_->setAccessibleName(ToQString(label_.AccessibleName()));
-}
+void LabelView::ShowText() { native_->setText(ToQString(label_.Caption())); }
 
 }  // namespace dossierkit::qt

@@ -1,7 +1,5 @@
 #include "adapters/qt/mask_view.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -10,6 +8,7 @@
 #include <limits>
 
 #include "adapters/qt/commits.h"
+#include "adapters/qt/edit_menu.h"
 #include "adapters/qt/keys.h"
 #include "adapters/qt/qt_application.h"
 #include "platform/environment/text.h"
@@ -20,7 +19,6 @@ namespace {
 class MaskEdit : public QLineEdit {
  public:
   MaskEdit(QtApplication& application, QWidget* parent) : QLineEdit(parent), application_(application) {
-    setContextMenuPolicy(Qt::NoContextMenu);
     setAcceptDrops(false);
     setDragEnabled(false);
     setTextMargins(3, 0, 3, 0);
@@ -46,6 +44,9 @@ class MaskEdit : public QLineEdit {
       case Qt::Key_End: QLineEdit::keyPressEvent(event); break;
       default: event->ignore();
     }
+  }
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    if (auto* view = View()) view->MenuAsked(*event);
   }
   void inputMethodEvent(QInputMethodEvent* event) override {
     const QPointer<QWidget> alive = this;
@@ -85,21 +86,9 @@ MaskView::MaskView(ViewContext& context, toolkit::MaskEdBox& box)
 }
 
 bool MaskView::EditByKey(const QKeyEvent& event) {
-  QClipboard& clipboard = *QGuiApplication::clipboard();
-  const auto copy = [&](const std::string& text) {
-    if (!text.empty()) clipboard.setText(ToQString(text));
-  };
   bool handled = true;
   Context().application.Guard([&] {
-    if (event.matches(QKeySequence::Copy)) {
-      copy(box_.UserCopy());
-    } else if (event.matches(QKeySequence::Cut)) {
-      copy(box_.UserCut());
-    } else if (event.matches(QKeySequence::Paste)) {
-      box_.UserPaste(ToUtf8(clipboard.text()));
-    } else if (event.matches(QKeySequence::SelectAll)) {
-      box_.Select(0, environment::Length(box_.Text()));
-    } else if (event.key() == Qt::Key_Backspace) {
+    if (event.key() == Qt::Key_Backspace) {
       box_.UserBackspace();
     } else if (event.key() == Qt::Key_Delete) {
       box_.UserDelete();
@@ -116,6 +105,10 @@ bool MaskView::EditByKey(const QKeyEvent& event) {
     }
   });
   return handled;
+}
+
+void MaskView::MenuAsked(const QContextMenuEvent& event) {
+  OpenEditMenu(Context(), box_, *Widget(), *Hub(), event);
 }
 
 void MaskView::EditByCommit(QInputMethodEvent& event) {

@@ -7,6 +7,7 @@
 #include "adapters/qt/widget_view.h"
 #include "platform/toolkit/controls/mask_ed_box.h"
 
+class QContextMenuEvent;
 class QInputMethodEvent;
 class QKeyEvent;
 class QLineEdit;
@@ -21,6 +22,7 @@ class MaskView : public WidgetView {
   bool EditByKey(const QKeyEvent& event);
   // Edits by what an input method committed, and takes it out of the event.
   void EditByCommit(QInputMethodEvent& event);
+  void MenuAsked(const QContextMenuEvent& event);
 
  protected:
   void ShowStyle() override;

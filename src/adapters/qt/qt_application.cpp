@@ -180,7 +180,7 @@ bool QtApplication::PassKey(QWidget& widget, const QKeyEvent& event) {
   for (const char32_t character : CharactersOf(event)) {
     if (!alive || !form.UserKeyPress(character)) return false;
   }
-  return alive;
+  return alive && !form.UserEditKey(KeyCodeOf(event), ShiftOf(event.modifiers()));
 }
 
 // A control on a hidden tab may have the model's focus but not the native one: its keys come to the

@@ -1,5 +1,6 @@
 #include "adapters/qt/qt_platform.h"
 
+#include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -151,6 +152,14 @@ toolkit::Rect QtPlatform::Screen() const {
 }
 
 void QtPlatform::Beep() { QApplication::beep(); }
+
+std::string QtPlatform::ClipboardText() { return ToUtf8(QGuiApplication::clipboard()->text()); }
+
+void QtPlatform::SetClipboardText(const std::string& text) {
+  // Other programs here know a line break as LF alone.
+  QString native = ToQString(text);
+  QGuiApplication::clipboard()->setText(native.replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+}
 
 void QtPlatform::Tick() { parts_->context.application.Tick(); }
 

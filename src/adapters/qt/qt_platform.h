@@ -29,6 +29,8 @@ class QtPlatform : public toolkit::Platform {
   toolkit::Picture LoadPicture(const std::string& path, const toolkit::Rect& place) override;
   toolkit::Rect Screen() const override;
   void Beep() override;
+  std::string ClipboardText() override;
+  void SetClipboardText(const std::string& text) override;
 
   // To be called now and then in long work: a busy pointer shows after 300 ms of one event.
   void Tick();

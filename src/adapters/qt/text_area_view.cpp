@@ -19,7 +19,7 @@ namespace {
 class TextEdit : public QPlainTextEdit {
  public:
   TextEdit(QtApplication& application, QWidget* parent) : QPlainTextEdit(parent), application_(application) {
-    setContextMenuPolicy(Qt::NoContextMenu);
+    setUndoRedoEnabled(false);  // the model takes back
     setAcceptDrops(false);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -32,6 +32,9 @@ class TextEdit : public QPlainTextEdit {
   void inputMethodEvent(QInputMethodEvent* event) override {
     auto* view = View();
     if (view && view->FilterCommit(*event)) QPlainTextEdit::inputMethodEvent(event);
+  }
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    if (auto* view = View()) view->MenuAsked(*event);
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     QPlainTextEdit::mouseDoubleClickEvent(event);

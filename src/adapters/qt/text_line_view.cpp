@@ -13,7 +13,6 @@ namespace {
 class LineEdit : public QLineEdit {
  public:
   LineEdit(QtApplication& application, QWidget* parent) : QLineEdit(parent), application_(application) {
-    setContextMenuPolicy(Qt::NoContextMenu);
     setAcceptDrops(false);
     setDragEnabled(false);
     setTextMargins(3, 0, 3, 0);
@@ -24,6 +23,9 @@ class LineEdit : public QLineEdit {
   void inputMethodEvent(QInputMethodEvent* event) override {
     auto* view = View();
     if (view && view->FilterCommit(*event)) QLineEdit::inputMethodEvent(event);
+  }
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    if (auto* view = View()) view->MenuAsked(*event);
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     QLineEdit::mouseDoubleClickEvent(event);

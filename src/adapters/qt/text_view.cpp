@@ -4,6 +4,7 @@
 #include <string>
 
 #include "adapters/qt/commits.h"
+#include "adapters/qt/edit_menu.h"
 #include "adapters/qt/qt_application.h"
 
 namespace dossierkit::qt {
@@ -27,12 +28,33 @@ void TextView::DoubleClicked() {
   Context().application.Guard([this] { box_.UserDblClick(); });
 }
 
+void TextView::MenuAsked(const QContextMenuEvent& event) {
+  OpenEditMenu(Context(), box_, *Widget(), *Hub(), event);
+}
+
 void TextView::NativeTextChanged() {
   if (showing_) return;
   const QString after = NativeText();
-  const TextChange change = FindChange(shown_.Shown(), after, NativeCaret());
-  const std::size_t start = shown_.ModelPosition(change.start);
-  const std::size_t end = shown_.ModelPosition(change.start + change.removed);
+  TextChange change = FindChange(shown_.Shown(), after, NativeCaret());
+  std::size_t start = shown_.ModelPosition(change.start);
+  std::size_t end = shown_.ModelPosition(change.start + change.removed);
+  if (const std::size_t selected = box_.SelStart() + box_.SelLength(); selected > shown_.Count()) {
+    // The selection goes on where the widget shows nothing more: all of it is replaced.
+    const qsizetype from = shown_.ShownPosition(box_.SelStart());
+    const qsizetype entered = NativeCaret() - from;
+    change.inserted = entered > 0 ? after.mid(from, entered) : QString();
+    start = box_.SelStart();
+    end = selected;
+    // Backspace where the caret itself is out of sight.
+    if (entered < 0 && box_.SelLength() == 0) start -= static_cast<std::size_t>(-entered);
+  } else if (change.removed > 0 && start == end && change.inserted.isEmpty()) {
+    // Only a break that the widget shows inside a long line: what stands beside it was meant.
+    if (caret_ > change.start) {
+      --start;
+    } else {
+      ++end;
+    }
+  }
   const auto life = Life();
   Context().application.Guard([&] {
     box_.UserReplace(start, end - start,
@@ -44,6 +66,7 @@ void TextView::NativeTextChanged() {
 
 void TextView::NativeSelectionChanged() {
   if (showing_ || NativeText() != shown_.Shown()) return;
+  caret_ = NativeCaret();
   const qsizetype start = NativeSelectionStart();
   const std::size_t from = shown_.ModelPosition(start);
   const std::size_t to = shown_.ModelPosition(start + NativeSelectionLength());
@@ -62,7 +85,7 @@ void TextView::ShowStyle() {
 
 void TextView::ShowText() {
   shown_ = ShownText(box_.Text(), box_.MultiLine());
-  // An equal text is left alone, and with it what the widget can undo.
+  // An equal text is left alone, and with it where the widget has scrolled to.
   if (NativeText() != shown_.Shown()) {
     showing_ = true;
     SetNativeText(shown_.Shown());
@@ -74,10 +97,12 @@ void TextView::ShowText() {
 void TextView::ShowSelection() {
   const qsizetype start = shown_.ShownPosition(box_.SelStart());
   const qsizetype length = shown_.ShownPosition(box_.SelStart() + box_.SelLength()) - start;
-  if (NativeSelectionStart() == start && NativeSelectionLength() == length) return;
-  showing_ = true;
-  SetNativeSelection(start, length);
-  showing_ = false;
+  if (NativeSelectionStart() != start || NativeSelectionLength() != length) {
+    showing_ = true;
+    SetNativeSelection(start, length);
+    showing_ = false;
+  }
+  caret_ = NativeCaret();
 }
 
 }  // namespace dossierkit::qt

@@ -5,6 +5,7 @@
 #include "adapters/qt/widget_view.h"
 #include "platform/toolkit/controls/text_box.h"
 
+class QContextMenuEvent;
 class QInputMethodEvent;
 
 namespace dossierkit::qt {
@@ -17,6 +18,7 @@ class TextView : public WidgetView {
   // characters that were not swallowed. False if the widget must not see the event any more.
   bool FilterCommit(QInputMethodEvent& event);
   void DoubleClicked();
+  void MenuAsked(const QContextMenuEvent& event);
 
  protected:
   TextView(ViewContext& context, toolkit::TextBox& box, QWidget* widget)
@@ -43,6 +45,7 @@ class TextView : public WidgetView {
  private:
   toolkit::TextBox& box_;
   ShownText shown_;
+  qsizetype caret_ = 0;   // the native one, before the native widget's last change
   bool showing_ = false;  // the program is changing the native widget
 };
 

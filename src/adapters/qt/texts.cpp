@@ -25,19 +25,30 @@ char MnemonicOf(std::string_view caption) {
 }
 
 ShownText::ShownText(std::string_view text, bool multi_line) {
-  const auto characters = environment::Characters(text);
-  starts_.reserve(characters.size() + 1);
-  for (std::size_t i = 0; i < characters.size(); ++i) {
-    const std::string& character = characters[i];
+  const QChar line_break = QLatin1Char('\n');
+  qsizetype in_line = 0;
+  for (std::size_t position = 0; position < text.size();) {
+    const char32_t character = environment::NextCharacter(text, position);
+    const bool breaks = multi_line && (character == U'\r' || character == U'\n' || character == U'\u2028' ||
+                                       character == U'\u2029');
+    if (in_line == kLongestLine && !breaks) {
+      if (!multi_line) break;
+      shown_ += line_break;
+      in_line = 0;
+    }
     starts_.push_back(shown_.size());
-    if (!multi_line) {
-      shown_ += ToQString(character);
-    } else if (character == "\r" && i + 1 < characters.size() && characters[i + 1] == "\n") {
+    if (breaks && character == U'\r' && position < text.size() && text[position] == '\n') {
       continue;  // the pair is one break
-    } else if (character == "\r" || character == "\n" || character == "\u2028" || character == "\u2029") {
-      shown_ += QLatin1Char('\n');
+    }
+    ++in_line;
+    if (breaks) {
+      shown_ += line_break;
+      in_line = 0;
+    } else if (QChar::requiresSurrogates(character)) {
+      shown_ += QChar(QChar::highSurrogate(character));
+      shown_ += QChar(QChar::lowSurrogate(character));
     } else {
-      shown_ += ToQString(character);
+      shown_ += QChar(static_cast<char16_t>(character));
     }
   }
   starts_.push_back(shown_.size());

@@ -18,14 +18,20 @@ QString ToNativePath(std::string_view path);
 // The first letter behind "&" in a caption as a capital, or 0.
 char MnemonicOf(std::string_view caption);
 
-// A text of the model as a widget shows it (in several lines each break is one character; a byte
-// that is no UTF-8 is a replacement character) and the way from positions in one to the other.
+// The most characters that a widget lays out in one line before it becomes slow.
+inline constexpr qsizetype kLongestLine = 5000;
+
+// A text of the model as a widget shows it and the way from positions in one to the other. In several
+// lines each break is one character, and a longer line goes on in the next; in a box of one line what goes
+// beyond that is not shown. A byte that is no UTF-8 is a replacement character.
 class ShownText {
  public:
   ShownText() : starts_{0} {}
   ShownText(std::string_view text, bool multi_line);
 
   const QString& Shown() const { return shown_; }
+  // Of the code points that are shown.
+  std::size_t Count() const { return starts_.size() - 1; }
   // Code points before a place in the shown text.
   std::size_t ModelPosition(qsizetype shown) const;
   // The place in the shown text behind so many code points.

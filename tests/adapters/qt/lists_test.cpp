@@ -1,6 +1,7 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QListView>
+#include <QScrollBar>
 #include <QTableView>
 
 #include "tests/adapters/qt/stage.h"
@@ -75,14 +76,34 @@ TEST_F(QtLists, AMoveMayDropThePage) {
 }
 
 TEST_F(QtLists, AColumnResizedByTheUserIsReported) {
-  int resizes = 0;
+  std::vector<float> widths;
   Play([&] {
-    On(form->page->grid->ColResize, [&] { ++resizes; });
+    auto& grid = *form->page->grid;
+    On(grid.ColResize, [&] { widths.push_back(grid.ColumnWidth(1)); });
+    ClickRow(Table(), 20, 1);
+    const int scrolled = Table()->verticalScrollBar()->value();
     Table()->horizontalHeader()->resizeSection(1, 120);
-    form->page->grid->SetColumnWidth(1, 3000);
+    EXPECT_EQ(Table()->columnWidth(1), 120);
+    EXPECT_EQ(Table()->verticalScrollBar()->value(), scrolled) << "the rows stay as they are";
+    grid.SetColumnWidth(1, 3000);
+    EXPECT_EQ(Table()->columnWidth(1), 200);
+    // Shown anew it has the user's width, as everything else of the model.
+    Table()->horizontalHeader()->resizeSection(2, 90);
+    grid.ShowAspect(toolkit::Aspect::kContent);
+    EXPECT_EQ(Table()->columnWidth(2), 90);
+  });
+  EXPECT_EQ(widths, (std::vector<float>{1800, 3000}));
+}
+
+TEST_F(QtLists, AColumnThatTheGridCannotResizeGoesBack) {
+  Play([&] {
+    auto& grid = *form->page->grid;
+    grid.SetColumnWidth(1, 3000);
+    form->page->SetEnabled(false);
+    Table()->horizontalHeader()->resizeSection(1, 120);
+    EXPECT_EQ(grid.ColumnWidth(1), 3000.0F);
     EXPECT_EQ(Table()->columnWidth(1), 200);
   });
-  EXPECT_EQ(resizes, 1);
 }
 
 TEST_F(QtLists, AGridOfManyRowsShowsAtOnce) {

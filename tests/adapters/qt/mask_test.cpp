@@ -60,6 +60,21 @@ TEST_F(QtMask, CopiesCutsAndPastes) {
   });
 }
 
+TEST_F(QtMask, TakesBackWithCtrlZ) {
+  InBox([&] {
+    Date().SetText("1990年03月");
+    Type(Box(), "2001");
+    EXPECT_EQ(Date().Text(), "2001年03月");
+    Press(Box(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Date().Text(), "1990年03月");
+    EXPECT_EQ(Box()->cursorPosition(), 0);
+    Press(Box(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Date().Text(), "1990年03月");
+    Press(Box(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(Date().Text(), "2001年03月");
+  });
+}
+
 TEST_F(QtMask, TakesCommittedTextAndDropsTheApostrophe) {
   InBox([&] {
     form->page->characters.clear();

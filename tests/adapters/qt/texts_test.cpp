@@ -34,6 +34,26 @@ TEST(ShownText, ShowsABadByteAsOneReplacement) {
   EXPECT_EQ(text.ModelPosition(3), 3U);
 }
 
+TEST(ShownText, ALongLineGoesOnInTheNext) {
+  const ShownText text(std::string(5000, 'a') + "𠮷" + std::string(4999, 'b') + "\r\n" + "c", true);
+  EXPECT_EQ(text.Shown(), QString(5000, 'a') + "\n" + "𠮷" + QString(4999, 'b') + "\n" + "c");
+  EXPECT_EQ(text.Count(), 10003U);
+  EXPECT_EQ(text.ShownPosition(4999), 4999);
+  EXPECT_EQ(text.ShownPosition(5000), 5001);
+  EXPECT_EQ(text.ModelPosition(5000), 5000U);
+  EXPECT_EQ(text.ModelPosition(5001), 5000U);
+  EXPECT_EQ(text.ModelPosition(5003), 5001U) << "behind a pair of surrogates";
+}
+
+TEST(ShownText, InOneLineALongTextIsCut) {
+  const ShownText text(std::string(5000, 'a') + "bc", false);
+  EXPECT_EQ(text.Shown(), QString(5000, 'a'));
+  EXPECT_EQ(text.Count(), 5000U);
+  EXPECT_EQ(text.ShownPosition(5002), 5000);
+  EXPECT_EQ(text.ModelPosition(5000), 5000U);
+  EXPECT_EQ(ShownText(std::string(5000, 'a'), false).Shown().size(), 5000);
+}
+
 TEST(ShownText, EmptyTextHasOnePlace) {
   const ShownText text;
   EXPECT_EQ(text.ModelPosition(5), 0U);

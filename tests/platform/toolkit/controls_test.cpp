@@ -231,7 +231,8 @@ TEST_F(ViewsTest, LabelsNewCaptionRenamesTheControlThatItNames) {
     form->Get("txtName")->SetLabelledBy(*form->Get("labName"));
     TakeShown();
     form->Get<Label>("labName")->SetCaption("名称");
-    EXPECT_EQ(TakeShown(), (Shown{{"labName", Aspect::kText}, {"txtName", Aspect::kStyle}}));
+    EXPECT_EQ(TakeShown(),
+              (Shown{{"labName", Aspect::kText}, {"labName", Aspect::kStyle}, {"txtName", Aspect::kStyle}}));
   });
 }
 

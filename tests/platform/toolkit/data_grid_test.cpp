@@ -65,6 +65,30 @@ TEST_F(DataGridTest, ColumnsHaveWidthsInTwipsAndZeroHides) {
   });
 }
 
+TEST_F(DataGridTest, UsersWidthIsKeptBeforeColResizeIsRaised) {
+  WithGrid([&](DataGrid& grid) {
+    std::vector<float> widths;
+    On(grid.ColResize, [&] { widths.push_back(grid.ColumnWidth(1)); });
+    grid.UserColumnWidth(1, 750);
+    grid.UserColumnWidth(0, 0);
+    EXPECT_EQ(grid.ColumnWidth(0), 0.0F);
+    grid.UserColumnWidth(2, 100);
+    EXPECT_EQ(widths, (std::vector<float>{750, 750})) << "there is no third column";
+    form->Page()->SetEnabled(false);
+    grid.UserColumnWidth(1, 900);
+    EXPECT_EQ(grid.ColumnWidth(1), 750.0F);
+    EXPECT_EQ(widths.size(), 2U);
+  });
+}
+
+TEST_F(DataGridTest, FailureInColResizeEndsTheVisitAndReachesTheCaller) {
+  EXPECT_THROW(WithGrid([&](DataGrid& grid) {
+                 On(grid.ColResize, [] { throw std::runtime_error("列"); });
+                 grid.UserColumnWidth(1, 750);
+               }),
+               std::runtime_error);
+}
+
 TEST_F(DataGridTest, ClickMovesTheFocusThenTheCursor) {
   WithGrid([&](DataGrid& grid) {
     user.ClickRow(3);

@@ -259,6 +259,49 @@ TEST_F(DispatchTest, PageThatFailsToInitialiseLeavesNothingBehind) {
   });
 }
 
+TEST_F(DispatchTest, PageIsInItsWindowWhileItIsInitialised) {
+  struct AskingPage : UserControl {
+    using UserControl::UserControl;
+    Form* window = nullptr;
+    void UserControl_Initialize() override { window = Window(); }
+  };
+  desktop.RegisterClass("AskingPage",
+                        [](const std::string& name) { return std::make_shared<AskingPage>(name); });
+  Visit([&] {
+    const auto page = std::dynamic_pointer_cast<AskingPage>(form->Controls().Add("AskingPage", "asking"));
+    EXPECT_EQ(page->window, form.get());
+  });
+}
+
+TEST_F(DispatchTest, PageThatFailsToInitialiseIsInNoWindow) {
+  struct BadPage : UserControl {
+    using UserControl::UserControl;
+    void UserControl_Initialize() override { throw std::runtime_error("坏页"); }
+  };
+  const auto bad = std::make_shared<BadPage>("bad");
+  desktop.RegisterClass("BadPage", [&](const std::string&) { return bad; });
+  Visit([&] {
+    EXPECT_THROW(form->Controls().Add("BadPage", "bad"), std::runtime_error);
+    EXPECT_EQ(bad->Owner(), nullptr);
+    EXPECT_EQ(bad->Window(), nullptr);
+  });
+}
+
+TEST_F(DispatchTest, ClassIsFoundWithoutRegardToCaseAndTheNameStaysAsGiven) {
+  Visit([&] {
+    const auto page = form->Controls().Add("tESTpage", "PageOne");
+    EXPECT_TRUE(std::dynamic_pointer_cast<TestPage>(page));
+    EXPECT_EQ(page->Name(), "PageOne");
+    int made = 0;
+    desktop.RegisterClass("TESTPAGE", [&](const std::string& name) {
+      ++made;
+      return std::make_shared<Frame>(name);
+    });
+    form->Controls().Add("TestPage", "PageTwo");
+    EXPECT_EQ(made, 1) << "the later registration stands";
+  });
+}
+
 TEST_F(DispatchTest, UnknownClassFails) {
   Visit([&] {
     try {

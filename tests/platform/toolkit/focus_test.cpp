@@ -153,6 +153,32 @@ TEST_F(FocusTest, LostFocusThatMovesTheFocusWins) {
   });
 }
 
+TEST_F(FocusTest, GotFocusThatMovesOnTakesTheClickAlong) {
+  form->on_load = [&] {
+    form->LoadPage();
+    form->Controls().Make<CommandButton>("cmdOk");
+  };
+  Visit([&] {
+    form->Get("mskDate")->SetFocus();
+    On(form->Get("txtName")->GotFocus, [&] { form->Get("txtNote")->SetFocus(); });
+    TakeLog();
+    EXPECT_FALSE(form->Get("txtName")->UserMouseDown(kLeftButton, 0, 15, 15));
+    EXPECT_EQ(TakeLog(), (Log{"mskDate.Validate", "mskDate.LostFocus", "txtName.GotFocus", "txtName.Validate",
+                              "txtName.LostFocus", "txtNote.GotFocus"}));
+    int clicks = 0;
+    On(form->Get<CommandButton>("cmdOk")->Click, [&] { ++clicks; });
+    On(form->Get("cmdOk")->GotFocus, [&] { form->Get("txtNote")->SetFocus(); });
+    form->Get<CommandButton>("cmdOk")->UserClick();
+    EXPECT_EQ(Focus(), "txtNote");
+    EXPECT_EQ(clicks, 0);
+    On(form->Get<VerticalMenu>("VMenu1")->MenuItemClick, [&](std::int32_t&, std::int32_t&) { ++clicks; });
+    On(form->Get("VMenu1")->GotFocus, [&] { form->Get("txtNote")->SetFocus(); });
+    user.ClickMenu(2);
+    EXPECT_EQ(clicks, 0);
+    EXPECT_EQ(form->Get<VerticalMenu>("VMenu1")->Marked(), 1);
+  });
+}
+
 TEST_F(FocusTest, TargetThatTheCheckDisabledGetsNoFocus) {
   Visit([&] {
     form->Get("txtName")->SetFocus();

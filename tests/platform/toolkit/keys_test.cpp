@@ -117,6 +117,93 @@ TEST_F(KeysTest, CommittedTextOfAnInputMethodPassesKeyPressCharacterByCharacter)
   });
 }
 
+// --- F4 and Alt+Down ------------------------------------------------------------------------------
+
+TEST_F(KeysTest, F4AndAltDownRaiseDblClickOfATextBoxAndNothingElse) {
+  Visit([&] {
+    for (const char* name : {"txtName", "txtNote"}) {
+      auto box = form->Get<TextBox>(name);
+      box->SetText("甲\r\n乙");
+      box->SetFocus();
+      box->Select(1, 0);
+      On(box->DblClick, [&, name] { log.push_back(std::string(name) + ".DblClick"); });
+      On(box->Click, [&] { log.push_back("Click"); });
+      On(box->KeyPress, [&](char32_t&) { log.push_back("KeyPress"); });
+      TakeLog();
+      EXPECT_FALSE(form->UserKeyDown(kKeyF4, 0)) << "it goes no further";
+      EXPECT_FALSE(form->UserKeyDown(kKeyDown, kAlt));
+      const std::string raised = std::string(name) + ".DblClick";
+      EXPECT_EQ(TakeLog(), (Log{raised, raised}));
+      EXPECT_EQ(box->SelStart(), 1U);
+    }
+  });
+}
+
+TEST_F(KeysTest, OtherModifiersOpenNothing) {
+  Visit([&] {
+    auto box = form->Get<TextBox>("txtName");
+    box->SetFocus();
+    int clicks = 0;
+    On(box->DblClick, [&] { ++clicks; });
+    for (int shift = 0; shift < 8; ++shift) {
+      EXPECT_EQ(form->UserKeyDown(kKeyF4, shift), shift != 0) << shift;
+      EXPECT_EQ(form->UserKeyDown(kKeyDown, shift), shift != kAlt) << shift;
+    }
+    EXPECT_TRUE(form->UserKeyDown(kKeyUp, kAlt));
+    EXPECT_EQ(clicks, 2) << "of F4 alone and of Alt+Down";
+  });
+}
+
+TEST_F(KeysTest, F4ComesAfterTheKeyDownOfThePageAndOfTheBox) {
+  Visit([&] {
+    auto box = form->Get<TextBox>("txtName");
+    box->SetFocus();
+    form->Page()->on_key_down = [&](int& key, int) { log.push_back("page " + std::to_string(key)); };
+    On(box->KeyDown, [&](int& key, int) { log.push_back("box " + std::to_string(key)); });
+    On(box->DblClick, [&] { log.push_back("DblClick"); });
+    TakeLog();
+    user.Press(kKeyF4);
+    user.Press(kKeyDown, kAlt);
+    EXPECT_EQ(TakeLog(), (Log{"page 115", "box 115", "DblClick", "page 40", "box 40", "DblClick"}));
+    form->Page()->on_key_down = [](int& key, int) { key = 0; };
+    user.Press(kKeyF4);
+    EXPECT_EQ(TakeLog(), Log{}) << "the page swallowed it";
+    form->Page()->on_key_down = {};
+    On(box->KeyDown, [&](int&, int) { form->Get("txtNote")->SetFocus(); });
+    TakeLog();
+    user.Press(kKeyF4);
+    EXPECT_EQ(CountOf(TakeLog(), "DblClick"), 0U) << "the focus went";
+  });
+}
+
+TEST_F(KeysTest, F4MeansNothingInOtherControlsAndInADisabledBox) {
+  Visit([&] {
+    int clicks = 0;
+    auto box = form->Get<TextBox>("txtName");
+    On(box->DblClick, [&] { ++clicks; });
+    form->Get("mskDate")->SetFocus();
+    EXPECT_TRUE(form->UserKeyDown(kKeyF4, 0));
+    EXPECT_TRUE(form->UserKeyDown(kKeyDown, kAlt));
+    form->Get("VMenu1")->SetFocus();
+    EXPECT_TRUE(form->UserKeyDown(kKeyF4, 0));
+    box->SetFocus();
+    box->SetEnabled(false);
+    user.Press(kKeyF4);
+    EXPECT_EQ(clicks, 0);
+  });
+}
+
+TEST_F(KeysTest, F4MayDropItsOwnPage) {
+  Visit([&] {
+    auto box = form->Get<TextBox>("txtName");
+    box->SetFocus();
+    On(box->DblClick, [&] { form->LoadPage("second"); });
+    user.Press(kKeyF4);
+    EXPECT_TRUE(box->Removed());
+    EXPECT_EQ(form->Page()->Name(), "second");
+  });
+}
+
 // --- Enter ---------------------------------------------------------------------------------------
 
 TEST_F(KeysTest, EnterBreaksALineInABoxOfSeveralLinesOnly) {

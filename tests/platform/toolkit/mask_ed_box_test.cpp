@@ -213,12 +213,16 @@ TEST_F(MaskEdBoxTest, CopyAndCutGiveTheTextWithItsLiterals) {
     box.SetText("1990年03月");
     changes = 0;
     box.Select(2, 4);
-    EXPECT_EQ(box.UserCopy(), "90年0");
+    user.Press('C', kCtrl);
+    EXPECT_EQ(platform.clipboard, "90年0");
     EXPECT_EQ(changes, 0);
-    EXPECT_EQ(box.UserCut(), "90年0");
+    platform.clipboard.clear();
+    user.Press('X', kCtrl);
+    EXPECT_EQ(platform.clipboard, "90年0");
     EXPECT_EQ(box.Text(), "19__年_3月");
     EXPECT_EQ(changes, 1);
-    EXPECT_EQ(box.UserCut(), "");
+    user.Press('X', kCtrl);
+    EXPECT_EQ(platform.clipboard, "90年0") << "nothing is selected";
     EXPECT_EQ(box.Text(), "19__年_3月");
     EXPECT_EQ(changes, 1);
   });
@@ -361,7 +365,8 @@ TEST_F(MaskEdBoxTest, FirstEditingKeyStartsFromTheBlankMaskWhereTheTextDoesNotFi
     user.Press(kKeyDelete);
     EXPECT_EQ(box.Text(), kBlank);
     start();
-    EXPECT_EQ(box.UserCut(), "90-");
+    user.Press('X', kCtrl);
+    EXPECT_EQ(platform.clipboard, "90-");
     EXPECT_EQ(box.Text(), kBlank);
     start();
     user.Paste("1985年");
@@ -436,7 +441,7 @@ TEST_F(MaskEdBoxTest, LiteralsNeverMoveAndTheLengthNeverChanges) {
           case 4: user.Press(kKeyBack); break;
           case 5: user.Press(kKeyDelete); break;
           case 6: box.Select(below(size + 2), below(size + 2)); break;
-          case 7: box.UserCut(); break;
+          case 7: box.UserCommand(EditCommand::kCut); break;
           default: box.SetSelStart(below(size + 1)); break;
         }
         const auto characters = environment::Characters(box.Text());

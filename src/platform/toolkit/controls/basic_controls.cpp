@@ -18,6 +18,11 @@ void Label::SetFontBold(bool bold) {
   SetFont(font);
 }
 
+void Label::SetStyle(bool& style, bool on) {
+  style = on;
+  ShowAspect(Aspect::kStyle);
+}
+
 void Image::SetPicture(Picture picture) {
   picture_ = std::move(picture);
   ShowAspect(Aspect::kContent);

@@ -27,13 +27,14 @@ class Label : public CaptionedControl {
   bool FontBold() const { return GetFont().bold; }
   void SetFontBold(bool bold);
   bool AlignCenter() const { return align_center_; }
-  void SetAlignCenter(bool center) { align_center_ = center; }
+  void SetAlignCenter(bool center) { SetStyle(align_center_, center); }
   bool WordWrap() const { return word_wrap_; }
-  void SetWordWrap(bool wrap) { word_wrap_ = wrap; }
+  void SetWordWrap(bool wrap) { SetStyle(word_wrap_, wrap); }
   bool Opaque() const { return opaque_; }  // paints its BackColor
-  void SetOpaque(bool opaque) { opaque_ = opaque; }
+  void SetOpaque(bool opaque) { SetStyle(opaque_, opaque); }
 
  private:
+  void SetStyle(bool& style, bool on);
   bool align_center_ = false;
   bool word_wrap_ = false;
   bool opaque_ = false;

@@ -148,6 +148,7 @@ void Control::SetLabelledBy(Control& label) {
 
 void Control::CaptionChanged() {
   ShowAspect(Aspect::kText);
+  if (accessible_name_.empty() && labelled_by_.expired()) ShowAspect(Aspect::kStyle);
   for (const auto& weak : labels_) {
     if (const auto named = weak.lock()) named->ShowAspect(Aspect::kStyle);
   }

@@ -78,7 +78,9 @@ enum KeyCode {
   kKeyUp = 38,
   kKeyRight = 39,
   kKeyDown = 40,
+  kKeyInsert = 45,
   kKeyDelete = 46,
+  kKeyF4 = 115,
 };
 
 // A control is shared: its owner's Controls holds it, and whoever delivers one of its events.
@@ -176,7 +178,8 @@ class Control : public std::enable_shared_from_this<Control> {
   void ShowAspect(Aspect aspect);
 
  protected:
-  // The caption changed: shows it, here and where this control names another.
+  // The caption changed: shows it, and the accessible name that it is, here and of the controls that this one
+  // names.
   void CaptionChanged();
 
   // Keeps a control, its page and its window alive during a report or an event.

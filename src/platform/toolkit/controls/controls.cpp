@@ -27,9 +27,14 @@ std::shared_ptr<Control> Controls::Add(const std::string& class_name, const std:
 
 void Controls::Append(const std::shared_ptr<Control>& control) {
   const auto page = std::dynamic_pointer_cast<UserControl>(control);
-  // A page that fails to initialise must not stay behind.
-  if (page) page->UserControl_Initialize();
+  // A page asks for its window while it is initialised; one that fails to initialise must not stay behind.
   control->owner_ = &owner_;
+  try {
+    if (page) page->UserControl_Initialize();
+  } catch (...) {
+    control->owner_ = nullptr;
+    throw;
+  }
   items_.push_back(control);
   Form* window = owner_.Window();
   if (!window) return;

@@ -16,6 +16,7 @@ constexpr float kDefaultColumnWidth = 2000;  // twips
 void DataGrid::SetDataSource(std::shared_ptr<ado::Recordset> recordset) {
   recordset_ = std::move(recordset);
   widths_.assign(recordset_ ? recordset_->FieldCount() : 0, kDefaultColumnWidth);
+  ++fillings_;
   move_complete_.End();
   if (recordset_) {
     move_complete_ = recordset_->MoveComplete.Subscribe(
@@ -44,7 +45,25 @@ float DataGrid::ColumnWidth(std::size_t column) const { return widths_.at(column
 void DataGrid::SetColumnWidth(std::size_t column, float width) {
   if (column >= widths_.size()) throw environment::MakeFailure(environment::kSubscriptOutOfRange);
   widths_[column] = width;
+  ShowAspect(Aspect::kContent);
+}
+
+void DataGrid::SetHeadFont(const Font& font) {
+  head_font_ = font;
   ShowAspect(Aspect::kStyle);
+}
+
+void DataGrid::UserColumnWidth(std::size_t column, float width) {
+  Form* window = Window();
+  if (!window) return;
+  const KeepAlive keep(*this);
+  window->Deliver([&] {
+    if (!Reachable() || column >= widths_.size()) return;
+    widths_[column] = width;
+    Raise(ColResize);
+  });
+  // Where the report was ignored, the native column goes back.
+  ShowAspect(Aspect::kContent);
 }
 
 std::int32_t DataGrid::Row() const {

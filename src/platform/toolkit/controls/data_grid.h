@@ -19,6 +19,8 @@ class DataGrid : public Control {
   explicit DataGrid(std::string name) : Control(Kind::kDataGrid, std::move(name)) {}
 
   void SetDataSource(std::shared_ptr<ado::Recordset> recordset);
+  // Counts the calls of SetDataSource, so that a view need not take changed widths for other rows.
+  unsigned Fillings() const { return fillings_; }
   std::size_t ColumnCount() const;
   std::int32_t RowCount() const;
   std::string Heading(std::size_t column) const;
@@ -33,9 +35,13 @@ class DataGrid : public Control {
   bool ShowsRow() const { return shows_row_; }
   void SetShowsRow(bool shows);
   const Font& HeadFont() const { return head_font_; }
-  void SetHeadFont(const Font& font) { head_font_ = font; }
+  void SetHeadFont(const Font& font);
 
   environment::Event<> ColResize;
+
+  // The user gave a column a width, which 0 hides: it is kept, then ColResize comes. Nothing for a column
+  // that is not there.
+  void UserColumnWidth(std::size_t column, float width);
 
   // The user selected a row, by click or arrow key, also the current one: the focus moves here
   // first and may be refused; then the recordset's cursor moves, which may be cancelled.
@@ -47,6 +53,7 @@ class DataGrid : public Control {
   std::vector<float> widths_;
   bool shows_row_ = true;
   Font head_font_;
+  unsigned fillings_ = 0;
 };
 
 }  // namespace dossierkit::toolkit

@@ -13,7 +13,7 @@ namespace {
 using environment::Characters;
 using environment::Length;
 
-bool IsDigit(const std::string& character) {
+bool IsDigit(std::string_view character) {
   return character.size() == 1 && character[0] >= '0' && character[0] <= '9';
 }
 
@@ -26,6 +26,24 @@ bool IsSeparator(const std::string& character) {
   return character == "-" || character == "/" || character == ".";
 }
 
+// The character at a byte position, which moves behind it.
+std::string_view NextOf(std::string_view text, std::size_t& position) {
+  const std::size_t start = position;
+  environment::NextCharacter(text, position);
+  return text.substr(start, position - start);
+}
+
+// The place behind the literals of the mask that stand at a place, and the one before those that stand
+// before it.
+std::size_t BehindLiterals(const std::vector<std::string>& mask, std::size_t place) {
+  while (place < mask.size() && mask[place] != "#") ++place;
+  return place;
+}
+std::size_t BeforeLiterals(const std::vector<std::string>& mask, std::size_t place) {
+  while (place > 0 && mask[place - 1] != "#") --place;
+  return place;
+}
+
 std::string Join(const std::vector<std::string>& characters) {
   std::string text;
   for (const auto& character : characters) text += character;
@@ -34,14 +52,11 @@ std::string Join(const std::vector<std::string>& characters) {
 
 }  // namespace
 
-MaskEdBox::MaskEdBox(std::string name) : Control(Kind::kMaskEdBox, std::move(name)) {}
+MaskEdBox::MaskEdBox(std::string name) : EditBox(Kind::kMaskEdBox, std::move(name)) {}
 
 void MaskEdBox::SetMask(std::string mask) {
   mask_ = std::move(mask);
-  text_ = BlankMask();
-  sel_start_ = 0;
-  sel_length_ = 0;
-  ShowAspect(Aspect::kText);
+  Reset(BlankMask());
 }
 
 std::string MaskEdBox::BlankMask() const { return environment::Replace(mask_, "#", prompt_); }
@@ -64,103 +79,62 @@ void MaskEdBox::SetText(std::string text) {
   if (const std::size_t length = Length(text); Fits(text) && length < Length(mask_)) {
     text += environment::Middle(BlankMask(), length);
   }
-  sel_start_ = 0;
-  sel_length_ = 0;
-  if (text_ == text) {
-    ShowAspect(Aspect::kSelection);
-  } else {
-    Commit(std::move(text));
-  }
-}
-
-void MaskEdBox::Commit(std::string text) {
-  const bool changed = text != text_;
-  text_ = std::move(text);
-  ShowAspect(Aspect::kText);
-  if (changed) Raise(Change);
-}
-
-void MaskEdBox::SetSelStart(std::size_t start) { Select(start, 0); }
-
-void MaskEdBox::Select(std::size_t start, std::size_t length) {
-  UserSelect(start, length);
-  ShowAspect(Aspect::kSelection);
-}
-
-void MaskEdBox::UserSelect(std::size_t start, std::size_t length) {
-  const std::size_t size = Length(text_);
-  sel_start_ = std::min(start, size);
-  sel_length_ = std::min(length, size - sel_start_);
+  const bool same = text == Text();
+  Assign(std::move(text));
+  if (same) Select(0, 0);
 }
 
 // One change of the text by the user: `edit` gets the characters (of the blank mask where the text
 // does not fit it) and the mask, and works on the caret. False is answered with a beep; if nothing was
 // edited then, text and caret stay as they were.
-void MaskEdBox::UserEdit(const std::function<bool(CharacterList&, const CharacterList&)>& edit) {
-  Form* window = Window();
-  if (!window) return;
-  const KeepAlive keep(*this);
-  const bool delivered = window->Deliver([&] {
-    if (!Reachable()) {
-      ShowAspect(Aspect::kText);
-      return;
-    }
-    const std::size_t start = sel_start_;
-    const std::size_t length = sel_length_;
-    auto characters = Characters(text_);
+void MaskEdBox::UserEdit(EditKind kind, const std::function<bool(Draft&, const CharacterList&)>& edit) {
+  Edit([&] {
     const auto mask = Characters(mask_);
-    if (!Fills(text_)) {
-      characters = Characters(BlankMask());
-      sel_start_ = 0;
-      sel_length_ = 0;
-    }
-    const auto before = characters;
-    const bool accepted = edit(characters, mask);
-    if (!accepted) window->GetDesktop().Beep();
-    if (!accepted && characters == before) {
-      sel_start_ = start;
-      sel_length_ = length;
+    Draft draft{Characters(BlankMask()), {}};
+    if (Fills(Text())) draft = {Characters(Text()), {SelStart(), SelLength()}};
+    const auto before = draft.characters;
+    const bool accepted = edit(draft, mask);
+    if (!accepted) Window()->GetDesktop().Beep();
+    if (!accepted && draft.characters == before) {
       ShowAspect(Aspect::kText);
     } else {
-      Commit(Join(characters));
+      const std::string text = Join(draft.characters);
+      Commit(text, {0, Text(), text}, kind, draft.selection);
     }
   });
-  // The native widget may have edited already.
-  if (!delivered) ShowAspect(Aspect::kText);
 }
 
-void MaskEdBox::BlankSelection(CharacterList& characters, const CharacterList& mask) {
-  for (std::size_t i = sel_start_; i < sel_start_ + sel_length_; ++i) {
-    if (mask[i] == "#") characters[i] = prompt_;
+void MaskEdBox::BlankSelection(Draft& draft, const CharacterList& mask) const {
+  auto& [start, length] = draft.selection;
+  for (std::size_t i = start; i < start + length; ++i) {
+    if (mask[i] == "#") draft.characters[i] = prompt_;
   }
-  sel_length_ = 0;
-}
-
-void MaskEdBox::StepOverLiterals(const CharacterList& mask) {
-  while (sel_start_ < mask.size() && mask[sel_start_] != "#") ++sel_start_;
+  length = 0;
 }
 
 // Puts a digit or a prompt character at the next "#" and steps over the literals behind it.
-bool MaskEdBox::Put(const std::string& character, CharacterList& characters, const CharacterList& mask) {
-  const auto slot = std::find(mask.begin() + static_cast<std::ptrdiff_t>(sel_start_), mask.end(), "#");
+bool MaskEdBox::Put(const std::string& character, Draft& draft, const CharacterList& mask) const {
+  std::size_t& caret = draft.selection.start;
+  const auto slot = std::find(mask.begin() + static_cast<std::ptrdiff_t>(caret), mask.end(), "#");
   if (slot == mask.end()) return false;
-  sel_start_ = static_cast<std::size_t>(slot - mask.begin());
-  characters[sel_start_] = character;
-  ++sel_start_;
-  StepOverLiterals(mask);
+  caret = static_cast<std::size_t>(slot - mask.begin());
+  draft.characters[caret] = character;
+  caret = BehindLiterals(mask, caret + 1);
   return true;
 }
 
 void MaskEdBox::UserType(const std::string& typed) {
-  UserEdit([&](auto& characters, const auto& mask) {
+  const auto entered = Characters(typed);
+  const auto kind = entered.size() == 1 ? EditKind::kTyped : EditKind::kOther;
+  UserEdit(kind, [&](Draft& draft, const CharacterList& mask) {
     bool all_fit = true;
-    for (const auto& character : Characters(typed)) {
+    for (const auto& character : entered) {
       if (!IsDigit(character)) {
         all_fit = false;
         continue;
       }
-      BlankSelection(characters, mask);
-      all_fit = Put(character, characters, mask) && all_fit;
+      BlankSelection(draft, mask);
+      all_fit = Put(character, draft, mask) && all_fit;
     }
     return all_fit;
   });
@@ -168,29 +142,30 @@ void MaskEdBox::UserType(const std::string& typed) {
 
 void MaskEdBox::UserPaste(const std::string& text) {
   if (text.empty()) return;
-  UserEdit([&](auto& characters, const auto& mask) { return Insert(text, characters, mask); });
+  UserEdit(EditKind::kOther,
+           [&](Draft& draft, const CharacterList& mask) { return Insert(text, draft, mask); });
 }
 
 // Digits and prompt characters go to the next "#" in turn. A literal of the mask leads behind it, so
 // that 1990年3月 keeps its parts apart; a separator of dates does where the mask has another literal
 // there. Blanks are passed over. False if anything else came or room was wanting.
-bool MaskEdBox::Insert(const std::string& text, CharacterList& characters, const CharacterList& mask) {
-  const auto inserted = Characters(text);
-  const auto enters = [&](const std::string& character) {
-    return IsDigit(character) || character == prompt_;
-  };
-  if (std::none_of(inserted.begin(), inserted.end(), enters)) return false;
-  BlankSelection(characters, mask);
+bool MaskEdBox::Insert(const std::string& text, Draft& draft, const CharacterList& mask) const {
+  const auto enters = [&](std::string_view character) { return IsDigit(character) || character == prompt_; };
+  // What cannot enter at all blanks nothing. A text may be very long.
+  bool any = false;
+  for (std::size_t position = 0; position < text.size() && !any;) any = enters(NextOf(text, position));
+  if (!any) return false;
+  BlankSelection(draft, mask);
+  std::size_t& caret = draft.selection.start;
   // The literals from here to the caret were stepped over, and may still come.
-  std::size_t pending = sel_start_;
-  while (pending > 0 && mask[pending - 1] != "#") --pending;
+  std::size_t pending = BeforeLiterals(mask, caret);
   bool part_begun = false;
   bool all_fit = true;
-  for (const auto& character : inserted) {
+  for (std::size_t position = 0; position < text.size();) {
+    const std::string character(NextOf(text, position));
     if (enters(character)) {
-      all_fit = Put(character, characters, mask) && all_fit;
-      pending = sel_start_;
-      while (pending > 0 && mask[pending - 1] != "#") --pending;
+      if (!Put(character, draft, mask)) return false;  // the mask is full
+      pending = BeforeLiterals(mask, caret);
       part_begun = true;
       continue;
     }
@@ -201,27 +176,28 @@ bool MaskEdBox::Insert(const std::string& text, CharacterList& characters, const
     }
     if (literal != mask.end()) {
       pending = static_cast<std::size_t>(literal - mask.begin()) + 1;
-      sel_start_ = std::max(sel_start_, pending);
+      caret = std::max(caret, pending);
       part_begun = false;
     } else if (!IsSeparator(character) && !IsBlank(character)) {
       all_fit = false;
     }
   }
-  StepOverLiterals(mask);
+  caret = BehindLiterals(mask, caret);
   return all_fit;
 }
 
 void MaskEdBox::UserBackspace() {
-  UserEdit([&](auto& characters, const auto& mask) {
-    if (!Fills(text_)) return true;  // the blank mask is all that is left
-    if (sel_length_ > 0) {
-      BlankSelection(characters, mask);
+  UserEdit(EditKind::kErased, [&](Draft& draft, const CharacterList& mask) {
+    if (!Fills(Text())) return true;  // the blank mask is all that is left
+    auto& [caret, length] = draft.selection;
+    if (length > 0) {
+      BlankSelection(draft, mask);
       return true;
     }
-    while (sel_start_ > 0) {
-      --sel_start_;
-      if (mask[sel_start_] == "#") {
-        characters[sel_start_] = prompt_;
+    while (caret > 0) {
+      --caret;
+      if (mask[caret] == "#") {
+        draft.characters[caret] = prompt_;
         return true;
       }
     }
@@ -230,33 +206,25 @@ void MaskEdBox::UserBackspace() {
 }
 
 void MaskEdBox::UserDelete() {
-  UserEdit([&](auto& characters, const auto& mask) {
-    if (!Fills(text_)) return true;
-    if (sel_length_ > 0) {
-      BlankSelection(characters, mask);
+  UserEdit(EditKind::kErased, [&](Draft& draft, const CharacterList& mask) {
+    if (!Fills(Text())) return true;
+    auto& [caret, length] = draft.selection;
+    if (length > 0) {
+      BlankSelection(draft, mask);
       return true;
     }
-    StepOverLiterals(mask);
-    if (sel_start_ >= mask.size()) return false;
-    characters[sel_start_] = prompt_;
+    caret = BehindLiterals(mask, caret);
+    if (caret >= mask.size()) return false;
+    draft.characters[caret] = prompt_;
     return true;
   });
 }
 
-std::string MaskEdBox::UserCopy() const { return environment::Middle(text_, sel_start_, sel_length_); }
-
-std::string MaskEdBox::UserCut() {
-  std::string copied = UserCopy();
-  if (sel_length_ > 0) UserDelete();
-  return copied;
-}
-
 void MaskEdBox::UserReplaceAll(const std::string& text) {
-  UserEdit([&](auto& characters, const auto& mask) {
-    sel_start_ = 0;
-    sel_length_ = mask.size();
-    if (!text.empty()) return Insert(text, characters, mask);
-    BlankSelection(characters, mask);
+  UserEdit(EditKind::kOther, [&](Draft& draft, const CharacterList& mask) {
+    draft.selection = {0, mask.size()};
+    if (!text.empty()) return Insert(text, draft, mask);
+    BlankSelection(draft, mask);
     return true;
   });
 }

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/controls/edit_box.h"
 
 namespace dossierkit::toolkit {
 
 // In the mask "#" takes a digit, everything else is a literal. Text is what stands in the box,
-// literals and prompt characters included. Positions count in code points.
-class MaskEdBox : public Control {
+// literals and prompt characters included.
+class MaskEdBox : public EditBox {
  public:
   explicit MaskEdBox(std::string name);
 
@@ -24,46 +24,40 @@ class MaskEdBox : public Control {
   // The mask with every "#" replaced by the prompt character.
   std::string BlankMask() const;
 
-  const std::string& Text() const { return text_; }
   // Raises Change at once if the text differs. A text shorter than the mask that fits so far is
   // filled up with the rest of the blank mask; one that does not fit is kept as it is.
   void SetText(std::string text);
 
-  std::size_t SelStart() const { return sel_start_; }
-  void SetSelStart(std::size_t start);
-  std::size_t SelLength() const { return sel_length_; }
-  void Select(std::size_t start, std::size_t length);
-
-  environment::Event<> Change;
+  void SetSelStart(std::size_t start) { Select(start, 0); }
 
   // Reports of the view. A character that does not fit is refused with a beep; a paste takes what fits.
   void UserType(const std::string& typed);
-  void UserPaste(const std::string& text);
+  void UserPaste(const std::string& text) override;
   void UserBackspace();
   void UserDelete();
-  std::string UserCopy() const;
-  std::string UserCut();
-  void UserSelect(std::size_t start, std::size_t length);
   // The native text was replaced from outside (accessibility).
   void UserReplaceAll(const std::string& text);
 
+ protected:
+  void EraseSelection() override { UserDelete(); }
+
  private:
   using CharacterList = std::vector<std::string>;  // characters
+  // The box while it is edited: its characters and the caret.
+  struct Draft {
+    CharacterList characters;
+    Selection selection;
+  };
   bool Fits(const std::string& text) const;
   bool Fills(const std::string& text) const;  // fits, and is as long as the mask
-  void UserEdit(const std::function<bool(CharacterList&, const CharacterList&)>& edit);
-  void BlankSelection(CharacterList& characters, const CharacterList& mask);
-  void StepOverLiterals(const CharacterList& mask);
-  bool Put(const std::string& character, CharacterList& characters, const CharacterList& mask);
-  bool Insert(const std::string& text, CharacterList& characters, const CharacterList& mask);
-  void Commit(std::string text);
+  void UserEdit(EditKind kind, const std::function<bool(Draft&, const CharacterList&)>& edit);
+  void BlankSelection(Draft& draft, const CharacterList& mask) const;
+  bool Put(const std::string& character, Draft& draft, const CharacterList& mask) const;
+  bool Insert(const std::string& text, Draft& draft, const CharacterList& mask) const;
 
   std::string mask_;
   std::string prompt_ = "_";
   std::string format_;
-  std::string text_;
-  std::size_t sel_start_ = 0;
-  std::size_t sel_length_ = 0;
 };
 
 }  // namespace dossierkit::toolkit

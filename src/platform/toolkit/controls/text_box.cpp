@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/environment/text.h"
+#include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
@@ -26,66 +27,49 @@ bool SplitsLineBreak(const std::string& text, std::size_t position) {
 }  // namespace
 
 TextBox::TextBox(std::string name, bool multi_line)
-    : Control(Kind::kTextBox, std::move(name)), multi_line_(multi_line) {}
-
-void TextBox::SetText(std::string text) {
-  if (text_ == text) return;
-  text_ = std::move(text);
-  sel_start_ = 0;
-  sel_length_ = 0;
-  ShowAspect(Aspect::kText);
-  Raise(Change);
-}
+    : EditBox(Kind::kTextBox, std::move(name)), multi_line_(multi_line) {}
 
 void TextBox::SetMaxLength(std::size_t length) { max_length_ = length; }
 
-void TextBox::Select(std::size_t start, std::size_t length) {
-  const std::size_t size = Length(text_);
-  sel_start_ = std::min(start, size);
-  sel_length_ = std::min(length, size - sel_start_);
-  ShowAspect(Aspect::kSelection);
-}
-
 void TextBox::UserReplace(std::size_t start, std::size_t length, const std::string& inserted) {
-  Form* window = Window();
-  if (!window) return;
-  const KeepAlive keep(*this);
-  const bool delivered = window->Deliver([&] {
-    if (!Reachable()) {
-      ShowAspect(Aspect::kText);
-      return;
-    }
-    const std::size_t size = Length(text_);
-    std::size_t from = std::min(start, size);
-    std::size_t end = from + std::min(length, size - from);
-    // A line break goes whole.
-    const bool removes = end > from;
-    if (SplitsLineBreak(text_, from)) --from;
-    if (!removes) end = from;
-    if (SplitsLineBreak(text_, end)) ++end;
-    std::string accepted =
-        multi_line_ ? WithLineBreaks(inserted) : inserted.substr(0, inserted.find_first_of("\r\n"));
-    if (max_length_ > 0) {
-      const std::size_t kept = size - (end - from);
-      accepted = Left(accepted, max_length_ > kept ? max_length_ - kept : 0);
-      if (accepted.ends_with('\r')) accepted.pop_back();
-    }
-    std::string text = Left(text_, from) + accepted + Middle(text_, end);
-    sel_start_ = from + Length(accepted);
-    sel_length_ = 0;
-    const bool changed = text != text_;
-    text_ = std::move(text);
-    ShowAspect(Aspect::kText);
-    if (changed) Raise(Change);
-  });
-  // The native widget has edited already.
-  if (!delivered) ShowAspect(Aspect::kText);
+  const std::size_t entered = Length(inserted);
+  const auto kind = entered == 0 ? EditKind::kErased : entered == 1 ? EditKind::kTyped : EditKind::kOther;
+  Edit([&] { Replace(start, length, inserted, kind); });
 }
 
-void TextBox::UserSelect(std::size_t start, std::size_t length) {
-  const std::size_t size = Length(text_);
-  sel_start_ = std::min(start, size);
-  sel_length_ = std::min(length, size - sel_start_);
+void TextBox::UserPaste(const std::string& text) {
+  if (!text.empty()) ReplaceSelection(text);
+}
+
+void TextBox::EraseSelection() { ReplaceSelection({}); }
+
+void TextBox::ReplaceSelection(const std::string& inserted) {
+  Edit([&] { Replace(SelStart(), SelLength(), inserted, EditKind::kOther); });
+}
+
+void TextBox::Replace(std::size_t start, std::size_t length, const std::string& inserted, EditKind kind) {
+  const std::size_t size = Length(Text());
+  std::size_t from = std::min(start, size);
+  std::size_t end = from + std::min(length, size - from);
+  // A line break goes whole.
+  const bool removes = end > from;
+  if (SplitsLineBreak(Text(), from)) --from;
+  if (!removes) end = from;
+  if (SplitsLineBreak(Text(), end)) ++end;
+  std::string accepted =
+      multi_line_ ? WithLineBreaks(inserted) : inserted.substr(0, inserted.find_first_of("\r\n"));
+  if (max_length_ > 0) {
+    const std::size_t kept = size - (end - from);
+    const std::size_t wanted = accepted.size();
+    accepted = Left(accepted, max_length_ > kept ? max_length_ - kept : 0);
+    if (accepted.size() < wanted) Window()->GetDesktop().Beep();
+    if (accepted.ends_with('\r')) accepted.pop_back();
+  }
+  const std::size_t entered = Length(accepted);
+  TextEdit edit{Left(Text(), from).size(), Middle(Text(), from, end - from), std::move(accepted)};
+  std::string text = Text();
+  text.replace(edit.position, edit.removed.size(), edit.inserted);
+  Commit(std::move(text), std::move(edit), kind, {from + entered, 0});
 }
 
 void TextBox::UserDblClick() {

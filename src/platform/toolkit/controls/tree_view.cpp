@@ -17,7 +17,7 @@ const std::string& Node::Text() const { return tree_->nodes_.Get(index_).text; }
 
 void Node::SetText(std::string text) {
   tree_->nodes_.Get(index_).text = std::move(text);
-  tree_->ShowAspect(Aspect::kText);
+  tree_->ShowAspect(Aspect::kContent);
 }
 
 const std::string& Node::Tag() const { return tree_->nodes_.Get(index_).tag; }
@@ -28,7 +28,7 @@ Color Node::ForeColor() const { return tree_->nodes_.Get(index_).fore_color; }
 
 void Node::SetForeColor(Color color) {
   tree_->nodes_.Get(index_).fore_color = color;
-  tree_->ShowAspect(Aspect::kText);
+  tree_->ShowAspect(Aspect::kContent);
 }
 
 bool Node::Expanded() const { return tree_->nodes_.Get(index_).expanded; }

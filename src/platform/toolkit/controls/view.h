@@ -7,10 +7,10 @@ namespace dossierkit::toolkit {
 enum class Aspect {
   kPlacement,  // container, position, size
   kState,      // visible, enabled, of the control itself
-  kStyle,      // colours, font, tool tip, accessible name
-  kText,       // text, caption, value, selection inside a text
-  kContent,    // rows, items, buttons, picture, columns
-  kSelection,  // current row or item
+  kStyle,      // colours, fonts, alignment, tool tip, accessible name of the control
+  kText,       // text with its selection, caption, value
+  kContent,    // rows, items with their texts and colours, buttons, picture, columns with their widths
+  kSelection,  // current row or item, which nodes are open; caret and selection in a text that stays
   kFocus,      // the control has got the focus
 };
 

@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "platform/environment/text.h"
-#include "platform/toolkit/controls/mask_ed_box.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/text_box.h"
 #include "platform/toolkit/controls/user_control.h"
@@ -10,6 +9,14 @@
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
+namespace {
+
+// The keys that do at the keyboard what a double click does.
+bool ChoosesByKey(int key, int shift) {
+  return (key == kKeyF4 && shift == 0) || (key == kKeyDown && shift == kAlt);
+}
+
+}  // namespace
 
 bool Form::CheckFocus() {
   // A check that moves the focus itself is not asked again.
@@ -110,10 +117,25 @@ bool Form::UserKeyDown(int key, int shift) {
         page->UserControl_KeyDown(key, shift);
       }
       if (key != 0) target->Raise(target->KeyDown, key, shift);
+      if (ChoosesByKey(key, shift) && KeyTarget() == target) {
+        if (auto* box = dynamic_cast<TextBox*>(target.get())) {
+          key = 0;
+          box->Raise(box->DblClick);
+        }
+      }
     }
     passed = key != 0;
   });
   return passed && KeyTarget() == target;
+}
+
+bool Form::UserEditKey(int key, int shift) {
+  const auto command = EditCommandOf(key, shift);
+  const auto target = KeyTarget();
+  auto* box = command ? dynamic_cast<EditBox*>(target.get()) : nullptr;
+  if (!box) return false;
+  box->UserCommand(*command);
+  return true;
 }
 
 // Enter clicks the window's default button and Esc its cancel button, where it has one.
@@ -159,8 +181,7 @@ void Form::DeliverSentKeys(const SentKeys& sent) {
     return;
   }
   // {Home}+{End}: the whole text.
-  if (auto* box = dynamic_cast<TextBox*>(focus_.get())) box->Select(0, environment::Length(box->Text()));
-  if (auto* box = dynamic_cast<MaskEdBox*>(focus_.get())) box->Select(0, environment::Length(box->Text()));
+  if (auto* box = dynamic_cast<EditBox*>(focus_.get())) box->Select(0, environment::Length(box->Text()));
 }
 
 }  // namespace dossierkit::toolkit

@@ -3,16 +3,17 @@
 #include <algorithm>
 
 #include "platform/environment/failure.h"
+#include "platform/environment/text.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 
 void Desktop::RegisterClass(const std::string& class_name, Factory factory) {
-  classes_[class_name] = std::move(factory);
+  classes_[environment::LowerCase(class_name)] = std::move(factory);
 }
 
 std::shared_ptr<Control> Desktop::Create(const std::string& class_name, const std::string& name) const {
-  const auto found = classes_.find(class_name);
+  const auto found = classes_.find(environment::LowerCase(class_name));
   if (found == classes_.end()) {
     const auto failure = environment::MakeFailure(environment::kUnknownClass);
     throw environment::Failure(failure.number(), failure.description() + "：" + class_name);

@@ -23,6 +23,8 @@ class Desktop {
 
   // --- classes ---------------------------------------------------------------------------------
   using Factory = std::function<std::shared_ptr<Control>(const std::string& name)>;
+  // A class is found without regard to the case of its name; the control bears the given name as it
+  // stands. Create throws 731 where there is no such class.
   void RegisterClass(const std::string& class_name, Factory factory);
   std::shared_ptr<Control> Create(const std::string& class_name, const std::string& name) const;
 
@@ -55,7 +57,7 @@ class Desktop {
   class Showing;
 
   Platform& platform_;
-  std::map<std::string, Factory, std::less<>> classes_;
+  std::map<std::string, Factory> classes_;  // by the name in small letters
   std::vector<Frame*> frames_;
   int messages_ = 0;
 };

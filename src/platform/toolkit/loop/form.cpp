@@ -21,7 +21,7 @@ Form::~Form() {
 
 void Form::SetCaption(std::string caption) {
   caption_ = std::move(caption);
-  ShowAspect(Aspect::kText);
+  CaptionChanged();
 }
 
 void Form::SetDesignSize(int width, int height) {

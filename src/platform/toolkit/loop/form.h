@@ -70,9 +70,13 @@ class Form : public Control {
   // the window is not the topmost modal one; gives false then. Never throws: a failure ends the
   // window's loop.
   bool Deliver(const std::function<void()>& event);
-  // A key went down or a character came; false if it must go no further, as where the focus moved.
+  // A key went down or a character came; false if it must go no further, as where the focus moved. F4 and
+  // Alt+Down that nobody swallowed raise DblClick of a text box, and do nothing else.
   bool UserKeyDown(int key, int shift);
   bool UserKeyPress(char32_t character);
+  // A key that neither swallowed, before the native widget sees it: true where it was a command (undo,
+  // copy, ...) of the box that has the focus, and was carried out.
+  bool UserEditKey(int key, int shift);
   void UserTab(bool forward);
   void UserClose();                        // the close box
   void UserResize(int width, int height);  // outer size, in twips

@@ -50,6 +50,11 @@ class Platform {
   virtual Rect Screen() const = 0;
 
   virtual void Beep() = 0;
+
+  // The text on the clipboard that all programs share, empty where there is none. A line break is CR LF
+  // where it is set, and of any kind where it is read.
+  virtual std::string ClipboardText() = 0;
+  virtual void SetClipboardText(const std::string& text) = 0;
 };
 
 }  // namespace dossierkit::toolkit
