@@ -10,7 +10,7 @@ struct TextRow {
   const char* text;
 };
 
-// Of the file dialog and the parts that it is made of.
+// Of the file dialog and the parts that it is made of, and of the menu of its boxes and the host's.
 constexpr TextRow kTexts[] = {
     {"Look in:", "查找范围："},
     {"Back", "后退"},
@@ -61,6 +61,13 @@ constexpr TextRow kTexts[] = {
     {"File Folder", "文件夹"},
     {"Folder", "文件夹"},
     {"%1 File", "%1 文件"},
+    {"&Undo", "撤销(&U)"},
+    {"&Redo", "恢复(&R)"},
+    {"Cu&t", "剪切(&T)"},
+    {"&Copy", "复制(&C)"},
+    {"&Paste", "粘贴(&P)"},
+    {"Delete", "删除"},
+    {"Select All", "全选"},
     {"%1\nFile not found.\nPlease verify the correct file name was given.",
      "%1\n文件未找到。\n请核对文件名。"},
     {"%1\nDirectory not found.\nPlease verify the correct directory name was given.",

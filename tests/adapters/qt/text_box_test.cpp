@@ -294,6 +294,16 @@ TEST_F(QtTextBox, KeysInTheMenuAreNotThePages) {
   });
 }
 
+TEST_F(QtTextBox, ABoxOfTheHostHasItsOwnMenuInTheSameLanguage) {
+  QLineEdit box(QStringLiteral("甲"));
+  const std::unique_ptr<QMenu> menu(box.createStandardContextMenu());
+  QStringList items;
+  for (const QAction* action : menu->actions()) {
+    if (!action->isSeparator()) items << action->text().section('\t', 0, 0);
+  }
+  EXPECT_EQ(Text(items.join(" ")), "撤销(&U) 恢复(&R) 剪切(&T) 复制(&C) 粘贴(&P) 删除 全选");
+}
+
 // --- very long texts -----------------------------------------------------------------------------
 
 TEST_F(QtTextBox, ALongLineGoesOnInTheNextAndIsEditedAcross) {

@@ -37,6 +37,7 @@ class AspectsForm : public Form {
   std::shared_ptr<TextBox> box;
   std::shared_ptr<CommandButton> button;
   std::shared_ptr<CheckBox> check;
+  std::shared_ptr<TabStrip> tabs;
 
  protected:
   void BuildDesign() override {
@@ -47,6 +48,11 @@ class AspectsForm : public Form {
     grid = Controls().Make<DataGrid>("grid");
     button = Controls().Make<CommandButton>("button");
     check = Controls().Make<CheckBox>("check");
+    tabs = Controls().Make<TabStrip>("tabs");
+    for (int tab = 0; tab < 3; ++tab) {
+      tabs->AddTab("页");
+      tabs->SetTabPage(*Controls().Make<Frame>("frame" + std::to_string(tab)), tab);
+    }
   }
 };
 
@@ -159,6 +165,9 @@ TEST_F(AspectsTest, PlaceStateAndTextAreToldOnceForEachChange) {
     auto& box = *form->box;
     EXPECT_EQ(Told("box", [&] { box.Move({15, 15, 300, 300}); }), Aspects{Aspect::kPlacement});
     EXPECT_EQ(Told("box", [&] { box.Move({15, 15, 300, 300}); }), Aspects{});
+    EXPECT_EQ(Told("box", [&] { box.SetContainer(*form->Controls().Find("frame0")); }),
+              Aspects{Aspect::kPlacement});
+    EXPECT_EQ(Told("box", [&] { box.SetContainer(*form); }), Aspects{Aspect::kPlacement});
     EXPECT_EQ(Told("box", [&] { box.SetEnabled(false); }), Aspects{Aspect::kState});
     EXPECT_EQ(Told("box", [&] { box.SetEnabled(true); }), Aspects{Aspect::kState});
     EXPECT_EQ(Told("box", [&] { box.SetVisible(false); }), Aspects{Aspect::kState});
@@ -169,6 +178,19 @@ TEST_F(AspectsTest, PlaceStateAndTextAreToldOnceForEachChange) {
     EXPECT_EQ(Told("check", [&] { form->check->SetValue(1); }), Aspects{Aspect::kText});
     form->check->SetFocus();
     EXPECT_EQ(Told("box", [&] { box.SetFocus(); }), Aspects{Aspect::kFocus});
+  });
+}
+
+TEST_F(AspectsTest, ATabInFrontTellsWhatItHidesAndWhatItShows) {
+  Visit([&] {
+    for (const char* frame : {"frame0", "frame1", "frame2"}) platform.told[frame].clear();
+    EXPECT_EQ(Told("tabs", [&] { form->tabs->SetTab(1); }), Aspects{Aspect::kSelection});
+    EXPECT_EQ(platform.told["frame0"], Aspects{Aspect::kState});
+    EXPECT_EQ(platform.told["frame1"], Aspects{Aspect::kState});
+    EXPECT_EQ(platform.told["frame2"], Aspects{});
+    EXPECT_EQ(Told("frame1", [&] { form->tabs->SetTab(1); }), Aspects{}) << "it is in front already";
+    EXPECT_EQ(Told("frame1", [&] { form->tabs->UserSelectTab(2); }), Aspects{Aspect::kState});
+    EXPECT_EQ(Told("tabs", [&] { form->tabs->SetTabCaption(0, "甲"); }), Aspects{Aspect::kContent});
   });
 }
 

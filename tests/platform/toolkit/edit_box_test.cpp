@@ -218,6 +218,21 @@ TEST_F(EditBoxTest, MaskedBoxesTakeBackToo) {
   });
 }
 
+TEST_F(EditBoxTest, WhatAnInputMethodCommitsAtOnceIsAStepOfItsOwn) {
+  InBox<MaskEdBox>("mskDate", [&](MaskEdBox& box) {
+    box.UserType("19");
+    box.UserType("90");
+    Undo();
+    EXPECT_EQ(box.Text(), "19__年__月");
+  });
+  InBox("txtName", [&](TextBox& box) {
+    box.UserReplace(0, 0, "中国");
+    box.UserReplace(2, 0, "人民");
+    Undo();
+    EXPECT_EQ(box.Text(), "中国");
+  });
+}
+
 TEST_F(EditBoxTest, AStoredTextThatDoesNotFitItsMaskComesBack) {
   InBox<MaskEdBox>("mskDate", [&](MaskEdBox& box) {
     box.SetText("不详");

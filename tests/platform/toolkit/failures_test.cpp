@@ -198,6 +198,26 @@ TEST_F(FailuresTest, FirstFailureWinsOverOneOfTheUnload) {
   ExpectCleanState();
 }
 
+TEST_F(FailuresTest, OfTwoFailuresInOneEventTheFirstIsThrown) {
+  try {
+    Visit([&] {
+      InEvent([&] {
+        InEvent([] { throw std::runtime_error("第一"); });
+        throw std::runtime_error("第二");
+      });
+    });
+    FAIL();
+  } catch (const std::runtime_error& failure) {
+    EXPECT_STREQ(failure.what(), "第一");
+  }
+}
+
+TEST_F(FailuresTest, NoLoopRunsOfAWindowThatIsNotOnShow) {
+  EXPECT_TRUE(form->LoopEnded());
+  Visit([&] { EXPECT_FALSE(form->LoopEnded()); });
+  EXPECT_TRUE(form->LoopEnded());
+}
+
 TEST_F(FailuresTest, AnyExceptionIsThrownAsItIs) {
   platform.WillRun([&](Form&) { InEvent([] { throw std::logic_error("别的失败"); }); });
   EXPECT_THROW(form->ShowModal(), std::logic_error);

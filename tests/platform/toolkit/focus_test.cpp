@@ -179,6 +179,35 @@ TEST_F(FocusTest, GotFocusThatMovesOnTakesTheClickAlong) {
   });
 }
 
+TEST_F(FocusTest, TargetOfAMoveThatLostFocusTurnedAsideHearsNothing) {
+  Visit([&] {
+    form->Get("txtName")->SetFocus();
+    On(form->Get("txtName")->LostFocus, [&] { form->Get("txtNote")->SetFocus(); });
+    TakeLog();
+    EXPECT_FALSE(form->Get("mskDate")->UserMouseDown(kLeftButton, 0, 15, 15));
+    const Log noted = TakeLog();
+    EXPECT_EQ(CountOf(noted, "mskDate.GotFocus"), 0U);
+    EXPECT_EQ(CountOf(noted, "txtNote.GotFocus"), 1U);
+    EXPECT_EQ(Focus(), "txtNote");
+  });
+}
+
+TEST_F(FocusTest, DisabledOrHiddenControlHearsNoMouse) {
+  Visit([&] {
+    int moves = 0;
+    const auto box = form->Get("txtName");
+    On(box->MouseMove, [&](int, int, int, int) { ++moves; });
+    box->UserMouseMove(0, 0, 15, 15);
+    EXPECT_EQ(moves, 1);
+    box->SetEnabled(false);
+    box->UserMouseMove(0, 0, 15, 15);
+    box->SetEnabled(true);
+    form->Page()->SetVisible(false);
+    box->UserMouseMove(0, 0, 15, 15);
+    EXPECT_EQ(moves, 1);
+  });
+}
+
 TEST_F(FocusTest, TargetThatTheCheckDisabledGetsNoFocus) {
   Visit([&] {
     form->Get("txtName")->SetFocus();

@@ -269,6 +269,25 @@ TEST_F(KeysTest, DefaultAndCancelButtonsTakeEnterAndEscape) {
   });
 }
 
+TEST_F(KeysTest, ADefaultButtonThatCannotBeClickedLeavesEnterAlone) {
+  form->on_load = [&] {
+    form->LoadPage();
+    form->Controls().Make<CommandButton>("cmdOk")->SetDefault(true);
+    form->Controls().Make<CommandButton>("cmdNext")->SetDefault(true);
+  };
+  Visit([&] {
+    On(form->Get<CommandButton>("cmdNext")->Click, [&] { log.push_back("cmdNext.Click"); });
+    form->Get("txtName")->SetFocus();
+    form->Get("cmdOk")->SetVisible(false);
+    TakeLog();
+    EXPECT_FALSE(form->UserKeyDown(kKeyReturn, 0));
+    EXPECT_EQ(CountOf(TakeLog(), "cmdNext.Click"), 1U);
+    form->Get("txtName")->SetFocus();
+    form->Get("cmdNext")->SetEnabled(false);
+    EXPECT_TRUE(form->UserKeyDown(kKeyReturn, 0)) << "the box gets it";
+  });
+}
+
 // --- sent keys -----------------------------------------------------------------------------------
 
 TEST_F(KeysTest, SentTabAndHomeEndMoveOnAndSelectTheWholeText) {
@@ -393,6 +412,30 @@ TEST_F(KeysTest, SentKeysAreDroppedWithTheirPage) {
     EXPECT_EQ(Focus(), "txtName");
     EXPECT_EQ(form->Get<TextBox>("txtName")->SelLength(), 0U);
   });
+}
+
+TEST_F(KeysTest, SentKeysAreDroppedWithTheirPageThoughSomebodyHoldsIt) {
+  Visit([&] {
+    const auto held = form->Page();
+    form->Get("txtName")->SetFocus();
+    InEvent([&] {
+      form->SendKeys("{tab}");
+      form->LoadPage("second")->Controls().Find("txtName")->SetFocus();
+    });
+    EXPECT_EQ(Focus(), "txtName");
+  });
+}
+
+TEST_F(KeysTest, KeysSentInALoadThatUnloadsDoNotReachTheNextVisit) {
+  form->on_load = [&] {
+    form->LoadPage();
+    form->SendKeys("{tab}");
+    form->Unload();
+  };
+  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kObjectUnloaded);
+  form->on_load = [&] { form->LoadPage(); };
+  form->on_activate = [&] { form->Get("txtName")->SetFocus(); };
+  Visit([&] { EXPECT_EQ(Focus(), "txtName"); });
 }
 
 TEST_F(KeysTest, SentKeysAreDroppedWithTheirWindow) {
