@@ -104,6 +104,21 @@ TEST_F(QtMask, SelectsByKeysAndMouse) {
   });
 }
 
+TEST_F(QtMask, TheClickThatGivesTheFocusLeavesTheCaretAndTheNextMovesIt) {
+  Play([&] {
+    Date().SetText("1990年03月");
+    form->page->name->SetFocus();
+    const QPoint behind(Box()->width() - 8, Box()->height() / 2);
+    QTest::mouseClick(Box(), Qt::LeftButton, {}, behind);
+    EXPECT_TRUE(Box()->hasFocus());
+    EXPECT_EQ(Box()->cursorPosition(), 0);
+    QTest::qWait(1);
+    QTest::mouseClick(Box(), Qt::LeftButton, {}, behind);
+    EXPECT_EQ(Box()->cursorPosition(), 8);
+    EXPECT_EQ(Date().SelStart(), 8U);
+  });
+}
+
 TEST_F(QtMask, KeepsAValueThatDoesNotFit) {
   InBox([&] {
     Date().SetText("不详");

@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -81,6 +82,26 @@ TEST_F(QtTextBox, PassesCommittedTextCharacterByCharacter) {
     EXPECT_EQ(Name().Text(), "中国");
     Commit(Area(), "甲'乙");
     EXPECT_EQ(Notes().Text(), "甲乙");
+  });
+}
+
+TEST_F(QtTextBox, ACommitMayReplaceWhatStandsBeforeTheCaret) {
+  Play([&] {
+    Commit(Line(), "大学");
+    QInputMethodEvent event;
+    event.setCommitString("士", -1, 1);
+    QCoreApplication::sendEvent(Line(), &event);
+    EXPECT_EQ(Name().Text(), "大士");
+  });
+}
+
+TEST_F(QtTextBox, ACommitEndsWhereACharacterDropsThePage) {
+  Play([&] {
+    On(Name().KeyPress, [&](char32_t&) { form->NewPage(); });
+    const QPointer<QLineEdit> old = Line();
+    Commit(old, "甲乙");
+    EXPECT_EQ(form->page->characters, U"") << "the new page hears nothing of it";
+    EXPECT_EQ(Name().Text(), "");
   });
 }
 

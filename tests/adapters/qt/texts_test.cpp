@@ -4,6 +4,7 @@
 
 #include "adapters/qt/file_dialog.h"
 #include "adapters/qt/keys.h"
+#include "adapters/qt/translator.h"
 #include "platform/toolkit/controls/control.h"
 
 namespace dossierkit::qt {
@@ -74,9 +75,18 @@ TEST(FindChange, FindsAReplacement) { ExpectChange("北京大学", "北京师范
 TEST(FindChange, KeepsSurrogatePairsWhole) { ExpectChange("𠮷", "𠮸", 2, 0, 2, "𠮸"); }
 TEST(FindChange, FindsNothingInEqualTexts) { ExpectChange("a", "a", 1, 1, 0, ""); }
 
+TEST(Translator, KnowsWholeTextsOnly) {
+  const Translator translator;
+  EXPECT_EQ(translator.translate("", "&Open", nullptr, -1), QString("打开(&O)"));
+  EXPECT_EQ(translator.translate("", "Open", nullptr, -1), QString("打开"));
+  EXPECT_TRUE(translator.translate("", "Open all", nullptr, -1).isEmpty());
+  EXPECT_TRUE(translator.translate("", "", nullptr, -1).isEmpty());
+}
+
 TEST(Mnemonics, StandBehindTheMark) {
   EXPECT_EQ(MnemonicOf("增加(&N)"), 'N');
   EXPECT_EQ(MnemonicOf("选择(&s)..."), 'S');
+  EXPECT_EQ(MnemonicOf("第一(&1)"), '1');
   EXPECT_EQ(MnemonicOf("取   消"), 0);
   EXPECT_EQ(MnemonicOf("a&"), 0);
 }
@@ -96,6 +106,24 @@ TEST(Keys, HaveTheCodesOfTheModel) {
   EXPECT_EQ(ShiftOf(Qt::ControlModifier | Qt::ShiftModifier), toolkit::kCtrl + toolkit::kShift);
 }
 
+TEST(Keys, HaveTheSameCodesOnTheKeypadAndUnderAnInputMethod) {
+  const std::pair<int, int> keypad[] = {{Qt::Key_Asterisk, 106}, {Qt::Key_Plus, 107},  {Qt::Key_Minus, 109},
+                                        {Qt::Key_Period, 110},   {Qt::Key_Comma, 110}, {Qt::Key_Slash, 111},
+                                        {Qt::Key_Down, 40}};
+  for (const auto& [key, code] : keypad) EXPECT_EQ(KeyCodeOf(Key(key, Qt::KeypadModifier)), code);
+  const std::pair<int, int> chinese[] = {{0xFF0C, 188}, {0x300A, 188}, {0x3002, 190}, {0x300B, 190}};
+  for (const auto& [key, code] : chinese) EXPECT_EQ(KeyCodeOf(Key(key, Qt::ControlModifier)), code);
+}
+
+TEST(Keys, MnemonicsAreAltWithALetterOrADigit) {
+  EXPECT_EQ(MnemonicKeyOf(Key(Qt::Key_N, Qt::AltModifier)), 'N');
+  EXPECT_EQ(MnemonicKeyOf(Key(Qt::Key_N, Qt::AltModifier | Qt::ShiftModifier)), 'N');
+  EXPECT_EQ(MnemonicKeyOf(Key(Qt::Key_1, Qt::AltModifier | Qt::KeypadModifier)), '1');
+  EXPECT_EQ(MnemonicKeyOf(Key(Qt::Key_N, Qt::AltModifier | Qt::ControlModifier)), 0);
+  EXPECT_EQ(MnemonicKeyOf(Key(Qt::Key_N)), 0);
+  EXPECT_EQ(MnemonicKeyOf(Key(Qt::Key_Down, Qt::AltModifier)), 0);
+}
+
 TEST(Keys, HaveTheCharactersOfTheModel) {
   using Characters = std::vector<char32_t>;
   EXPECT_EQ(CharactersOf(Key(Qt::Key_Return, Qt::NoModifier, "\r")), Characters{U'\r'});
@@ -105,6 +133,8 @@ TEST(Keys, HaveTheCharactersOfTheModel) {
   EXPECT_EQ(CharactersOf(Key(Qt::Key_Delete, Qt::NoModifier, "\x7f")), Characters{});
   EXPECT_EQ(CharactersOf(Key(Qt::Key_N, Qt::AltModifier, "n")), Characters{});
   EXPECT_EQ(CharactersOf(Key(0, Qt::NoModifier, "中")), Characters{U'中'});
+  const auto alt_gr = Qt::ControlModifier | Qt::AltModifier;
+  EXPECT_EQ(CharactersOf(Key(Qt::Key_At, alt_gr, "@")), Characters{U'@'});
 }
 
 TEST(FileDialogRequest, FilterWithATrailingSeparator) {
