@@ -4,13 +4,16 @@
 
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 namespace dossierkit::bench {
 
 namespace fs = std::filesystem;
 
-Copy::Copy(const fs::path& original)
-    : path_((fs::path(BENCH_FOLDER) / ("copy-" + std::to_string(getpid()) + ".db")).string()) {
+Copy::Copy(const fs::path& original) {
+  static int count = 0;
+  const std::string name = "copy-" + std::to_string(getpid()) + "-" + std::to_string(++count) + ".db";
+  path_ = (fs::path(BENCH_FOLDER) / name).string();
   fs::create_directories(BENCH_FOLDER);
   fs::copy_file(original, path_, fs::copy_options::overwrite_existing);
 }
@@ -51,11 +54,14 @@ void AddCodeTable(const std::string& database, int codes) {
       "  '第' || i || iif(i % 2, '号甲', '号乙'), 'h' || i, 1 from n, k;"
       "create index ix_BIG_dmcod on BIG (dmcod);"
       "create index ix_BIG_dmcpt on BIG (dmcpt);"
-      "create index ix_BIG_dmhnd on BIG (dmhnd);");
+      "create index ix_BIG_dmhnd on BIG (dmhnd);"
+      "create index ix_BIG_level on BIG (length(dmcod), dmcod, dmcpt, dmattr);");
 }
 
-BenchVisit::BenchVisit(const std::string& database) {
-  dossier_.SetConnection(std::make_shared<sqlite::SqliteConnection>(database));
+BenchVisit::BenchVisit(const std::string& database, ado::TracingConnection::Observer observer) {
+  std::shared_ptr<ado::Connection> connection = std::make_shared<sqlite::SqliteConnection>(database);
+  if (observer) connection = std::make_shared<ado::TracingConnection>(connection, std::move(observer));
+  dossier_.SetConnection(connection);
   dossier_.OperationType = 3;
   dossier_.PersonType = 1;
   dossier_.personID = kPerson;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "adapters/sqlite/sqlite_connection.h"
+#include "platform/ado/tracing_connection.h"
 #include "shell/component.h"
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
@@ -39,7 +40,8 @@ void AddCodeTable(const std::string& database, int codes);
 
 class BenchVisit {
  public:
-  explicit BenchVisit(const std::string& database);
+  // `observer` is told of each statement, where there is one.
+  explicit BenchVisit(const std::string& database, ado::TracingConnection::Observer observer = {});
 
   // Opens the component on the person and plays `scene` in its window.
   void Open(const std::function<void()>& scene);

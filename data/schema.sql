@@ -61,6 +61,7 @@ create table S_GUID (
 
 -- ------------------------------------------------------------- code tables
 -- dmcod code, dmcpt caption, dmhnd pinyin initials, dmattr 1: may be chosen
+-- The index ..._level serves the tree of the codes, which is read level by level.
 
 -- 性别
 create table GB2261 (
@@ -72,6 +73,7 @@ create table GB2261 (
 create index ix_GB2261_dmcod on GB2261 (dmcod);
 create index ix_GB2261_dmcpt on GB2261 (dmcpt);
 create index ix_GB2261_dmhnd on GB2261 (dmhnd);
+create index ix_GB2261_level on GB2261 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 民族
 create table GB3304 (
@@ -83,6 +85,7 @@ create table GB3304 (
 create index ix_GB3304_dmcod on GB3304 (dmcod);
 create index ix_GB3304_dmcpt on GB3304 (dmcpt);
 create index ix_GB3304_dmhnd on GB3304 (dmhnd);
+create index ix_GB3304_level on GB3304 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 政治面貌
 create table GB4762 (
@@ -94,6 +97,7 @@ create table GB4762 (
 create index ix_GB4762_dmcod on GB4762 (dmcod);
 create index ix_GB4762_dmcpt on GB4762 (dmcpt);
 create index ix_GB4762_dmhnd on GB4762 (dmhnd);
+create index ix_GB4762_level on GB4762 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 文化程度
 create table GB4658 (
@@ -105,6 +109,7 @@ create table GB4658 (
 create index ix_GB4658_dmcod on GB4658 (dmcod);
 create index ix_GB4658_dmcpt on GB4658 (dmcpt);
 create index ix_GB4658_dmhnd on GB4658 (dmhnd);
+create index ix_GB4658_level on GB4658 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 学位
 create table GB6864 (
@@ -116,6 +121,7 @@ create table GB6864 (
 create index ix_GB6864_dmcod on GB6864 (dmcod);
 create index ix_GB6864_dmcpt on GB6864 (dmcpt);
 create index ix_GB6864_dmhnd on GB6864 (dmhnd);
+create index ix_GB6864_level on GB6864 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 行政区划
 create table GB2260 (
@@ -127,6 +133,7 @@ create table GB2260 (
 create index ix_GB2260_dmcod on GB2260 (dmcod);
 create index ix_GB2260_dmcpt on GB2260 (dmcpt);
 create index ix_GB2260_dmhnd on GB2260 (dmhnd);
+create index ix_GB2260_level on GB2260 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 专业技术职务
 create table GB8561 (
@@ -138,6 +145,7 @@ create table GB8561 (
 create index ix_GB8561_dmcod on GB8561 (dmcod);
 create index ix_GB8561_dmcpt on GB8561 (dmcpt);
 create index ix_GB8561_dmhnd on GB8561 (dmhnd);
+create index ix_GB8561_level on GB8561 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 学科分类
 create table GB13745 (
@@ -149,6 +157,7 @@ create table GB13745 (
 create index ix_GB13745_dmcod on GB13745 (dmcod);
 create index ix_GB13745_dmcpt on GB13745 (dmcpt);
 create index ix_GB13745_dmhnd on GB13745 (dmhnd);
+create index ix_GB13745_level on GB13745 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 国家和地区
 create table GB2659 (
@@ -160,6 +169,7 @@ create table GB2659 (
 create index ix_GB2659_dmcod on GB2659 (dmcod);
 create index ix_GB2659_dmcpt on GB2659 (dmcpt);
 create index ix_GB2659_dmhnd on GB2659 (dmhnd);
+create index ix_GB2659_level on GB2659 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 单位隶属关系
 create table GB12404 (
@@ -171,6 +181,7 @@ create table GB12404 (
 create index ix_GB12404_dmcod on GB12404 (dmcod);
 create index ix_GB12404_dmcpt on GB12404 (dmcpt);
 create index ix_GB12404_dmhnd on GB12404 (dmhnd);
+create index ix_GB12404_level on GB12404 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 职务级别
 create table GB12407 (
@@ -182,6 +193,7 @@ create table GB12407 (
 create index ix_GB12407_dmcod on GB12407 (dmcod);
 create index ix_GB12407_dmcpt on GB12407 (dmcpt);
 create index ix_GB12407_dmhnd on GB12407 (dmhnd);
+create index ix_GB12407_level on GB12407 (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 行政职务
 create table LCZW (
@@ -193,6 +205,7 @@ create table LCZW (
 create index ix_LCZW_dmcod on LCZW (dmcod);
 create index ix_LCZW_dmcpt on LCZW (dmcpt);
 create index ix_LCZW_dmhnd on LCZW (dmhnd);
+create index ix_LCZW_level on LCZW (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 单位性质
 create table LCDWXZ (
@@ -204,6 +217,7 @@ create table LCDWXZ (
 create index ix_LCDWXZ_dmcod on LCDWXZ (dmcod);
 create index ix_LCDWXZ_dmcpt on LCDWXZ (dmcpt);
 create index ix_LCDWXZ_dmhnd on LCDWXZ (dmhnd);
+create index ix_LCDWXZ_level on LCDWXZ (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 单位类别
 create table LCDWLB (
@@ -215,6 +229,7 @@ create table LCDWLB (
 create index ix_LCDWLB_dmcod on LCDWLB (dmcod);
 create index ix_LCDWLB_dmcpt on LCDWLB (dmcpt);
 create index ix_LCDWLB_dmhnd on LCDWLB (dmhnd);
+create index ix_LCDWLB_level on LCDWLB (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 专利类别
 create table LCZLLB (
@@ -226,6 +241,7 @@ create table LCZLLB (
 create index ix_LCZLLB_dmcod on LCZLLB (dmcod);
 create index ix_LCZLLB_dmcpt on LCZLLB (dmcpt);
 create index ix_LCZLLB_dmhnd on LCZLLB (dmhnd);
+create index ix_LCZLLB_level on LCZLLB (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 奖励级别
 create table LCJLJB (
@@ -237,6 +253,7 @@ create table LCJLJB (
 create index ix_LCJLJB_dmcod on LCJLJB (dmcod);
 create index ix_LCJLJB_dmcpt on LCJLJB (dmcpt);
 create index ix_LCJLJB_dmhnd on LCJLJB (dmhnd);
+create index ix_LCJLJB_level on LCJLJB (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 奖励等级
 create table LCJLDJ (
@@ -248,6 +265,7 @@ create table LCJLDJ (
 create index ix_LCJLDJ_dmcod on LCJLDJ (dmcod);
 create index ix_LCJLDJ_dmcpt on LCJLDJ (dmcpt);
 create index ix_LCJLDJ_dmhnd on LCJLDJ (dmhnd);
+create index ix_LCJLDJ_level on LCJLDJ (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 参加角色
 create table LCCYJS (
@@ -259,6 +277,7 @@ create table LCCYJS (
 create index ix_LCCYJS_dmcod on LCCYJS (dmcod);
 create index ix_LCCYJS_dmcpt on LCCYJS (dmcpt);
 create index ix_LCCYJS_dmhnd on LCCYJS (dmhnd);
+create index ix_LCCYJS_level on LCCYJS (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- 作者角色
 create table LCZZJS (
@@ -270,6 +289,7 @@ create table LCZZJS (
 create index ix_LCZZJS_dmcod on LCZZJS (dmcod);
 create index ix_LCZZJS_dmcpt on LCZZJS (dmcpt);
 create index ix_LCZZJS_dmhnd on LCZZJS (dmhnd);
+create index ix_LCZZJS_level on LCZZJS (length(dmcod), dmcod, dmcpt, dmattr);
 
 -- -------------------------------------------------------- information sets
 -- A00 is the person. It is not unique in any table, not even in A01: the

@@ -18,6 +18,11 @@ void SkipFailure(const Statement& statement) {
   }
 }
 
+// The columns of both queries, read by their places: a table may have a hundred thousand rows.
+constexpr std::size_t kCode = 0;
+constexpr std::size_t kCaption = 1;
+constexpr std::size_t kSelectable = 2;
+
 std::string TopLevelQuery(const std::string& table, std::int16_t length) {
   return "select dmcod,dmcpt,iif(dmattr is null,false,dmattr) as dmattr  from " + table +
          " where dmcod<>''  and dmcpt<>''    and len(dmcod) =" + std::to_string(length) + "  order by dmcod";
@@ -86,15 +91,18 @@ bool fmGrpCod::BuildTree() {
 }
 
 void fmGrpCod::AddTopLevel(ado::Recordset& rows) {
-  for (; !rows.EOF_(); rows.MoveNext()) AddNode(toolkit::kNoNode, toolkit::Relation::kLast, rows);
+  for (; !rows.EOF_(); rows.MoveNext()) {
+    AddNode(toolkit::kNoNode, toolkit::Relation::kLast, environment::TextOf(rows.Fields(kCode)), rows);
+  }
 }
 
 // Required: a row whose parent is missing goes under the parent of the row before it.
 void fmGrpCod::AddInnerLevel(ado::Recordset& rows, std::int16_t parent_length) {
   const auto length = static_cast<std::size_t>(parent_length);
+  tvGrpCod_->Nodes().Reserve(rows.RecordCount());
   std::string found;  // the key of the parent, which is mostly that of the row before
   for (; !rows.EOF_(); rows.MoveNext()) {
-    const std::string code = environment::TextOf(rows.Fields("dmcod"));
+    const std::string code = environment::TextOf(rows.Fields(kCode));
     const std::string key = "G" + environment::Left(code, length);
     if (key != found) {
       SkipFailure([&] {
@@ -102,19 +110,19 @@ void fmGrpCod::AddInnerLevel(ado::Recordset& rows, std::int16_t parent_length) {
         found = key;
       });
     }
-    if (parent_) AddNode(*parent_, toolkit::Relation::kChild, rows);
+    if (parent_) AddNode(*parent_, toolkit::Relation::kChild, code, rows);
   }
 }
 
 // Required: where the key is taken, the row's look goes to the node added last.
-void fmGrpCod::AddNode(int parent, toolkit::Relation relation, const ado::Recordset& row) {
-  const std::string code = environment::TextOf(row.Fields("dmcod"));
+void fmGrpCod::AddNode(int parent, toolkit::Relation relation, const std::string& code,
+                       const ado::Recordset& row) {
   SkipFailure([&] {
-    added_ = tvGrpCod_->Nodes().Add(parent, relation, "G" + code, environment::TextOf(row.Fields("dmcpt")));
+    added_ = tvGrpCod_->Nodes().Add(parent, relation, "G" + code, environment::TextOf(row.Fields(kCaption)));
   });
   if (!added_) return;
   SkipFailure([&] {
-    const bool selectable = environment::ToBoolean(row.Fields("dmattr"));
+    const bool selectable = environment::ToBoolean(row.Fields(kSelectable));
     added_->SetForeColor(selectable ? toolkit::kButtonText : toolkit::kButtonShadow);
     added_->SetTag(selectable ? code : "");
   });

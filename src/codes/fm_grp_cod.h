@@ -45,7 +45,7 @@ class fmGrpCod : public toolkit::Form {
   bool BuildTree();
   void AddTopLevel(ado::Recordset& rows);
   void AddInnerLevel(ado::Recordset& rows, std::int16_t parent_length);
-  void AddNode(int parent, toolkit::Relation relation, const ado::Recordset& row);
+  void AddNode(int parent, toolkit::Relation relation, const std::string& code, const ado::Recordset& row);
 
   void cmdOK_Click();
   void cmdCancel_Click() { Unload(); }

@@ -360,7 +360,7 @@ ado::Snapshot SqliteConnection::Run(const std::string& statement) {
   }
   const jet::Statement translated =
       jet::Translate(statement, [&](std::string_view table) { return engine.ColumnsOf(table); });
-  const Prepared prepared = engine.Prepare(translated.text, statement);
+  const Prepared prepared = engine.Prepare(WithLength(translated.text), statement);
   const int column_count = sqlite3_column_count(prepared.get());
   ado::Snapshot rows;
   // The first step compiles the statement anew if the schema has changed: only then are the columns

@@ -3,9 +3,12 @@
 #include <exception>
 #include <memory>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/environment/text.h"
 #include "platform/jet/like.h"
+#include "platform/jet/tokens.h"
 
 namespace dossierkit::sqlite {
 namespace {
@@ -15,11 +18,6 @@ std::string_view TextOf(sqlite3_value* value) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
   return text == nullptr ? std::string_view()
                          : std::string_view(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
-}
-
-void Len(sqlite3_context* context, int, sqlite3_value** arguments) {
-  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) return sqlite3_result_null(context);
-  sqlite3_result_int64(context, static_cast<sqlite3_int64>(environment::Length(TextOf(arguments[0]))));
 }
 
 // like(pattern, text): how SQLite calls "text like pattern".
@@ -88,9 +86,20 @@ environment::Failure FailureOfMessage(const std::string& message, const std::str
 
 }  // namespace
 
+std::string WithLength(std::string statement) {
+  // A function of that name stands in few statements.
+  if (environment::LowerCase(statement).find("len") == std::string::npos) return statement;
+  std::vector<std::size_t> places;
+  const auto tokens = jet::Tokenize(statement);
+  for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
+    if (tokens[i].Is("len") && tokens[i + 1].Is("(")) places.push_back(tokens[i].End());
+  }
+  for (auto place = places.rbegin(); place != places.rend(); ++place) statement.insert(*place, "gth");
+  return statement;
+}
+
 void RegisterFunctions(sqlite3* database) {
   constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
-  sqlite3_create_function(database, "len", 1, kFlags, nullptr, Len, nullptr, nullptr);
   sqlite3_create_function(database, "like", 2, kFlags, nullptr, Like, nullptr, nullptr);
 }
 

@@ -1,4 +1,4 @@
-// What the dialect needs of SQLite beyond what it has: len, like, and its failures in Chinese.
+// What the dialect needs of SQLite beyond what it has: its names of functions, like, and failures in Chinese.
 #pragma once
 
 #include <sqlite3.h>
@@ -9,7 +9,10 @@
 
 namespace dossierkit::sqlite {
 
-// Registers len(s) and the dialect's like on a connection.
+// The statement with SQLite's own length for len, since an index may stand on it.
+std::string WithLength(std::string statement);
+
+// Registers the dialect's like on a connection.
 void RegisterFunctions(sqlite3* database);
 
 // The failure that a connection has just reported, in the words of the users' language.

@@ -137,7 +137,8 @@ void Recordset::RequireOpen() const {
 }
 
 std::size_t Recordset::CurrentRow() const {
-  if (BOF() || EOF_()) throw MakeFailure(environment::kNoCurrentRow);
+  const std::int32_t count = RecordCount();
+  if (index_ < 0 || index_ >= count) throw MakeFailure(environment::kNoCurrentRow);
   const auto place = static_cast<std::size_t>(index_);
   return filtered_ ? visible_[place] : place;
 }

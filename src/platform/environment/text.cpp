@@ -30,6 +30,12 @@ bool IsWellFormed(char32_t character, std::size_t length) {
   return true;
 }
 
+// Most texts are ASCII alone, or in long runs: the first byte from `position` on that is none, or the end.
+std::size_t SkipAscii(std::string_view text, std::size_t position) {
+  while (position < text.size() && ByteAt(text, position) < 0x80) ++position;
+  return position;
+}
+
 // Byte position of the code point number `count`, or the end of the text.
 std::size_t PositionOf(std::string_view text, std::size_t count) {
   std::size_t position = 0;
@@ -68,8 +74,9 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
 }
 
 std::size_t Length(std::string_view text) {
-  std::size_t count = 0;
-  for (std::size_t position = 0; position < text.size(); ++count) NextCharacter(text, position);
+  std::size_t position = SkipAscii(text, 0);
+  std::size_t count = position;
+  for (; position < text.size(); ++count) NextCharacter(text, position);
   return count;
 }
 
@@ -159,10 +166,10 @@ std::vector<std::string> Split(std::string_view text, std::string_view separator
 
 std::string ValidUtf8(std::string_view text) {
   // Nearly every text is valid: only one that is not is put together anew.
-  std::size_t position = 0;
   std::string result;
   std::size_t copied = 0;
-  while (position < text.size()) {
+  for (std::size_t position = SkipAscii(text, 0); position < text.size();
+       position = SkipAscii(text, position)) {
     const std::size_t start = position;
     if (NextCharacter(text, position) == kReplacement && position == start + 1) {
       result.append(text.substr(copied, start - copied)).append(Encode(kReplacement));

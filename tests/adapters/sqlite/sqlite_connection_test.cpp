@@ -1,11 +1,14 @@
 #include "adapters/sqlite/sqlite_connection.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
+#include "adapters/sqlite/sqlite_functions.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
 #include "tests/adapters/sqlite/database_file.h"
@@ -238,6 +241,30 @@ TEST(SqliteConnection, SeveralValuesInThePlaceOfOneAreToldInChinese) {
   EXPECT_EQ(
       FailureOf([&] { connection->Run("select a00 from a01 where (a00='x','y' or a00='z')"); }).description(),
       "SQL 语句语法错误：只要一个值的地方有多个值。");
+}
+
+TEST(SqliteConnection, LenIsTheEnginesOwnLength) {
+  EXPECT_EQ(WithLength("select a from T where LEN (a)=1 and len(b)=2 and x='len(c)'"),
+            "select a from T where LENgth (a)=1 and length(b)=2 and x='len(c)'");
+  EXPECT_EQ(WithLength("select len, lenient(a) from T"), "select len, lenient(a) from T");
+}
+
+// The tree of the codes reads a level of them at a time: it does not look at all the others.
+TEST(SampleDatabase, ALevelOfCodesIsReadFromItsIndexAlone) {
+  sqlite3* database = nullptr;
+  ASSERT_EQ(sqlite3_open_v2(tests::SampleDatabaseFile().c_str(), &database, SQLITE_OPEN_READONLY, nullptr),
+            SQLITE_OK);
+  const std::string query =
+      "explain query plan select dmcod,dmcpt,iif(dmattr is null,false,dmattr) as dmattr from GB2260 where  "
+      "dmcod<>'' and dmcpt<>''  and length(dmcod) =4  order by dmcod";
+  std::vector<std::string> plan;
+  const auto keep = [](void* lines, int, char** columns, char**) {
+    static_cast<std::vector<std::string>*>(lines)->push_back(columns[3]);
+    return 0;
+  };
+  EXPECT_EQ(sqlite3_exec(database, query.c_str(), keep, &plan, nullptr), SQLITE_OK);
+  sqlite3_close(database);
+  EXPECT_EQ(plan, std::vector<std::string>{"SEARCH GB2260 USING COVERING INDEX ix_GB2260_level (<expr>=?)"});
 }
 
 TEST(SampleDatabase, AnswersTheMenuAndHoldsEveryCodeTable) {

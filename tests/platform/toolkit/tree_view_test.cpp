@@ -88,6 +88,24 @@ TEST_F(TreeViewTest, SecondNodeOfAKeyIsRefused) {
   });
 }
 
+TEST_F(TreeViewTest, EachOfManyKeysIsFoundAndTakenOnce) {
+  for (const int reserved : {0, 1000, 5000}) {
+    TreeView tree("tree");
+    tree.Nodes().Reserve(reserved);
+    EXPECT_EQ(tree.Nodes().Count(), 0);
+    for (int i = 0; i < 3000; ++i) tree.Nodes().Add("G" + std::to_string(i), "");
+    for (int i = 0; i < 3000; ++i) {
+      const std::string key = "G" + std::to_string(i);
+      EXPECT_EQ(tree.Nodes().Find(key).Index(), i);
+      EXPECT_EQ(FailureOf([&] { tree.Nodes().Add(key, ""); }), 35602);
+    }
+    EXPECT_EQ(FailureOf([&] { tree.Nodes().Find("G3000"); }), 35601);
+    tree.Nodes().Clear();
+    EXPECT_EQ(FailureOf([&] { tree.Nodes().Find("G0"); }), 35601);
+    EXPECT_EQ(tree.Nodes().Add("G7", "").Index(), 0);
+  }
+}
+
 TEST_F(TreeViewTest, NodesWithoutAKeyAreManyAndNotFound) {
   TreeView tree("tree");
   tree.Nodes().Add("", "甲");

@@ -7,11 +7,7 @@ namespace dossierkit::toolkit {
 
 // --- one node ------------------------------------------------------------------------------------
 
-const std::string& Node::Key() const {
-  static const std::string kNone;
-  const auto& data = tree_->nodes_.Get(index_);
-  return data.key ? *data.key : kNone;
-}
+const std::string& Node::Key() const { return tree_->nodes_.Get(index_).key; }
 
 const std::string& Node::Text() const { return tree_->nodes_.Get(index_).text; }
 
@@ -51,13 +47,12 @@ Node Nodes::Add(int relative, Relation relation, const std::string& key, std::st
   const int parent = relative == kNoNode || relation == Relation::kChild ? relative : Parent(relative);
   if (parent != kNoNode) Get(parent);
   const int index = Count();
-  Data added;
-  if (!key.empty()) {
-    const auto [place, is_new] = keys_.try_emplace(key, index);
-    if (!is_new) throw environment::MakeFailure(environment::kKeyNotUnique);
-    added.key = &place->first;
+  if (!key.empty() && !keys_.Add(key, index, Bears(key))) {
+    throw environment::MakeFailure(environment::kKeyNotUnique);
   }
   Family& family = parent == kNoNode ? top_ : Get(parent).children;
+  Data added;
+  added.key = key;
   added.text = std::move(text);
   added.parent = parent;
   added.previous = family.last;
@@ -76,7 +71,7 @@ Node Nodes::Add(int relative, Relation relation, const std::string& key, std::st
 
 void Nodes::Clear() {
   rows_.clear();
-  keys_.clear();
+  keys_.Clear();
   top_ = {};
   tree_.selected_ = kNoNode;
   tree_.ShowAspect(Aspect::kContent);
@@ -88,9 +83,14 @@ Node Nodes::At(int index) {
 }
 
 Node Nodes::Find(const std::string& key) {
-  const auto found = keys_.find(key);
-  if (found == keys_.end()) throw environment::MakeFailure(environment::kElementNotFound);
-  return {tree_, found->second};
+  const int found = keys_.Find(key, Bears(key));
+  if (found == kNoNode) throw environment::MakeFailure(environment::kElementNotFound);
+  return {tree_, found};
+}
+
+void Nodes::Reserve(int more) {
+  rows_.reserve(rows_.size() + static_cast<std::size_t>(more));
+  keys_.Reserve(rows_.size() + static_cast<std::size_t>(more));
 }
 
 // --- the tree ------------------------------------------------------------------------------------

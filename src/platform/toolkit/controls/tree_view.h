@@ -3,10 +3,10 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/controls/key_table.h"
 
 namespace dossierkit::toolkit {
 
@@ -55,6 +55,8 @@ class Nodes {
     return Add(kNoNode, Relation::kLast, key, std::move(text));
   }
   void Clear();
+  // Makes room for that many nodes more, which is all that it does.
+  void Reserve(int more);
   int Count() const { return static_cast<int>(rows_.size()); }
   // The node of an index (throws 35600) or of a key (throws 35601).
   Node At(int index);
@@ -83,7 +85,7 @@ class Nodes {
     int count = 0;
   };
   struct Data {
-    const std::string* key = nullptr;  // in keys_
+    std::string key;
     std::string text;
     std::string tag;
     Color fore_color = kWindowText;
@@ -97,10 +99,14 @@ class Nodes {
   const Data& Get(int node) const;  // throws 35600
   Data& Get(int node);
   const Family& FamilyOf(int node) const { return node == kNoNode ? top_ : Get(node).children; }
+  // Whether the node of an index bears a key.
+  auto Bears(const std::string& key) const {
+    return [this, &key](int node) { return rows_[static_cast<std::size_t>(node)].key == key; };
+  }
 
   TreeView& tree_;
   std::vector<Data> rows_;
-  std::unordered_map<std::string, int> keys_;
+  KeyTable keys_;
   Family top_;
 };
 
