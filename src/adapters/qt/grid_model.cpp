@@ -31,7 +31,7 @@ int GridModel::rowCount(const QModelIndex& parent) const { return parent.isValid
 int GridModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns_; }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
-  if (!grid_ || !index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
+  if (!grid_ || !index.isValid() || role != Qt::DisplayRole) return {};
   QVariant text;
   application_.Guard([&] {
     // A recordset that was closed meanwhile shows nothing more.

@@ -1,14 +1,17 @@
 #include "adapters/qt/grid_view.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTableView>
+#include <QToolTip>
 #include <algorithm>
 
+#include "adapters/qt/elided.h"
 #include "adapters/qt/grid_model.h"
 #include "adapters/qt/qt_application.h"
 
@@ -76,6 +79,22 @@ class Table : public QTableView {
   QtApplication& application_;
 };
 
+// A heading that is cut off stands whole in its tool tip.
+class Head : public QHeaderView {
+ public:
+  explicit Head(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) { setTextElideMode(Qt::ElideRight); }
+
+ protected:
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QHeaderView::viewportEvent(event);
+    const auto& help = static_cast<QHelpEvent&>(*event);
+    const int column = logicalIndexAt(help.pos());
+    if (column < 0 || sectionSizeFromContents(column).width() <= sectionSize(column)) return true;
+    QToolTip::showText(help.globalPos(), TipOf(model()->headerData(column, Qt::Horizontal).toString()), this);
+    return true;
+  }
+};
+
 }  // namespace
 
 GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
@@ -84,6 +103,8 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
       native_(static_cast<QTableView*>(Widget())),
       model_(new GridModel(context.application, grid, native_)),
       filled_(grid.Fillings() - 1) {
+  native_->setHorizontalHeader(new Head(native_));
+  native_->setItemDelegate(new TipDelegate(native_));
   native_->setModel(model_);
   native_->setSelectionBehavior(QAbstractItemView::SelectRows);
   native_->setSelectionMode(QAbstractItemView::SingleSelection);

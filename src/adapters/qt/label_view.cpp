@@ -1,9 +1,9 @@
 #include "adapters/qt/label_view.h"
 
-#include <QLabel>
 #include <QPainter>
 #include <algorithm>
 
+#include "adapters/qt/elided.h"
 #include "adapters/qt/texts.h"
 
 namespace dossierkit::qt {
@@ -12,9 +12,9 @@ namespace {
 constexpr double kPadding = 8;  // of a coloured label
 
 // A coloured text of several lines is a slab as tall as its text.
-class SlabLabel : public QLabel {
+class SlabLabel : public ElidedLabel {
  public:
-  SlabLabel(const Metrics& metrics, QWidget* parent) : QLabel(parent), metrics_(metrics) {}
+  SlabLabel(const Metrics& metrics, QWidget* parent) : ElidedLabel(parent), metrics_(metrics) {}
   void SetSlab(bool slab) { slab_ = slab; }
 
  protected:
@@ -25,7 +25,7 @@ class SlabLabel : public QLabel {
       PaintBox(painter, QRect(0, 0, width(), std::min(height(), heightForWidth(width()))), color,
                {color, metrics_.Edge(), metrics_.Radius()});
     }
-    QLabel::paintEvent(event);
+    ElidedLabel::paintEvent(event);
   }
 
  private:
@@ -44,9 +44,7 @@ QColor InkOf(const toolkit::Label& label) {
 LabelView::LabelView(ViewContext& context, toolkit::Label& label)
     : WidgetView(context, label, new SlabLabel(context.metrics, ParentWidgetOf(label))),
       label_(label),
-      native_(static_cast<QLabel*>(Widget())) {
-  native_->setTextFormat(Qt::PlainText);
-}
+      native_(static_cast<ElidedLabel*>(Widget())) {}
 
 void LabelView::ShowStyle() {
   WidgetView::ShowStyle();
@@ -65,8 +63,11 @@ void LabelView::ShowStyle() {
   if (label_.Opaque())
     palette.setColor(QPalette::Disabled, QPalette::WindowText, ColorOf(label_.ForeColor()));
   native_->setPalette(palette);
+  native_->SetScrolls(label_.Opaque());
+  native_->SetOwnTip(ToQString(label_.ToolTipText()));
+  native_->Arrange();
 }
 
-void LabelView::ShowText() { native_->setText(ToQString(label_.Caption())); }
+void LabelView::ShowText() { native_->ShowFromTop(ToQString(label_.Caption())); }
 
 }  // namespace dossierkit::qt

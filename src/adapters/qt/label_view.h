@@ -4,9 +4,9 @@
 #include "adapters/qt/widget_view.h"
 #include "platform/toolkit/controls/basic_controls.h"
 
-class QLabel;
-
 namespace dossierkit::qt {
+
+class ElidedLabel;
 
 class LabelView : public WidgetView {
  public:
@@ -18,7 +18,7 @@ class LabelView : public WidgetView {
 
  private:
   toolkit::Label& label_;
-  QLabel* native_;
+  ElidedLabel* native_;
 };
 
 }  // namespace dossierkit::qt

@@ -16,6 +16,8 @@
 namespace dossierkit::qt {
 namespace {
 
+constexpr int kBetweenCharacters = 1;
+
 class MaskEdit : public QLineEdit {
  public:
   MaskEdit(QtApplication& application, QWidget* parent) : QLineEdit(parent), application_(application) {
@@ -141,6 +143,10 @@ void MaskView::NativeSelectionChanged() {
 
 void MaskView::ShowStyle() {
   WidgetView::ShowStyle();
+  // The prompts of a blank mask can be counted.
+  QFont font = native_->font();
+  font.setLetterSpacing(QFont::AbsoluteSpacing, GetMetrics().Scaled(kBetweenCharacters));
+  native_->setFont(font);
   QPalette palette = native_->palette();
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
     palette.setColor(group, QPalette::Base, ColorOf(box_.BackColor()));

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QPainter>
+#include <algorithm>
 
 #include "adapters/qt/texts.h"
 #include "platform/toolkit/controls/vertical_menu.h"
@@ -81,23 +82,42 @@ void MenuDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     PaintBox(*painter, row.adjusted(1, 1, -1, -1), Qt::NoBrush,
              {AccentColor(), metrics_.Ring(), metrics_.Radius()});
   }
-  int left = row.left() + metrics_.Scaled(kBarWidth + kGap);
-  if (model_.AnyIcon()) {
+  if (const auto icon = index.data(Qt::DecorationRole).value<QIcon>(); !icon.isNull()) {
     const int side = metrics_.Scaled(kIconSize);
-    const auto icon = index.data(Qt::DecorationRole).value<QIcon>();
-    const QRect place(left, row.top() + (row.height() - side) / 2, side, side);
-    if (!icon.isNull())
-      icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
-    left += side + metrics_.Scaled(kGap);
+    const QRect place(row.left() + metrics_.Scaled(kBarWidth + kGap), row.top() + (row.height() - side) / 2,
+                      side, side);
+    icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
   }
   QFont font = option.font;
   font.setBold(selected);
   painter->setFont(font);
   const auto group = enabled ? QPalette::Active : QPalette::Disabled;
   painter->setPen(selected ? SelectedTextColor() : option.palette.color(group, QPalette::WindowText));
-  painter->drawText(QRect(left, row.top(), row.right() - left - metrics_.Scaled(2), row.height()),
-                    Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWrapAnywhere, index.data().toString());
+  bool cut = false;
+  painter->drawText(TextPlace(row), Qt::AlignLeft | Qt::AlignVCenter,
+                    Lines(row, index, option.font, cut).join(QLatin1Char('\n')));
   painter->restore();
+}
+
+QRect MenuDelegate::TextPlace(const QRect& row) const {
+  const int icon = model_.AnyIcon() ? metrics_.Scaled(kIconSize) + metrics_.Scaled(kGap) : 0;
+  return row.adjusted(metrics_.Scaled(kBarWidth + kGap) + icon, 0, -metrics_.Scaled(2), 0);
+}
+
+QStringList MenuDelegate::Lines(const QRect& row, const QModelIndex& index, QFont font, bool& cut) const {
+  font.setBold(index.row() == model_.Selected());
+  const int most = row.height() / std::max(1, QFontMetrics(font).lineSpacing());
+  int all = 0;
+  QStringList lines = ElidedLines(index.data().toString(), font, TextPlace(row).width(), 0, most, all);
+  cut = all > most;
+  return lines;
+}
+
+bool MenuDelegate::IsCut(const QAbstractItemView&, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  bool cut = false;
+  Lines(option.rect, index, option.font, cut);
+  return cut;
 }
 
 QSize MenuDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {

@@ -4,8 +4,8 @@
 #include <QAbstractListModel>
 #include <QHash>
 #include <QIcon>
-#include <QStyledItemDelegate>
 
+#include "adapters/qt/elided.h"
 #include "adapters/qt/look.h"
 
 namespace dossierkit::toolkit {
@@ -34,15 +34,23 @@ class MenuModel : public QAbstractListModel {
   mutable QHash<QString, QIcon> icons_;  // by path; null for a file that is missing
 };
 
-class MenuDelegate : public QStyledItemDelegate {
+class MenuDelegate : public TipDelegate {
  public:
   MenuDelegate(const Metrics& metrics, const MenuModel& model, QObject* parent)
-      : QStyledItemDelegate(parent), metrics_(metrics), model_(model) {}
+      : TipDelegate(parent), metrics_(metrics), model_(model) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
+ protected:
+  bool IsCut(const QAbstractItemView& view, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override;
+
  private:
+  QRect TextPlace(const QRect& row) const;
+  // The caption as it is painted, and whether that is not all of it.
+  QStringList Lines(const QRect& row, const QModelIndex& index, QFont font, bool& cut) const;
+
   Metrics metrics_;
   const MenuModel& model_;
 };

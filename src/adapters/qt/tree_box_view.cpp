@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QTreeView>
 
+#include "adapters/qt/elided.h"
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/tree_box_model.h"
 
@@ -74,6 +75,7 @@ TreeBoxView::TreeBoxView(ViewContext& context, toolkit::TreeView& tree)
   native_->setExpandsOnDoubleClick(false);
   native_->setAnimated(false);
   native_->setTextElideMode(Qt::ElideRight);
+  native_->setItemDelegate(new TipDelegate(native_));
   native_->setModel(model_);
   Listen();
   QObject::connect(native_, &QTreeView::expanded, Hub(),
