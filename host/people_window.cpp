@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,6 +19,8 @@
 
 namespace dossierkit::host {
 
+static constexpr QSize kFrame(8, 40);  // what a desktop puts around a window, at most
+
 PeopleWindow::PeopleWindow(std::shared_ptr<ado::Connection> connection, Visit visit)
     : connection_(std::move(connection)), visit_(std::move(visit)) {
   Build();
@@ -26,7 +29,8 @@ PeopleWindow::PeopleWindow(std::shared_ptr<ado::Connection> connection, Visit vi
 
 void PeopleWindow::Build() {
   setWindowTitle("人员档案");
-  resize(860, 560);
+  // With its frame it fits on a small screen.
+  resize(QSize(860, 560).boundedTo(screen()->availableGeometry().size() - kFrame));
   search_ = new QLineEdit(this);
   search_->setPlaceholderText("按姓名查找");
   search_->setClearButtonEnabled(true);

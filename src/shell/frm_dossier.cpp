@@ -61,6 +61,7 @@ void frmDossier::BuildDesign() {
   frmCtrl_ = Controls().Make<toolkit::Frame>("frmCtrl");
   frmCtrl_->SetBorder(false);
   frmCtrl_->Move({2175, 525, 12945, 9375});
+  SetPanes(*CBar1_, *menu_frame, *frmCtrl_);
 
   hooks_.clear();
   hooks_.push_back(

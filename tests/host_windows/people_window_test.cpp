@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableView>
 #include <QTest>
 
@@ -67,6 +68,13 @@ class PeopleWindows : public testing::Test {
                          in_visit_();
                        }};
 };
+
+TEST_F(PeopleWindows, TheWindowFitsOnASmallScreenWithItsFrame) {
+  ASSERT_EQ(window_.screen()->availableGeometry().size(), QSize(800, 800));
+  PeopleWindow window(database_, [](const VisitRequest&, QWidget&) {});
+  window.show();
+  EXPECT_EQ(window.size(), QSize(792, 560));
+}
 
 TEST_F(PeopleWindows, AllPersonsStandInTheOrderOfTheirNumbers) {
   EXPECT_EQ(Names().size(), 12);

@@ -212,7 +212,7 @@ void QtApplication::SyncFocus(toolkit::Form& form) {
   ++own_focus_;
   if (target) {
     target->setFocus(Qt::OtherFocusReason);
-    static_cast<WindowView*>(window)->BringIntoSight(*target);
+    static_cast<WindowView*>(window)->BringIntoSight(*view);
   } else if (present) {
     present->clearFocus();
   }

@@ -1,9 +1,13 @@
 #include "adapters/qt/surface_views.h"
 
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 
+#include "adapters/qt/elided.h"
 #include "adapters/qt/texts.h"
+#include "adapters/qt/window_view.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -28,7 +32,8 @@ class FrameWidget : public QWidget {
     QPainter painter(this);
     const QFontMetrics text(font());
     const int padding = metrics_.Scaled(kCaptionPadding);
-    QRect place(0, 0, text.horizontalAdvance(caption_) + 2, text.height() * 3 / 2);
+    const QString caption = Elided(caption_, text, CaptionRoom());
+    QRect place(0, 0, text.horizontalAdvance(caption) + 2, text.height() * 3 / 2);
     if (border_) {
       place = QRect(metrics_.Scaled(kCaptionIndent), 0, place.width() + 2 * padding, text.height());
       if (!caption_.isEmpty()) painter.setClipRegion(QRegion(rect()).subtracted(QRegion(place)));
@@ -40,10 +45,25 @@ class FrameWidget : public QWidget {
     // A bold caption heads the page; any other one only names what stands in the frame.
     const QColor ink = font().bold() ? palette().color(QPalette::WindowText) : AccentColor().darker(120);
     painter.setPen(isEnabled() ? ink : palette().color(QPalette::Disabled, QPalette::WindowText));
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, caption_);
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, caption);
+  }
+  // Of the caption alone: what stands in the frame would show the frame's tool tip as its own.
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+    const auto& help = static_cast<QHelpEvent&>(*event);
+    const QFontMetrics metrics(font());
+    const bool cut = metrics.horizontalAdvance(caption_) > CaptionRoom();
+    if (!cut || !rect().contains(help.pos()) || help.pos().y() >= metrics.height())
+      return QWidget::event(event);
+    QToolTip::showText(help.globalPos(), TipOf(caption_), this);
+    return true;
   }
 
  private:
+  int CaptionRoom() const {
+    return border_ ? width() - 2 * metrics_.Scaled(kCaptionIndent + kCaptionPadding) : width();
+  }
+
   Metrics metrics_;
   QString caption_;
   bool border_ = true;
@@ -83,8 +103,8 @@ FrameView::FrameView(ViewContext& context, toolkit::Frame& frame)
 }
 
 void FrameView::ShowText() {
-  static_cast<FrameWidget*>(Widget())->SetCaption(ToQString(GetControl().AccessibleName()));
-  Widget()->setAccessibleName(ToQString(GetControl().AccessibleName()));
+  static_cast<FrameWidget*>(Widget())->SetCaption(
+      ToQString(static_cast<toolkit::Frame&>(GetControl()).Caption()));
 }
 
 void FrameView::ShowStyle() {
@@ -101,7 +121,10 @@ void LineView::ShowPlacement() {
 }
 
 SurfaceView::SurfaceView(ViewContext& context, toolkit::Control& control)
-    : WidgetView(context, control, new QWidget(ParentWidgetOf(control))) {}
+    : WidgetView(context, control, new QWidget(ParentWidgetOf(control))) {
+  if (WindowView* window = Window(); window && control.GetKind() == toolkit::Kind::kUserControl)
+    window->ScrollToOrigin();
+}
 
 CoolBarView::CoolBarView(ViewContext& context, toolkit::Control& bar)
     : WidgetView(context, bar, new CoolBarWidget(ParentWidgetOf(bar))) {}

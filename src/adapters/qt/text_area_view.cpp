@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "adapters/qt/qt_application.h"
+#include "adapters/qt/window_view.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -69,8 +70,10 @@ TextAreaView::TextAreaView(ViewContext& context, toolkit::TextBox& box)
     : TextView(context, box, new TextEdit(context.application, ParentWidgetOf(box))),
       native_(static_cast<QPlainTextEdit*>(Widget())) {
   QObject::connect(native_, &QPlainTextEdit::textChanged, Hub(), [this] { NativeTextChanged(); });
-  QObject::connect(native_, &QPlainTextEdit::cursorPositionChanged, Hub(),
-                   [this] { NativeSelectionChanged(); });
+  QObject::connect(native_, &QPlainTextEdit::cursorPositionChanged, Hub(), [this] {
+    NativeSelectionChanged();
+    FollowCaret();
+  });
   QObject::connect(native_, &QPlainTextEdit::selectionChanged, Hub(), [this] { NativeSelectionChanged(); });
 }
 
@@ -83,6 +86,14 @@ void TextAreaView::ShowStyle() {
   palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
                    palette.color(QPalette::Inactive, QPalette::Text));
   native_->setPalette(palette);
+}
+
+// A box may be taller than what a small screen shows of its page.
+void TextAreaView::FollowCaret() {
+  WindowView* window = native_->hasFocus() ? Window() : nullptr;
+  if (!window) return;
+  const QRect caret = native_->cursorRect();
+  window->BringIntoSight(*this, {native_->viewport()->mapTo(native_, caret.topLeft()), caret.size()});
 }
 
 // Unlike the widget's own plain text this leaves blanks of every kind as they are.

@@ -21,6 +21,8 @@ class TextAreaView : public TextView {
   void SetNativeSelection(qsizetype start, qsizetype length) override;
 
  private:
+  void FollowCaret();
+
   QPlainTextEdit* native_;
 };
 

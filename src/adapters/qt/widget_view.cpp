@@ -2,6 +2,7 @@
 
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/texts.h"
+#include "adapters/qt/window_view.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -12,7 +13,7 @@ using toolkit::Aspect;
 QWidget* ParentWidgetOf(const toolkit::Control& control) {
   const toolkit::Control* container = control.Container();
   const auto* view = container ? static_cast<const WidgetView*>(container->GetView()) : nullptr;
-  return view ? view->Content() : nullptr;
+  return view ? view->ContentFor(control) : nullptr;
 }
 
 WidgetView::WidgetView(ViewContext& context, toolkit::Control& control, QWidget* widget)
@@ -62,6 +63,11 @@ void WidgetView::Show(Aspect aspect) {
   }
 }
 
+WindowView* WidgetView::Window() const {
+  const toolkit::Form* window = control_.Window();
+  return window ? static_cast<WindowView*>(window->GetView()) : nullptr;
+}
+
 bool WidgetView::Shown() const { return control_.Visible() && !toolkit::OnHiddenTab(control_); }
 
 void WidgetView::ShowPlacement() {
@@ -69,7 +75,8 @@ void WidgetView::ShowPlacement() {
     widget_->setParent(parent);
     if (Shown()) widget_->show();
   }
-  widget_->setGeometry(GetMetrics().Pixels(control_.Place()));
+  const WindowView* window = Window();
+  widget_->setGeometry(window ? window->ShownPlace(control_) : GetMetrics().Pixels(control_.Place()));
 }
 
 void WidgetView::ShowState() {

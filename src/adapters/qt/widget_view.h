@@ -14,6 +14,7 @@
 namespace dossierkit::qt {
 
 class QtApplication;
+class WindowView;
 
 // What all views of one platform share.
 struct ViewContext {
@@ -35,8 +36,8 @@ class WidgetView : public toolkit::View {
   toolkit::Control& GetControl() const { return control_; }
   QWidget* Widget() const { return widget_; }
   const Metrics& GetMetrics() const { return context_.metrics; }
-  // The parent of the widgets of the controls that stand in this one.
-  virtual QWidget* Content() const { return widget_; }
+  // The parent of the widget of a control that stands in this one.
+  virtual QWidget* ContentFor(const toolkit::Control& /*child*/) const { return widget_; }
   // The widget that takes the native focus for this control.
   virtual QWidget* FocusWidget() const { return widget_; }
 
@@ -51,6 +52,8 @@ class WidgetView : public toolkit::View {
   virtual void ShowSelection() {}
 
   ViewContext& Context() const { return context_; }
+  // The view of the window in which the control stands; nullptr once it is gone.
+  WindowView* Window() const;
 
   // Connections that name it as their context end with the view.
   QObject* Hub() { return hub_.get(); }

@@ -4,10 +4,12 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStyle>
-#include <QVBoxLayout>
-#include <algorithm>
+#include <QWindow>
+#include <utility>
 
+#include "adapters/qt/places.h"
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/texts.h"
 #include "platform/toolkit/controls/tab_strip.h"
@@ -17,6 +19,8 @@
 
 namespace dossierkit::qt {
 namespace {
+
+constexpr int kSightMargin = 8;  // around what is brought into sight
 
 class Window : public QWidget {
  public:
@@ -33,6 +37,14 @@ class Window : public QWidget {
   void resizeEvent(QResizeEvent* event) override {
     QWidget::resizeEvent(event);
     if (auto* view = View()) view->Resized();
+  }
+  bool event(QEvent* event) override {
+    const bool handled = QWidget::event(event);
+    // A window manager has put its frame around what it makes the active window.
+    if (event->type() == QEvent::WindowActivate) {
+      if (auto* view = View()) view->Framed();
+    }
+    return handled;
   }
   // Tab is the model's. Qt asks here also where to put the focus of a widget that was disabled.
   bool focusNextPrevChild(bool) override { return false; }
@@ -76,16 +88,24 @@ bool ClickMnemonicIn(const toolkit::Controls& controls, char letter) {
 
 WindowView::WindowView(ViewContext& context, toolkit::Form& form)
     : WidgetView(context, form, MakeWindow(context)), place_(form.Place()) {
-  auto* layout = new QVBoxLayout(Widget());
-  layout->setContentsMargins(0, 0, 0, 0);
   area_ = new QScrollArea(Widget());
   area_->setFrameShape(QFrame::NoFrame);
   area_->setFocusPolicy(Qt::NoFocus);
-  area_->setWidgetResizable(true);
   content_ = new QWidget(area_);
-  content_->setMinimumSize(DesignSize());
+  panes_ = !form.Panes().scrolled.expired();
+  if (panes_) {
+    const toolkit::Rect scrolled = DesignPanes().scrolled;
+    content_->resize(scrolled.width, scrolled.height);
+  } else {
+    area_->setWidgetResizable(true);
+    content_->setMinimumSize(DesignSize());
+  }
   area_->setWidget(content_);
-  layout->addWidget(area_);
+  // Scroll bars that come or go change what is in sight, a little after the window's size.
+  for (const QScrollBar* bar : {area_->horizontalScrollBar(), area_->verticalScrollBar()}) {
+    QObject::connect(
+        bar, &QScrollBar::rangeChanged, Hub(), [this] { BringFocusIntoSight(); }, Qt::QueuedConnection);
+  }
   Widget()->setWindowModality(Qt::ApplicationModal);
   context.application.AddWindow(*this);
 }
@@ -98,41 +118,134 @@ QSize WindowView::DesignSize() const {
   return {GetMetrics().Pixels(GetForm().DesignWidth()), GetMetrics().Pixels(GetForm().DesignHeight())};
 }
 
+toolkit::Panes WindowView::DesignPanes() const {
+  const auto place = [this](const std::weak_ptr<toolkit::Control>& pane) {
+    const auto control = pane.lock();
+    return control ? FromQt(GetMetrics().Pixels(control->Place())) : toolkit::Rect();
+  };
+  const auto& panes = GetForm().Panes();
+  return {place(panes.bar), place(panes.side), place(panes.scrolled)};
+}
+
+toolkit::Panes WindowView::ShownPanes() const {
+  return toolkit::FitPanes(DesignPanes(), FromQt(Widget()->size()));
+}
+
+QWidget* WindowView::ContentFor(const toolkit::Control& child) const {
+  return panes_ && &child != GetForm().Panes().scrolled.lock().get() ? Widget() : content_;
+}
+
+QRect WindowView::ShownPlace(const toolkit::Control& control) const {
+  const QRect place = GetMetrics().Pixels(control.Place());
+  if (!panes_) return place;
+  const auto& panes = GetForm().Panes();
+  const auto side = panes.side.lock();
+  if (&control == panes.bar.lock().get()) return ToQt(ShownPanes().bar);
+  if (&control == side.get()) return ToQt(ShownPanes().side);
+  if (&control == panes.scrolled.lock().get()) return {QPoint(0, 0), place.size()};
+  if (control.Container() != side.get()) return place;
+  return ToQt(toolkit::FollowLowerEdge(FromQt(place), DesignPanes().side, ShownPanes().side));
+}
+
+// Opens, or opens once more, where the frame leaves room for it.
+void WindowView::Place(const QMargins& frame) {
+  QWidget& window = *Widget();
+  const QWidget* owner = GetForm().CenteredOnOwner() ? window.parentWidget() : nullptr;
+  toolkit::WindowRequest request;
+  request.client = request.content = FromQt(DesignSize());
+  if (panes_) {
+    const toolkit::Rect scrolled = DesignPanes().scrolled;
+    request.content = {scrolled.left + scrolled.width, scrolled.top + scrolled.height};
+  }
+  request.scroll_bar = area_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  request.frame = FromQt(frame);
+  request.screen = FromQt(window.screen()->availableGeometry());
+  request.over = owner ? FromQt(owner->frameGeometry()) : request.screen;
+  if (const auto& place = GetForm().Place(); place.left != 0 || place.top != 0) {
+    request.at_corner = true;
+    request.corner = {GetMetrics().Pixels(place.left), GetMetrics().Pixels(place.top)};
+  }
+  const QRect client = ToQt(toolkit::PlaceWindow(request));
+  opened_ = client.size();
+  if (!GetForm().Sizable()) window.setFixedSize(opened_);
+  if (HasFrame(window)) {
+    window.setGeometry(client);
+  } else {
+    window.resize(opened_);
+    window.move(client.topLeft() - QPoint(frame.left(), frame.top()));
+  }
+}
+
 void WindowView::Present() {
   QWidget& window = *Widget();
-  if (!presented_) {
-    presented_ = true;
-    const QScreen* screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
-    const QRect available = screen->availableGeometry();
-    const int scroll_bar = area_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    QSize size = DesignSize();
-    if (size.height() > available.height()) size.rwidth() += scroll_bar;
-    size = size.boundedTo(available.size());
-    if (GetForm().Sizable()) {
-      window.resize(size);
-    } else {
-      window.setFixedSize(size);
-    }
-    const QWidget* owner = GetForm().CenteredOnOwner() ? window.parentWidget() : nullptr;
-    QRect centered({}, size);
-    centered.moveCenter((owner ? owner->geometry() : available).center());
-    QPoint corner = centered.topLeft();
-    if (const auto& place = GetForm().Place(); place.left != 0 || place.top != 0) {
-      corner = {GetMetrics().Pixels(place.left), GetMetrics().Pixels(place.top)};
-    }
-    window.move(std::clamp(corner.x(), available.left(), available.right() + 1 - size.width()),
-                std::clamp(corner.y(), available.top(), available.bottom() + 1 - size.height()));
-  }
+  const bool first = !std::exchange(presented_, true);
+  if (first) Place(FrameOf(window));
   window.show();
   window.raise();
   window.activateWindow();
   Context().application.SyncFocus(GetForm());
+  if (!first) return;
+  ScrollToOrigin();  // from where the layout of the window has moved it
+  BringFocusIntoSight();
+}
+
+void WindowView::Framed() {
+  if (framed_ || !presented_ || !HasFrame(*Widget())) return;
+  framed_ = true;
+  // The user, or a window manager that shows all windows over the whole screen, has decided already.
+  if (Widget()->size() != opened_ || Widget()->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen))
+    return;
+  Place(FrameOf(*Widget()));
 }
 
 void WindowView::Withdraw() { Widget()->hide(); }
 
-void WindowView::BringIntoSight(QWidget& widget) {
-  if (content_->isAncestorOf(&widget)) area_->ensureWidgetVisible(&widget, 8, 8);
+void WindowView::Arrange() {
+  if (!panes_) {
+    area_->setGeometry(Widget()->rect());
+    return;
+  }
+  area_->setGeometry(ToQt(ShownPanes().scrolled));
+  const auto side = GetForm().Panes().side.lock();
+  if (!GetForm().Loaded()) return;
+  for (const auto& control : GetForm().Controls()) {
+    if (control->Container() != &GetForm() && control->Container() != side.get()) continue;
+    if (auto* view = static_cast<WidgetView*>(control->GetView())) view->Show(toolkit::Aspect::kPlacement);
+  }
+}
+
+void WindowView::BringIntoSight(const WidgetView& view, const QRect& part) {
+  const QWidget& widget = *view.Widget();
+  // Before the window shows nothing has been laid out.
+  if (!presented_ || !Widget()->isVisible() || !content_->isAncestorOf(&widget)) return;
+  const auto in_content = [this](const QWidget& shown, const QRect& rect) {
+    return FromQt(QRect(shown.mapTo(content_, rect.topLeft()), rect.size()));
+  };
+  const toolkit::Rect target = in_content(widget, part.isNull() ? widget.rect() : part);
+  toolkit::Rect label = target;
+  const auto labelled_by = view.GetControl().LabelledBy();
+  if (const auto* shown = labelled_by ? static_cast<const WidgetView*>(labelled_by->GetView()) : nullptr;
+      shown && part.isNull() && content_->isAncestorOf(shown->Widget()))
+    label = in_content(*shown->Widget(), shown->Widget()->rect());
+  QScrollBar& across = *area_->horizontalScrollBar();
+  QScrollBar& down = *area_->verticalScrollBar();
+  const toolkit::Point offset = toolkit::ScrollIntoSight(
+      {{across.value(), down.value()}, FromQt(area_->viewport()->size()), FromQt(content_->size())}, target,
+      label, kSightMargin);
+  across.setValue(offset.left);
+  down.setValue(offset.top);
+}
+
+void WindowView::BringFocusIntoSight() {
+  const auto& focus = GetForm().ActiveControl();
+  if (const auto* view = focus ? static_cast<const WidgetView*>(focus->GetView()) : nullptr;
+      view && view->Widget())
+    BringIntoSight(*view);
+}
+
+void WindowView::ScrollToOrigin() {
+  area_->horizontalScrollBar()->setValue(0);
+  area_->verticalScrollBar()->setValue(0);
 }
 
 bool WindowView::ClickMnemonic(char letter) {
@@ -145,6 +258,8 @@ void WindowView::Closed() {
 
 void WindowView::Resized() {
   if (!presented_) return;
+  Arrange();
+  BringFocusIntoSight();
   const auto keep = GetForm().shared_from_this();
   // A smaller window scrolls: for the model it keeps the size of its design.
   const QSize design = DesignSize();

@@ -1,7 +1,9 @@
-// WindowView: a modal window. Its controls stand in an area that scrolls on a smaller screen.
+// WindowView: a modal window. What has no room on a smaller screen scrolls: all of it, or the one pane that
+// its form names.
 #pragma once
 
 #include "adapters/qt/widget_view.h"
+#include "platform/toolkit/loop/placement.h"
 
 class QScrollArea;
 
@@ -16,19 +18,27 @@ class WindowView : public WidgetView {
   WindowView(ViewContext& context, toolkit::Form& form);
   ~WindowView() override;
 
-  QWidget* Content() const override { return content_; }
+  // The scrolling part, or the window itself for what always stays in sight.
+  QWidget* ContentFor(const toolkit::Control& child) const override;
   QWidget* FocusWidget() const override { return nullptr; }
+  // Where a control of this window shows: bar and side reach the window's edges.
+  QRect ShownPlace(const toolkit::Control& control) const;
 
-  // Shows the window, at first in the middle of the screen, and makes it the active one.
+  // Shows the window, at first where its form wants it, and makes it the active one.
   void Present();
   void Withdraw();
-  void BringIntoSight(QWidget& widget);
+  // Scrolls to a control and its label; to `part` of its widget where that is given.
+  void BringIntoSight(const WidgetView& view, const QRect& part = {});
+  // Another page came: it shows from its upper left corner.
+  void ScrollToOrigin();
   // Clicks the enabled button with that mnemonic; false where there is none.
   bool ClickMnemonic(char letter);
 
   // The native window was closed by the user, or changed its size.
   void Closed();
   void Resized();
+  // The window has its frame now: where that leaves the screen it is placed once more.
+  void Framed();
 
  protected:
   void ShowPlacement() override;
@@ -38,11 +48,19 @@ class WindowView : public WidgetView {
  private:
   toolkit::Form& GetForm() const;
   QSize DesignSize() const;
+  toolkit::Panes DesignPanes() const;
+  toolkit::Panes ShownPanes() const;
+  void Place(const QMargins& frame);
+  void Arrange();
+  void BringFocusIntoSight();
 
   QScrollArea* area_ = nullptr;
   QWidget* content_ = nullptr;
+  bool panes_ = false;   // the form names what scrolls
   toolkit::Rect place_;  // as the program set it last
+  QSize opened_;         // the size given to the window when it opened
   bool presented_ = false;
+  bool framed_ = false;
 };
 
 }  // namespace dossierkit::qt

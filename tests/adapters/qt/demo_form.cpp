@@ -169,6 +169,7 @@ void DemoForm::BuildDesign() {
   area = Controls().Make<toolkit::Frame>("frmCtrl");
   area->SetBorder(false);
   area->Move({2175, 525, 12945, 9375});
+  SetPanes(*cool_bar, *menu_frame, *area);
   rows = DemoRows(row_count);
   NewPage();
 }

@@ -95,7 +95,8 @@ TEST_F(QtWindows, OpensOverTheMiddleOfItsOwnerWhereItIsSaid) {
     outer->resize(400, 300);
     outer->move(40, 30);
     Next([&] {
-      const QPoint off = QApplication::activeWindow()->geometry().center() - outer->geometry().center();
+      const QPoint off =
+          QApplication::activeWindow()->frameGeometry().center() - outer->frameGeometry().center();
       EXPECT_LE(off.manhattanLength(), 8) << "but for the frame";
       QApplication::activeWindow()->close();
     });

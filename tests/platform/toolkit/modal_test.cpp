@@ -303,5 +303,78 @@ TEST_F(ModalTest, ResizeReachesTheWindowOnlyWhereTheSizeDiffers) {
   });
 }
 
+TEST_F(ModalTest, AResizeUnderAMessageBoxReachesTheWindowAfterTheEvent) {
+  std::vector<std::string> order;
+  form->on_resize = [&] { order.push_back("resize " + std::to_string(form->Place().width)); };
+  Visit([&] {
+    order.clear();
+    platform.on_message = [&](const headless::Message&) {
+      form->UserResize(12000, 9000);
+      form->UserResize(13000, 9000);
+      order.emplace_back("message");
+    };
+    InEvent([&] {
+      desktop.MsgBox("注意");
+      order.emplace_back("handler ends");
+    });
+    EXPECT_EQ(order, (std::vector<std::string>{"message", "handler ends", "resize 13000"}));
+    InEvent([] {});
+    EXPECT_EQ(order.size(), 3U) << "once";
+  });
+}
+
+TEST_F(ModalTest, ASizeTakenBackUnderAMessageBoxIsNoResize) {
+  int resized = 0;
+  form->on_resize = [&] { ++resized; };
+  Visit([&] {
+    platform.on_message = [&](const headless::Message&) {
+      form->UserResize(12000, 9000);
+      form->UserResize(9000 + kBorderWidth, 6000 + kBorderHeight);
+    };
+    InEvent([&] { desktop.MsgBox("注意"); });
+    EXPECT_EQ(resized, 1);
+    EXPECT_EQ(form->Place().width, 9000 + kBorderWidth);
+  });
+}
+
+TEST_F(ModalTest, AResizeUnderAnotherWindowReachesTheLowerOneAfterwards) {
+  int resized = 0;
+  form->on_resize = [&] { ++resized; };
+  Visit([&] {
+    platform.WillRun([&](Form&) {
+      form->UserResize(12000, 9000);
+      EXPECT_EQ(resized, 1);
+    });
+    InEvent([&] { inner->ShowModal(); });
+    EXPECT_EQ(resized, 2);
+    EXPECT_EQ(form->Place().width, 12000);
+  });
+}
+
+TEST_F(ModalTest, AResizeOfAWindowThatWentIsForgotten) {
+  int resized = 0;
+  form->on_resize = [&] { ++resized; };
+  Visit([&] {
+    platform.on_message = [&](const headless::Message&) { form->UserResize(12000, 9000); };
+    InEvent([&] {
+      desktop.MsgBox("注意");
+      form->Unload();
+    });
+  });
+  Visit([&] { EXPECT_EQ(form->Place().width, 9000 + kBorderWidth); });
+  EXPECT_EQ(resized, 2);
+}
+
+TEST_F(ModalTest, EachLoadDesignsTheWindowAnew) {
+  Visit([&] {
+    form->UserResize(12000, 9000);
+    form->Move({300, 200, 12000, 9000});
+  });
+  Rect place;
+  form->on_load = [&] { place = form->Place(); };
+  Visit([] {});
+  EXPECT_EQ(place, (Rect{0, 0, 9000 + kBorderWidth, 6000 + kBorderHeight}));
+}
+
 }  // namespace
 }  // namespace dossierkit::toolkit

@@ -138,6 +138,8 @@ class Control : public std::enable_shared_from_this<Control> {
   std::string AccessibleName() const;
   void SetAccessibleName(std::string name);
   void SetLabelledBy(Control& label);
+  // The labelling control; nullptr without one.
+  std::shared_ptr<const Control> LabelledBy() const { return labelled_by_.lock(); }
   // The caption that stands on the control itself; empty for kinds without one.
   virtual std::string OwnCaption() const { return {}; }
 

@@ -1,6 +1,7 @@
 #include "platform/toolkit/loop/form.h"
 
 #include <exception>
+#include <utility>
 
 #include "platform/environment/failure.h"
 #include "platform/toolkit/controls/user_control.h"
@@ -30,6 +31,10 @@ void Form::SetDesignSize(int width, int height) {
   Move({0, 0, width + kBorderWidth, height + kBorderHeight});
 }
 
+void Form::SetPanes(Control& bar, Control& side, Control& scrolled) {
+  panes_ = {bar.weak_from_this(), side.weak_from_this(), scrolled.weak_from_this()};
+}
+
 toolkit::Controls& Form::Controls() {
   if (!loaded_) throw environment::MakeFailure(environment::kObjectUnloaded);
   return *controls_;
@@ -42,6 +47,9 @@ void Form::Load() {
     ~Loading() { flag = false; }
   } loading(loading_);
   loaded_ = true;
+  // The design comes afresh; a size that the user gave the window in a former visit is not kept.
+  SetDesignSize(design_width_, design_height_);
+  panes_ = {};
   controls_ = std::make_shared<toolkit::Controls>(*this);
   try {
     BuildDesign();
@@ -84,6 +92,7 @@ void Form::Unload() {
   loaded_ = false;
   shows_.clear();
   sent_keys_.clear();
+  late_size_.reset();
   std::exception_ptr failure;
   try {
     controls_->Clear();
@@ -136,7 +145,10 @@ bool Form::Deliver(const std::function<void()>& event) {
 
 void Form::RunQueues() {
   while (loaded_ && desktop_.IsTopmost(*this)) {
-    if (!shows_.empty()) {
+    if (late_size_) {
+      const auto [width, height] = *std::exchange(late_size_, std::nullopt);
+      Resize(width, height);
+    } else if (!shows_.empty()) {
       const auto page = shows_.front().lock();
       shows_.pop_front();
       if (page && !page->Removed()) page->UserControl_Show();
@@ -164,9 +176,14 @@ void Form::UserClose() {
 }
 
 void Form::UserResize(int width, int height) {
+  late_size_.reset();
+  if (!Deliver([&] { Resize(width, height); })) late_size_ = {width, height};
+}
+
+void Form::Resize(int width, int height) {
   if (width == Place().width && height == Place().height) return;
   Move({Place().left, Place().top, width, height});
-  Deliver([this] { Form_Resize(); });
+  Form_Resize();
 }
 
 }  // namespace dossierkit::toolkit

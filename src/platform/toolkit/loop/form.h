@@ -5,7 +5,9 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/toolkit/controls/basic_controls.h"
@@ -19,6 +21,13 @@ class UserControl;
 // What border and title add to the client area, in twips: the same on every desktop.
 inline constexpr int kBorderWidth = 120;
 inline constexpr int kBorderHeight = 405;
+
+// The panes of a window that is larger than some screens (see placement.h); none where all of it scrolls.
+struct FormPanes {
+  std::weak_ptr<Control> bar;
+  std::weak_ptr<Control> side;
+  std::weak_ptr<Control> scrolled;
+};
 
 // A derived window builds its controls in BuildDesign. Its own variables survive unloading; the
 // controls do not. A window must live in a shared pointer while shown.
@@ -39,6 +48,7 @@ class Form : public Control {
   // Whether it opens over the middle of the window below it, else in the middle of the screen.
   bool CenteredOnOwner() const { return centered_on_owner_; }
   bool KeyPreview() const { return key_preview_; }
+  const FormPanes& Panes() const { return panes_; }
 
   // Loads the window if needed, shows it and runs a nested loop until it is hidden or unloaded.
   // Throws 400 if it is on show or loading already, 364 if it was unloaded in its own load, and whatever left
@@ -78,8 +88,9 @@ class Form : public Control {
   // copy, ...) of the box that has the focus, and was carried out.
   bool UserEditKey(int key, int shift);
   void UserTab(bool forward);
-  void UserClose();                        // the close box
-  void UserResize(int width, int height);  // outer size, in twips
+  void UserClose();  // the close box
+  // The outer size, in twips. Form_Resize comes at once, or after the message box or window above.
+  void UserResize(int width, int height);
 
   // Queues "{tab}" or "{Home}+{End}" for after the present event; dropped if the page that has the
   // focus now is gone by then.
@@ -97,6 +108,8 @@ class Form : public Control {
   void SetSizable(bool sizable) { sizable_ = sizable; }
   void SetCenteredOnOwner(bool centered) { centered_on_owner_ = centered; }
   void SetKeyPreview(bool preview) { key_preview_ = preview; }
+  // Of the design: toolbar and menu stay in sight on every screen, `scrolled` alone scrolls.
+  void SetPanes(Control& bar, Control& side, Control& scrolled);
 
   friend class Control;
   friend class toolkit::Controls;
@@ -117,6 +130,7 @@ class Form : public Control {
   void FocusFirstStop();
   void ForgetFocusOf(const Control& removed);
   void RunQueues();
+  void Resize(int width, int height);
   std::shared_ptr<Control> KeyTarget() const;
   bool ClickButtonOf(int key);
   void DeliverSentKeys(const SentKeys& sent);
@@ -138,6 +152,8 @@ class Form : public Control {
   std::shared_ptr<Control> focus_;
   std::deque<std::weak_ptr<UserControl>> shows_;
   std::deque<SentKeys> sent_keys_;
+  std::optional<std::pair<int, int>> late_size_;  // came while something stood above this window
+  FormPanes panes_;
 };
 
 }  // namespace dossierkit::toolkit
