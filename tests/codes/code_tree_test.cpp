@@ -172,7 +172,7 @@ TEST_F(CodeTree, TheOrderOfTheLevelsIsThatOfTheirNumbers) {
 }
 
 TEST_F(CodeTree, RequiredAFirstLevelWithoutRowsDropsTheSearchText) {
-  Script("delete from LEVELS where len(dmcod)=1");
+  Script("delete from LEVELS where length(dmcod)=1");
   EXPECT_EQ(During([&] {
               Show("LEVELS", "sd", [&] {
                 EXPECT_TRUE(Nodes().empty());
@@ -186,7 +186,7 @@ TEST_F(CodeTree, RequiredAFirstLevelWithoutRowsDropsTheSearchText) {
 }
 
 TEST_F(CodeTree, AnInnerLevelWithoutRowsIsPassedOver) {
-  Script("delete from LEVELS where len(dmcod)=4");
+  Script("delete from LEVELS where length(dmcod)=4");
   Show("LEVELS", "yy", [&] {
     EXPECT_EQ(Nodes(), Join({kTop, kInner}));
     EXPECT_EQ(ListRows(), (Statements{"园艺"}));

@@ -232,6 +232,7 @@ TEST_F(QtTextBox, F4AndAltDownAreDoubleClicks) {
 
 TEST_F(QtTextBox, TheRightButtonOpensTheMenuAfterItsPressWasRaised) {
   int presses = 0;
+  QApplication::clipboard()->setText("李");
   Play([&] {
     Name().SetText("张三");
     Notes().SetFocus();

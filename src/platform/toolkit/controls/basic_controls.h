@@ -64,7 +64,8 @@ class Line : public Control {
 // A picture file that the platform has read and decoded; empty for none.
 struct Picture {
   std::shared_ptr<const std::vector<unsigned char>> bytes;  // of the file
-  // What the platform's own views show, about as large as the control it was loaded for; nobody decodes again.
+  // What the platform's own views show, about as large as the control it was loaded for; nobody decodes
+  // again.
   std::shared_ptr<const void> decoded;
   bool Empty() const { return !bytes || bytes->empty(); }
 };

@@ -41,9 +41,9 @@ class Platform {
   // The file dialog: the chosen path, which need not exist, or empty.
   virtual std::string ChooseFile(const CommonDialog& request) = 0;
 
-  // Reads a JPEG and decodes it, once, at the size of the place that it is to be shown in; an empty path gives
-  // no picture. Throws 53 where there is no such file, 70 and 75 where it cannot be read, 481 where it is no
-  // picture or beyond the limits of files/picture_file.h.
+  // Reads a JPEG and decodes it, once, at the size of the place that it is to be shown in; an empty path
+  // gives no picture. Throws 53 where there is no such file, 70 and 75 where it cannot be read, 481 where it
+  // is no picture or beyond the limits of files/picture_file.h.
   virtual Picture LoadPicture(const std::string& path, const Rect& place) = 0;
 
   // The whole screen, in twips.
