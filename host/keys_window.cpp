@@ -20,7 +20,7 @@ namespace {
 constexpr QSize kWanted(760, 640);
 constexpr int kKeyColumn = 34;    // of a hundred
 constexpr int kLineHeight = 125;  // of a hundred
-constexpr int kGap = 8;
+constexpr qreal kGap = 8;
 constexpr QColor kHeadTint(0xDD, 0xE6, 0xF1);
 constexpr QColor kLineTint(0xF3, 0xF6, 0xFA);
 

@@ -77,7 +77,7 @@ std::string Padded(int number) { return (number < 10 ? "0" : "") + std::to_strin
 std::string Constant(const Value& value) {
   if (value.IsNull()) return "null";
   if (const bool* flag = value.As<bool>()) return *flag ? "1" : "0";
-  if (const double* number = value.As<double>()) {
+  if (const auto* number = value.As<double>()) {
     char digits[400];  // the longest number without an exponent has 309 before the point
     const auto end = std::to_chars(digits, digits + sizeof digits, *number, std::chars_format::fixed).ptr;
     return Quoted({digits, end});
