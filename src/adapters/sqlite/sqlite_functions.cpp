@@ -3,8 +3,6 @@
 #include <exception>
 #include <memory>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "platform/environment/text.h"
 #include "platform/jet/like.h"
@@ -86,16 +84,18 @@ environment::Failure FailureOfMessage(const std::string& message, const std::str
 
 }  // namespace
 
-std::string WithLength(std::string statement) {
+std::string WithLength(const std::string& statement) {
   // A function of that name stands in few statements.
   if (environment::LowerCase(statement).find("len") == std::string::npos) return statement;
-  std::vector<std::size_t> places;
+  std::string result;
+  std::size_t copied = 0;
   const auto tokens = jet::Tokenize(statement);
   for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
-    if (tokens[i].Is("len") && tokens[i + 1].Is("(")) places.push_back(tokens[i].End());
+    if (!tokens[i].Is("len") || !tokens[i + 1].Is("(")) continue;
+    result.append(statement, copied, tokens[i].End() - copied).append("gth");
+    copied = tokens[i].End();
   }
-  for (auto place = places.rbegin(); place != places.rend(); ++place) statement.insert(*place, "gth");
-  return statement;
+  return result.append(statement, copied);
 }
 
 void RegisterFunctions(sqlite3* database) {

@@ -10,7 +10,7 @@
 namespace dossierkit::sqlite {
 
 // The statement with SQLite's own length for len, since an index may stand on it.
-std::string WithLength(std::string statement);
+std::string WithLength(const std::string& statement);
 
 // Registers the dialect's like on a connection.
 void RegisterFunctions(sqlite3* database);
