@@ -25,8 +25,10 @@ std::optional<Selection> EditHistory::Undo(std::string& text) {
   Step step = std::move(done_.back());
   done_.pop_back();
   grows_ = false;
-  for (auto edit = step.edits.rbegin(); edit != step.edits.rend(); ++edit)
-    text.replace(edit->position, edit->inserted.size(), edit->removed);
+  for (std::size_t i = step.edits.size(); i-- > 0;) {
+    const TextEdit& edit = step.edits[i];
+    text.replace(edit.position, edit.inserted.size(), edit.removed);
+  }
   undone_.push_back(std::move(step));
   return undone_.back().before;
 }
