@@ -54,6 +54,10 @@ void CheckTokens(std::string_view statement, const std::vector<jet::Token>& toke
     REQUIRE(IsBlank(statement.substr(end, token.position - end)));
     if (token.kind == jet::TokenKind::kLiteral) {
       REQUIRE(jet::LiteralOf(jet::TextOfLiteral(token.text)) == token.text);
+    } else if (token.text[0] == '[') {
+      REQUIRE(token.kind == jet::TokenKind::kWord && token.text == "[" + std::string(token.Name()) + "]");
+      REQUIRE(!IsBlank(token.Name()) &&
+              token.Name().find_first_of(std::string_view("[]\0", 3)) == std::string_view::npos);
     } else {
       REQUIRE(token.text.find_first_of(std::string_view("'\";[]\0", 6)) == std::string_view::npos);
     }
