@@ -1,7 +1,6 @@
 #include "host/visits.h"
 
 #include <QMessageBox>
-#include <algorithm>
 #include <exception>
 #include <functional>
 #include <optional>
@@ -83,11 +82,9 @@ std::int16_t Visits::PersonTypeOf(const std::string& person) const {
 
 void Visits::PartDoubled(const std::vector<std::string>& persons, QWidget* over) {
   Try(over, [&] {
-    for (const care::DoubledPerson& doubled : care::FindDoubledPersons(*database_)) {
-      const bool concerned = std::any_of(persons.begin(), persons.end(), [&](const std::string& person) {
-        return environment::LowerCase(person) == environment::LowerCase(doubled.person);
-      });
-      if (concerned) AskWhichRowStays(*database_, doubled, over);
+    for (const std::string& person : persons) {
+      if (const auto doubled = care::FindDoubledPerson(*database_, person))
+        AskWhichRowStays(*database_, *doubled, over);
     }
   });
 }

@@ -156,6 +156,12 @@ int RenumberRecords(ado::Connection& connection, const std::string& person) {
   return static_cast<int>(wrong.size());
 }
 
+std::optional<DoubledPerson> FindDoubledPerson(ado::Connection& connection, const std::string& person) {
+  Rows all = Read(connection, RowsOfPerson(person));
+  if (all.rows.size() < 2) return std::nullopt;
+  return DoubledPerson{person, std::move(all.columns), std::move(all.rows)};
+}
+
 std::vector<DoubledPerson> FindDoubledPersons(ado::Connection& connection) {
   const auto persons = connection.Execute("select A00 from A01 order by A00");
   std::vector<std::string> doubled;
@@ -169,8 +175,7 @@ std::vector<DoubledPerson> FindDoubledPersons(ado::Connection& connection) {
   }
   std::vector<DoubledPerson> found;
   for (const std::string& person : doubled) {
-    Rows all = Read(connection, RowsOfPerson(person));
-    if (all.rows.size() > 1) found.push_back({person, std::move(all.columns), std::move(all.rows)});
+    if (auto rows = FindDoubledPerson(connection, person)) found.push_back(*std::move(rows));
   }
   return found;
 }

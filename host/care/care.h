@@ -1,6 +1,7 @@
 // Care: keeps a host's users clear of two required hazards. For any host: it needs the connection port alone.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,11 @@ struct DoubledPerson {
   std::vector<std::vector<environment::Value>> rows;  // in the order of A0199
 };
 
-// All such persons, in the order of their identifiers. A person is doubled when he is stored by the answer to
-// a question and then saved on A01, so a host looks after each visit. Throws a Failure.
+// This person, if he is one. A person is doubled when he is stored by the answer to a question and then saved
+// on A01, so a host looks after each visit. Throws a Failure.
+std::optional<DoubledPerson> FindDoubledPerson(ado::Connection& connection, const std::string& person);
+
+// All such persons, in the order of their identifiers; reads every identifier. Throws a Failure.
 std::vector<DoubledPerson> FindDoubledPersons(ado::Connection& connection);
 
 // Deletes one of the rows, from 0, known by its A0199; the others and the person's records stay. Throws a

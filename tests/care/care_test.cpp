@@ -218,6 +218,17 @@ TEST_F(Care, BehindADeletionTheNextVisitWritesIntoTheRecordOnShow) {
 
 TEST_F(Care, TheSampleHasNoDoubledPerson) { EXPECT_TRUE(care::FindDoubledPersons(*visit.database).empty()); }
 
+TEST_F(Care, OnePersonIsLookedForAlone) {
+  EXPECT_FALSE(care::FindDoubledPerson(*visit.database, kPerson).has_value());
+  Script("insert into A01(A00,A0101,A0199) values('p-other','另一人',901)");
+  Script("insert into A01(A00,A0101,A0199) values('p-other','另一人',902)");
+  EXPECT_FALSE(care::FindDoubledPerson(*visit.database, kPerson).has_value());
+  const auto doubled = care::FindDoubledPerson(*visit.database, "p-other");
+  ASSERT_TRUE(doubled.has_value());
+  EXPECT_EQ(doubled->person, "p-other");
+  EXPECT_EQ(doubled->rows.size(), 2U);
+}
+
 TEST_F(Care, APersonStoredByAQuestionAndSavedAgainIsFoundWithBothRows) {
   std::string person;
   visit.OpenNew([&] {
