@@ -109,6 +109,15 @@ TEST_F(Conformance, WhatAnUpdateStoresIsWhatAnInsertStores) {
   }
 }
 
+TEST_F(Conformance, ABooleanIsFoundByItsWordHoweverItWasStored) {
+  Run("insert into A02(A00,A0206) values('P','True')");
+  EXPECT_EQ(One("select count(*) from A02 where A0206=true"), Value(1));
+  Run("update A02 set A0206='0'");
+  EXPECT_EQ(One("select count(*) from A02 where A0206=false"), Value(1));
+  Run("update A02 set A0206='-1'");
+  EXPECT_EQ(One("select count(*) from A02 where A0206=true"), Value(1));
+}
+
 TEST_F(Conformance, AnUpdateComparesNumbersWhole) {
   Run("insert into A02(A00,A0207,A0299) values('P','1.5','5')");
   Run("update A02 set A0202='x' where A0299=99999999999999999999");

@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QStyle>
 #include <QTableView>
@@ -112,22 +113,47 @@ TEST_P(PageLook, NoCaptionIsCutOff) {
   });
 }
 
+// The lines of a picture on which something dark stands; the lines between the heads are pale.
+int InkedLines(const QImage& picture) {
+  int inked = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    bool ink = false;
+    for (int x = 0; x < picture.width(); ++x) ink = ink || picture.pixelColor(x, y).lightness() < 120;
+    inked += ink ? 1 : 0;
+  }
+  return inked;
+}
+
+// The text as it looks with room on all sides.
+QImage Free(const QString& text, const QHeaderView& head, const QColor& ground) {
+  QImage picture(head.fontMetrics().horizontalAdvance(text) + 20, 2 * head.height(), QImage::Format_RGB32);
+  picture.fill(ground);
+  QPainter painter(&picture);
+  painter.setFont(head.font());
+  painter.setPen(head.palette().color(QPalette::ButtonText));
+  painter.drawText(picture.rect(), Qt::AlignCenter, text);
+  return picture;
+}
+
 TEST_P(PageLook, NoHeadingOfAListIsCutOff) {
   LookAtEveryPage([](const std::string& set, QWidget& page) {
     const auto* list = page.findChild<QTableView*>("DGItems");
     if (!list->isVisible()) return;
     QHeaderView* head = list->horizontalHeader();
-    const QImage picture = head->grab(QRect(8, 0, 100, head->height() - 2)).toImage();
+    const QImage picture = head->grab().toImage();
     const QColor ground = picture.pixelColor(0, 0);
-    int inked = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-      bool ink = false;
-      // The lines between the heads are as pale as the ground is.
-      for (int x = 0; x < picture.width(); ++x) ink = ink || picture.pixelColor(x, y).lightness() < 120;
-      inked += ink ? 1 : 0;
-    }
     EXPECT_GT(ground.lightness(), 200) << set;
-    EXPECT_GE(inked, head->fontMetrics().height() / 2) << set;
+    int seen = 0;
+    for (int column = 0; column < list->model()->columnCount(); ++column) {
+      const QRect place(head->sectionViewportPosition(column), 0, head->sectionSize(column), head->height());
+      const QString text = list->model()->headerData(column, Qt::Horizontal).toString();
+      if (list->isColumnHidden(column) || text.size() > 4 || !picture.rect().contains(place)) continue;
+      const int lines = InkedLines(Free(text, *head, ground));
+      EXPECT_GT(lines, head->fontMetrics().height() / 2) << set;
+      EXPECT_EQ(InkedLines(picture.copy(place)), lines) << set << ": " << text.toStdString();
+      ++seen;
+    }
+    EXPECT_GT(seen, 1) << set;
     for (int column = 0; column < list->model()->columnCount(); ++column) {
       const QString text = list->model()->headerData(column, Qt::Horizontal).toString();
       if (list->isColumnHidden(column) || text.size() > 4) continue;

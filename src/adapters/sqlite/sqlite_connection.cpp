@@ -206,7 +206,6 @@ class SqliteConnection::Engine {
     const int result = sqlite3_reset(update_.get());
     if (result == SQLITE_SCHEMA) {
       update_.reset();
-      tables_.clear();
       return false;
     }
     if (result != SQLITE_OK) throw FailureOf(database_, statement);

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -119,6 +120,17 @@ TEST(SqliteFile, OnAReadOnlyMediumALogIsToldWithTheFile) {
   const DatabaseFile file(kTable);
   DatabaseFile::UseLog(file.Path());
   const ReadOnly medium(file);
+  EXPECT_EQ(Told([&] { SqliteConnection connection(file.Path()); }),
+            "无法写入数据库的日志，请检查所在文件夹的权限：" + file.Path());
+}
+
+TEST(SqliteFile, ALogThatOnlySomebodyElseMayOpenIsToldWithTheFile) {
+  const DatabaseFile file(kTable);
+  DatabaseFile::UseLog(file.Path());
+  std::ofstream(file.Path() + "-wal").close();
+  fs::permissions(file.Path(), fs::perms(0666));
+  fs::permissions(file.Path() + "-wal", fs::perms::none);
+  const Unprivileged nobody;
   EXPECT_EQ(Told([&] { SqliteConnection connection(file.Path()); }),
             "无法写入数据库的日志，请检查所在文件夹的权限：" + file.Path());
 }

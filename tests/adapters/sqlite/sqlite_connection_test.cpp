@@ -191,7 +191,8 @@ TEST(SqliteConnection, ARepeatedUpdateSeesATableThatAnotherProgramMadeAnew) {
 TEST(SqliteConnection, AnUpdateOfANewShapeSeesATableThatAnotherProgramMadeAnew) {
   const DatabaseFile file("create table t(n integer, v varchar(20)); insert into t values(1, '');");
   SqliteConnection connection(file.Path());
-  connection.Run("update t set v='1990年03月' where n=1");
+  for (const char* condition : {"n=1", "n<2"})
+    connection.Run("update t set v='1990年03月' where " + std::string(condition));
   SqliteConnection(file.Path())
       .RunScript("drop table t; create table t(n integer, v datetime); insert into t values(1, null);");
   connection.Run("select n from t");  // the engine knows the new table by now

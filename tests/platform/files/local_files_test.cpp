@@ -178,6 +178,15 @@ TEST_F(LocalFilesTest, ALinkIsDeletedAndWhatItLeadsToStays) {
   EXPECT_EQ(fs::status(Elsewhere("letter")).permissions(), fs::perms::owner_read);
 }
 
+TEST_F(LocalFilesTest, ALinkToAProtectedFileIsNotProtected) {
+  Write(Elsewhere("letter"), "old");
+  fs::permissions(Elsewhere("letter"), fs::perms::owner_read);
+  fs::create_symlink(Elsewhere("letter"), folder_ / "b");
+  files_.DeleteFile(Path("b"), false);
+  EXPECT_TRUE(Names().empty());
+  EXPECT_EQ(Read(Elsewhere("letter")), "old");
+}
+
 TEST_F(LocalFilesTest, OnlyARegularFileIsAFile) {
   Write("a", "x");
   ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0600), 0);

@@ -53,7 +53,7 @@ TEST(PictureCounts, EveryScanCounts) {
 TEST(PictureCounts, WhatIsNoJpegCountsNothing) {
   for (const std::string& bytes :
        {std::string(), std::string("\xFF"), std::string("no picture"), "x" + ProgressiveJpeg(16, 16, 3),
-        "\xFF\xD9" + ProgressiveJpeg(16, 16, 3)}) {
+        "\xFF\xD9" + ProgressiveJpeg(16, 16, 3), "x\xD8" + ProgressiveJpeg(16, 16, 3).substr(2)}) {
     EXPECT_EQ(Count(bytes).scans, 0U);
     EXPECT_EQ(Count(bytes).pixels, 0U);
   }
@@ -105,6 +105,19 @@ TEST(PictureCounts, ALengthOfLessThanItsOwnTwoBytesIsTwo) {
     const std::string file = kStart + std::string{'\xFF', '\xE1', '\0', length} + JpegScan(0, 0) + kEnd;
     EXPECT_EQ(Count(file).scans, 1U);
   }
+}
+
+TEST(PictureCounts, ASegmentOfNoBytesHasNoSize) {
+  for (const char length : {'\0', '\1', '\2', '\6'}) {
+    const std::string file = kStart + std::string("\xFF\xC2\0", 3) + length + "\x08\x10\x10\x10\x10";
+    EXPECT_EQ(Count(file).pixels, 0U) << int{length};
+  }
+  EXPECT_EQ(Count(kStart + std::string("\xFF\xC2\0\7\x08\0\3\0\5", 9)).pixels, 15U);
+  EXPECT_EQ(Count(kStart + std::string("\xFF\xDA\0\2", 4)).scans, 1U);
+}
+
+TEST(PictureCounts, BehindASecondStartNothingIsHidden) {
+  EXPECT_EQ(Count(kStart + kStart + JpegFrame(0xC2, 8, 8)).pixels, 64U);
 }
 
 TEST(PictureCounts, AFileThatEndsAnywhereIsCountedSoFar) {
@@ -210,6 +223,15 @@ TEST_F(PictureFile, ThatIsNoneIsNotFound) {
   for (const char* name : {"pipe.jpg", "link.jpg", "broken.jpg", "folder.jpg", "none.jpg", "none\\a.jpg"}) {
     EXPECT_EQ(NumberOf(name), 53) << name;
   }
+}
+
+TEST_F(PictureFile, ThatIsCutWhileItIsReadHasTheBytesThatAreThere) {
+  Write("a.jpg", ProgressiveJpeg(64, 64, 3));
+  const SystemCalls watch([&](const std::string& name, std::size_t) {
+    if (name == "read") fs::resize_file(folder_ / "a.jpg", 2);
+    return 0;
+  });
+  EXPECT_EQ(ReadPictureFile(Path("a.jpg")), (std::vector<unsigned char>{0xFF, 0xD8}));
 }
 
 TEST_F(PictureFile, ThatCannotBeReadIsToldAsItIs) {
