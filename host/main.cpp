@@ -101,6 +101,7 @@ int Run(const Options& options) {
     case Options::Action::kHelp: std::cout << Usage(); return 0;
     case Options::Action::kVersion: std::cout << "dossier " DOSSIERKIT_VERSION "\n"; return 0;
     case Options::Action::kCreateSample: CreateSample(options.file); return 0;
+    case Options::Action::kCreateEmpty: CreateEmpty(options.file); return 0;
     case Options::Action::kPeople:
     case Options::Action::kVisit:
     case Options::Action::kTour: break;

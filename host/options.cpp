@@ -37,10 +37,11 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.action = Options::Action::kVersion;
       return options;
     }
-    if (argument == "create-sample" && next == 1) {
-      options.action = Options::Action::kCreateSample;
+    if ((argument == "create-sample" || argument == "create-empty") && next == 1) {
+      options.action =
+          argument == "create-sample" ? Options::Action::kCreateSample : Options::Action::kCreateEmpty;
       options.file = value_of(argument);
-      if (next != arguments.size()) throw UsageError("create-sample takes one file");
+      if (next != arguments.size()) throw UsageError(argument + " takes one file");
       return options;
     }
     if (argument == "--database") {
@@ -88,6 +89,7 @@ std::string Usage() {
                [--person ID | --new] [--operation-type N] [--person-type N]
                [--trace-sql FILE] [--tour DIR]
        dossier create-sample FILE
+       dossier create-empty FILE
        dossier --help | --version
 
 Without --person or --new: a window with the people of the database.
@@ -104,6 +106,7 @@ Without --person or --new: a window with the people of the database.
   --tour DIR            plays a tour through the window and writes its pictures into DIR; its copies of
                         database and photographs lie in DIR/tour-data
   create-sample FILE    writes a fresh copy of the sample database; refuses a file that is there
+  create-empty FILE     the same without people: tables, metadata and code tables alone
 
 The working copies lie in $XDG_DATA_HOME/dossierkit, by default in ~/.local/share/dossierkit.
 Prints "ShowDossier returned True" or "... False" and exits with 0; exits with 1 where a call failed

@@ -10,7 +10,7 @@
 namespace dossierkit::host {
 
 struct Options {
-  enum class Action { kPeople, kVisit, kTour, kCreateSample, kHelp, kVersion };
+  enum class Action { kPeople, kVisit, kTour, kCreateSample, kCreateEmpty, kHelp, kVersion };
   Action action = Action::kPeople;
   std::string database;    // file; empty: the sample database
   std::string connection;  // connection string in place of a file
@@ -20,7 +20,7 @@ struct Options {
   std::optional<std::int16_t> person_type;  // by default the stored person's own, or 1
   std::string trace_file;
   std::string folder;  // of the tour's pictures
-  std::string file;    // of create-sample
+  std::string file;    // of create-sample and create-empty
 };
 
 // Arguments that cannot be understood; what() says which.

@@ -13,6 +13,8 @@ fs::path ProgramFolder() { return fs::read_symlink("/proc/self/exe").parent_path
 
 fs::path SampleDatabase() { return ProgramFolder().parent_path() / "share" / "sample.db"; }
 
+fs::path EmptyDatabase() { return ProgramFolder().parent_path() / "share" / "empty.db"; }
+
 fs::path SamplePhotos() { return ProgramFolder().parent_path() / "share" / "photos"; }
 
 fs::path DataFolder() {
@@ -56,10 +58,10 @@ fs::path WorkingDatabase() {
   return working;
 }
 
-void CreateSample(const fs::path& target) {
+static void CreateFrom(const fs::path& source, const std::string& what, const fs::path& target) {
   const auto refuse = [&](const std::string& why) {
     throw environment::Failure(environment::kPathAccess,
-                               "无法建立示例数据库 " + target.string() + "（" + why + "），请换一个位置。");
+                               "无法建立" + what + " " + target.string() + "（" + why + "），请换一个位置。");
   };
   std::error_code error;
   // What an earlier database left beside it may hold its last changes, and must not be taken for this one's.
@@ -69,8 +71,12 @@ void CreateSample(const fs::path& target) {
       refuse("已有文件 " + present.string());
   }
   error.clear();
-  if (!fs::copy_file(SampleDatabase(), target, error)) refuse(error.message());
+  if (!fs::copy_file(source, target, error)) refuse(error.message());
   fs::permissions(target, fs::perms::owner_write, fs::perm_options::add, error);
 }
+
+void CreateSample(const fs::path& target) { CreateFrom(SampleDatabase(), "示例数据库", target); }
+
+void CreateEmpty(const fs::path& target) { CreateFrom(EmptyDatabase(), "空数据库", target); }
 
 }  // namespace dossierkit::host

@@ -6,8 +6,9 @@
 namespace dossierkit::host {
 
 std::filesystem::path ProgramFolder();
-// The sample database as it was built.
+// The sample database as it was built, and the same without people.
 std::filesystem::path SampleDatabase();
+std::filesystem::path EmptyDatabase();
 // Where the program keeps what is entered: dossierkit in $XDG_DATA_HOME, by default in ~/.local/share. Made
 // for the user alone where it is missing.
 std::filesystem::path DataFolder();
@@ -26,5 +27,7 @@ void CopyPhotos(const std::filesystem::path& from, const std::filesystem::path& 
 // Writes a fresh copy of the sample database as `target`. Throws a Failure, also where there is anything of
 // that name or of a database that was there: nothing is overwritten.
 void CreateSample(const std::filesystem::path& target);
+// The same of the database without people.
+void CreateEmpty(const std::filesystem::path& target);
 
 }  // namespace dossierkit::host

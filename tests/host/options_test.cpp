@@ -48,6 +48,14 @@ TEST(Options, CreateSampleHasOneFile) {
   EXPECT_THROW(ParseOptions({"create-sample", "a", "b"}), UsageError);
 }
 
+TEST(Options, CreateEmptyHasOneFile) {
+  const Options options = ParseOptions({"create-empty", "f.db"});
+  EXPECT_EQ(options.action, Action::kCreateEmpty);
+  EXPECT_EQ(options.file, "f.db");
+  EXPECT_THROW(ParseOptions({"create-empty"}), UsageError);
+  EXPECT_THROW(ParseOptions({"create-empty", "a", "b"}), UsageError);
+}
+
 TEST(Options, HelpAndVersionNeedNothingElse) {
   EXPECT_EQ(ParseOptions({"--help"}).action, Action::kHelp);
   EXPECT_EQ(ParseOptions({"--version"}).action, Action::kVersion);

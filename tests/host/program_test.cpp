@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -95,6 +96,35 @@ TEST_F(Program, CreateSampleRefusesAFileThatIsThere) {
     EXPECT_EQ(Read(In(std::string("s.db") + ending)), "mine");
     fs::remove(In(std::string("s.db") + ending));
   }
+}
+
+TEST_F(Program, CreateEmptyWritesTheSameDatabaseWithoutPeople) {
+  const Outcome outcome = Run("create-empty '" + In("e.db").string() + "'");
+  EXPECT_EQ(outcome.code, 0) << outcome.error;
+  EXPECT_EQ(outcome.out, "");
+  const auto sample = SampleDatabase();
+  sqlite::SqliteConnection database(In("e.db").string());
+  const auto tables = Column(*sample, "select name from sqlite_master where type='table' order by name");
+  ASSERT_EQ(tables.size(), 40U);
+  EXPECT_EQ(Rows(database, "select type,name,sql from sqlite_master order by name"),
+            Rows(*sample, "select type,name,sql from sqlite_master order by name"));
+  const auto sets = Column(*sample, "select tblname from s_infotable");
+  for (const std::string& table : tables) {
+    const bool of_people = std::find(sets.begin(), sets.end(), table) != sets.end();
+    EXPECT_EQ(One(database, "select count(*) from " + table),
+              of_people ? "0" : One(*sample, "select count(*) from " + table))
+        << table;
+  }
+}
+
+TEST_F(Program, CreateEmptyRefusesAFileThatIsThere) {
+  std::ofstream(In("e.db-wal")) << "mine";
+  const Outcome outcome = Run("create-empty '" + In("e.db").string() + "'");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.error, "dossier: 无法建立空数据库 " + In("e.db").string() + "（已有文件 " +
+                               In("e.db-wal").string() + "），请换一个位置。\n");
+  EXPECT_EQ(Read(In("e.db-wal")), "mine");
+  EXPECT_FALSE(fs::exists(In("e.db")));
 }
 
 TEST_F(Program, CreateSampleWhereNothingCanBeWrittenSaysSo) {
