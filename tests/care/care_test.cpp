@@ -188,6 +188,48 @@ TEST_F(Care, AnApostropheInAnIdentifierIsPlainText) {
   EXPECT_EQ(Read("select * from A03 where A0302<>'某' order by A00,A0399"), others);
 }
 
+TEST_F(Care, AWildcardInAnIdentifierIsPlainText) {
+  Script("insert into A03(A00,A0302,A0399) values('%','某',5)");
+  const Lines others = Read("select * from A03 where A00<>'%' order by A00,A0399");
+  EXPECT_EQ(Renumber("%"), 1);
+  EXPECT_EQ(Read("select A0399 from A03 where A00='%'"), Lines{"1"});
+  EXPECT_EQ(Read("select * from A03 where A00<>'%' order by A00,A0399"), others);
+}
+
+TEST_F(Care, ASetWithoutATableIsPassedOver) {
+  Script(
+      "insert into s_infotable(tblname,Property) values(null,0); insert into s_infotable values('',null,9,"
+      "null,null,0)");
+  Script("update A03 set A0399=A0399+7 where A00='" + kPerson + "'");
+  EXPECT_EQ(Renumber(), 1);
+  EXPECT_EQ(Numbers(), (Lines{"1", "2", "3", "4", "5"}));
+}
+
+TEST_F(Care, OnlyTrueAsANumberOrNothingAtAllIsOneRecordAPerson) {
+  Script(
+      "alter table s_infotable rename column Property to former;"
+      "alter table s_infotable add column Property integer;"
+      "update s_infotable set Property=-1");
+  Script("update A03 set A0399=A0399+7 where A00='" + kPerson + "'");
+  EXPECT_EQ(Renumber(), 0);
+  Script("update s_infotable set Property=null where tblname='A03'");
+  EXPECT_EQ(Renumber(), 0);
+  EXPECT_EQ(Numbers(), (Lines{"8", "9", "10", "11", "12"}));
+  for (const char* many : {"1", "0", "-2"}) {
+    Script("update s_infotable set Property=" + std::string(many) + " where tblname='A03'");
+    Script("update A03 set A0399=A0399+7 where A00='" + kPerson + "'");
+    EXPECT_EQ(Renumber(), 1) << many;
+    EXPECT_EQ(Numbers(), (Lines{"1", "2", "3", "4", "5"})) << many;
+  }
+}
+
+TEST_F(Care, TheNumberIsFoundInSmallLettersToo) {
+  Script("alter table A03 rename column A0399 to a0399");
+  Script("update A03 set A0399=A0399+7 where A00='" + kPerson + "'");
+  EXPECT_EQ(Renumber(), 1);
+  EXPECT_EQ(Numbers(), (Lines{"1", "2", "3", "4", "5"}));
+}
+
 // The hazard itself: delete record 2, open the person again, correct the first record.
 TEST_F(Care, BehindADeletionTheNextVisitWritesIntoTheRecordOnShow) {
   const auto delete_and_correct = [&](bool cared_for) {
@@ -255,11 +297,14 @@ TEST_F(Care, APersonStoredByAQuestionAndSavedAgainIsFoundWithBothRows) {
 }
 
 TEST_F(Care, IdentifiersThatDifferInCaseAreOnePersonAndThreeRowsOneFinding) {
-  Script("insert into A01(A00,A0101,A0199) values(lower('" + kPerson + "'),'二',13)");
-  Script("insert into A01(A00,A0101,A0199) values('" + kPerson + "','三',14)");
+  for (const char* person : {"P-1", "p-1", "P-1", "P-2", "P-2", "p-2"})
+    Script("insert into A01(A00,A0101) values('" + std::string(person) + "','某')");
   const auto doubled = care::FindDoubledPersons(*visit.database);
-  ASSERT_EQ(doubled.size(), 1U);
+  ASSERT_EQ(doubled.size(), 2U);
+  EXPECT_EQ(doubled[0].person, "P-1");
   EXPECT_EQ(doubled[0].rows.size(), 3U);
+  EXPECT_EQ(doubled[1].person, "P-2");
+  EXPECT_EQ(doubled[1].rows.size(), 3U);
 }
 
 TEST_F(Care, TheRecordsOfADoubledPersonStayWhenARowIsDropped) {
@@ -284,6 +329,21 @@ TEST_F(Care, RowsOfEqualNumberAreNotDropped) {
   Script("insert into A01(A00,A0101,A0199) select A00,'二',A0199 from A01 where A00='" + kPerson + "'");
   const auto doubled = care::FindDoubledPersons(*visit.database);
   EXPECT_THROW(care::DropDoubledRow(*visit.database, doubled.at(0), 0), environment::Failure);
+  EXPECT_EQ(Read("select count(*) from A01 where A00='" + kPerson + "'"), Lines{"2"});
+}
+
+TEST_F(Care, ARowOfAnotherPersonWithTheSameNumberStays) {
+  Script("insert into A01(A00,A0101,A0199) values('" + kPerson + "','二',12)");
+  const Lines others = Read("select * from A01 where A00<>'" + kPerson + "' order by A0199");
+  care::DropDoubledRow(*visit.database, care::FindDoubledPersons(*visit.database).at(0), 1);
+  EXPECT_EQ(Read("select A0101 from A01 where A00='" + kPerson + "'"), Lines{"陆怀谷"});
+  EXPECT_EQ(Read("select * from A01 where A00<>'" + kPerson + "' order by A0199"), others);
+}
+
+TEST_F(Care, ARowThatIsNotThereIsNotDropped) {
+  Script("insert into A01(A00,A0101,A0199) values('" + kPerson + "','二',13)");
+  const auto doubled = care::FindDoubledPersons(*visit.database);
+  EXPECT_THROW(care::DropDoubledRow(*visit.database, doubled.at(0), 2), environment::Failure);
   EXPECT_EQ(Read("select count(*) from A01 where A00='" + kPerson + "'"), Lines{"2"});
 }
 

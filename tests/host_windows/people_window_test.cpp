@@ -116,6 +116,27 @@ TEST_F(PeopleWindows, APersonIsNotFoundAcrossTheEndOfHisName) {
   EXPECT_TRUE(visits_.empty());
 }
 
+TEST_F(PeopleWindows, WhereTheSelectedPersonIsGoneTheFirstOneIsSelected) {
+  in_visit_ = [&] {
+    database_->RunScript(
+        "update A01 set A0101='乙'; update A01 set A0101='甲一' where A0199=1;"
+        "update A01 set A0101='甲三' where A0199=3");
+  };
+  QTest::mouseClick(&Button("打开(&O)"), Qt::LeftButton);
+  Table().selectRow(1);
+  Type("甲");
+  EXPECT_EQ(Names(), (QStringList{"甲一", "甲三"}));
+  EXPECT_EQ(Selected(), "甲一");
+}
+
+TEST_F(PeopleWindows, ABlankChangesNothing) {
+  Table().selectRow(3);
+  const QString selected = Selected();
+  Type(" ");
+  EXPECT_EQ(Names().size(), 12);
+  EXPECT_EQ(Selected(), selected);
+}
+
 TEST_F(PeopleWindows, WildcardsAndApostrophesArePlainText) {
   for (const char* text : {"%", "_", "'", "[陆]"}) {
     Search().setText(text);
@@ -149,6 +170,28 @@ TEST_F(PeopleWindows, EnterInTheListOpensItsRowAndADoubleClickDoes) {
   QTest::mouseDClick(Table().viewport(), Qt::LeftButton, {}, third);
   ASSERT_EQ(visits_.size(), 2U);
   EXPECT_EQ(visits_[1].person, tests::One(*database_, "select A00 from A01 where A0199=3"));
+}
+
+TEST_F(PeopleWindows, TheEnterOfTheKeypadOpensToo) {
+  Table().setFocus();
+  QTest::keyClick(&Table(), Qt::Key_Enter, Qt::KeypadModifier);
+  ASSERT_EQ(visits_.size(), 1U);
+  EXPECT_EQ(visits_[0].person, tests::kPerson);
+}
+
+TEST_F(PeopleWindows, WithoutASelectionTheFirstPersonIsOpenedAndNoNewOneIsMade) {
+  Table().clearSelection();
+  QTest::mouseClick(&Button("打开(&O)"), Qt::LeftButton);
+  ASSERT_EQ(visits_.size(), 1U);
+  EXPECT_EQ(visits_[0].person, tests::kPerson);
+}
+
+TEST_F(PeopleWindows, TabLeavesTheList) {
+  Table().setFocus();
+  Table().setCurrentIndex(Table().model()->index(0, 0));
+  QTest::keyClick(&Table(), Qt::Key_Tab);
+  EXPECT_FALSE(Table().hasFocus());
+  EXPECT_EQ(Table().currentIndex(), Table().model()->index(0, 0));
 }
 
 TEST_F(PeopleWindows, ANewPersonHasNoIdentifier) {

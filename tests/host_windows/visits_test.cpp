@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
+#include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
+#include <stdexcept>
 
 #include "host/people_window.h"
+#include "platform/ado/tracing_connection.h"
 #include "platform/environment/failure.h"
 #include "shell/component.h"
 #include "tests/host_windows/boxes.h"
@@ -151,11 +155,31 @@ TEST_F(HostVisits, CareThatFailsIsToldAndTheVisitGoesOn) {
 }
 
 TEST_F(HostVisits, ARunningNumberThatCannotBeReadIsToldAndTheVisitGoesOn) {
-  Script("update A01 set A0199=9999999999 where A0199=12");
+  const std::string other = One(*database_, "select A00 from A01 where A0199=11");
+  Script("update A01 set A0199=9999999999 where A0199=12; insert into A03(A00,A0302,A0399) values('" + other +
+         "','某',77)");
+  const Texts others = Numbers(other);
   bool opened = false;
   Open({kPerson, {}, {}}, [&] { opened = true; });
   EXPECT_TRUE(opened);
   EXPECT_EQ(boxes_.texts, Texts{"整理此人的记录失败：溢出"});
+  EXPECT_EQ(Numbers(other), others) << "nobody else is taken for one who was stored meanwhile";
+}
+
+// What a host traces is the component's work and not the care for it.
+TEST_F(HostVisits, TheComponentAloneUsesItsConnection) {
+  Texts statements;
+  const auto traced = std::make_shared<ado::TracingConnection>(
+      database_, [&](const ado::Trace& trace) { statements.push_back(trace.statement); });
+  Script("update A03 set A0399=A0399+5 where A00='" + kPerson + "'");
+  stage_.WillRun([](toolkit::Form&) {});
+  Visits(database_, traced, "/no photographs").Open({kPerson, {}, {}});
+  EXPECT_EQ(Numbers(), (Texts{"1", "2", "3", "4", "5"}));
+  ASSERT_FALSE(statements.empty());
+  for (const std::string& statement : statements) {
+    EXPECT_EQ(statement.find("tblname,orderfield,Property"), std::string::npos);
+    EXPECT_NE(statement.substr(0, 6), "insert");
+  }
 }
 
 // --- doubled persons ---------------------------------------------------------------------------
@@ -193,6 +217,50 @@ TEST_F(HostVisits, TheFieldsThatDifferStandFirstUnderTheirCaptions) {
   });
   EXPECT_THROW(visits_.Open({kPerson, {}, {}}), environment::Failure);
   EXPECT_EQ(first, (Texts{"姓名", "陆怀谷", "二"}));
+}
+
+TEST_F(HostVisits, BehindThemTheEqualFieldsAndNoneThatIsEmpty) {
+  Script("insert into A01(A00,A0101,A0115,A0136,A0199) select A00,'二',A0115,A0136,13 from A01 where A00='" +
+         kPerson + "'");
+  Script("update s_infoitem set itemdesc='' where itemname='A0110'");
+  Script("update A01 set A0110='某',A0106=null where A00='" + kPerson + "'");
+  QStringList differing;
+  QStringList equal;
+  QTimer::singleShot(0, qApp, [&] {
+    const auto* table = QApplication::activeModalWidget()->findChild<QTableWidget*>();
+    for (int row = 0; row < table->rowCount(); ++row) {
+      const QString text = table->item(row, 0)->text();
+      const bool bold = table->item(row, 0)->font().bold();
+      EXPECT_TRUE(!bold || equal.isEmpty()) << text.toStdString();
+      (bold ? differing : equal) << text;
+      for (int column = 0; column < 3; ++column)
+        EXPECT_EQ(table->item(row, column)->toolTip(), table->item(row, column)->text());
+      EXPECT_FALSE(table->item(row, 1)->text().isEmpty() && table->item(row, 2)->text().isEmpty());
+    }
+  });
+  EXPECT_THROW(visits_.Open({kPerson, {}, {}}), environment::Failure);
+  EXPECT_TRUE(differing.contains("人员序号"));
+  EXPECT_EQ(equal, (QStringList{"A0110", "工作单位", "人员类别"}));
+}
+
+// Enter must not delete a row of somebody who only looks at the buttons.
+TEST_F(HostVisits, EnterInTheBoxMeansLater) {
+  Script("insert into A01(A00,A0101,A0199) values('" + kPerson + "','二',13)");
+  QString by_default;
+  QTimer::singleShot(0, qApp, [&] {
+    for (auto* button : QApplication::activeModalWidget()->findChildren<QPushButton*>()) {
+      if (button->isDefault()) by_default = button->text();
+    }
+    for (auto* button : QApplication::activeModalWidget()->findChildren<QPushButton*>()) {
+      if (button->text() != "保留第 1 条(&1)") continue;
+      button->setFocus();
+      QTest::keyClick(button, Qt::Key_Return);
+      break;
+    }
+  });
+  EXPECT_THROW(visits_.Open({kPerson, {}, {}}), environment::Failure);
+  EXPECT_EQ(by_default, "以后再说(&L)");
+  EXPECT_EQ(One(*database_, "select count(*) from A01 where A00='" + kPerson + "'"), "2");
 }
 
 TEST_F(HostVisits, WhoDecidesLaterKeepsAllRowsAndThePersonIsRefused) {
@@ -233,6 +301,24 @@ TEST_F(HostBoxes, AnyOtherFailureIsToldOnce) {
   ASSERT_EQ(boxes_.texts.size(), 1U);
   EXPECT_EQ(boxes_.texts[0].find("无法维护此人："), 0U) << boxes_.texts[0];
   EXPECT_NE(boxes_.texts[0].find("s_infoitem"), std::string::npos) << boxes_.texts[0];
+}
+
+TEST_F(HostBoxes, WhatIsNoFailureOfTheEnvironmentIsToldToo) {
+  stage_.WillRun([](toolkit::Form&) { throw std::runtime_error("坏了"); });
+  OpenSelected();
+  EXPECT_EQ(boxes_.texts, Texts{"无法维护此人：坏了"});
+}
+
+TEST_F(HostBoxes, AListThatCouldNeverBeReadOpensNobody) {
+  Script("alter table A01 drop column A0109");
+  const PeopleWindow window(database_, [](const VisitRequest&, QWidget&) {});
+  ASSERT_EQ(boxes_.texts.size(), 1U);
+  QStringList labels;
+  for (const auto* label : window.findChildren<QLabel*>()) labels << label->text();
+  EXPECT_TRUE(labels.contains("共 0 人"));
+  for (const auto* button : window.findChildren<QPushButton*>()) {
+    EXPECT_EQ(button->isEnabled(), button->text() != "打开(&O)");
+  }
 }
 
 TEST_F(HostBoxes, AListThatCannotBeReadIsTold) {
