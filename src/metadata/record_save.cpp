@@ -44,9 +44,8 @@ RecordLists StartReplace(const cWhInfo& info) {
 void WalkControls(DossierPage& ctrl, const std::shared_ptr<cFieldItems>& items, RecordChecks& checks,
                   RecordLists& lists) {
   for (const auto& control : ctrl.Controls()) {
-    const std::string& name = control->Name();
-    if (environment::Right(name, 2) != "_v") continue;
-    const auto& item = *items->Item(name.substr(0, name.size() - 2));
+    if (!IsValueControl(*control)) continue;
+    const auto& item = *items->Item(KeyOf(*control));
     if (const auto* text = dynamic_cast<const toolkit::TextBox*>(control.get())) {
       checks.CheckText(item, text->Text());
       lists.AddText(item, text->Text());

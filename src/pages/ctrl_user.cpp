@@ -27,12 +27,6 @@ void FillCaption(toolkit::Label& label, const cFieldItem& item) {
 
 }  // namespace
 
-std::string KeyOf(const toolkit::Control& control) {
-  return control.Name().substr(0, control.Name().size() - 2);
-}
-
-bool IsValueControl(const toolkit::Control& control) { return environment::Right(control.Name(), 2) == "_v"; }
-
 ctrlUser::~ctrlUser() = default;
 
 void ctrlUser::UserControl_Initialize() {
@@ -72,7 +66,7 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
       } else if (auto* check = dynamic_cast<toolkit::CheckBox*>(control.get())) {
         FillCheckBox(*check, *Fitems->Item(KeyOf(*control)));
       }
-    } else if (environment::Right(control->Name(), 2) == "_c") {
+    } else if (environment::Right(control->Name(), 2) == kCaptionEnding) {
       if (auto* label = dynamic_cast<toolkit::Label*>(control.get()))
         FillCaption(*label, *Fitems->Item(KeyOf(*control)));
     }

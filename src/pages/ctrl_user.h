@@ -97,11 +97,6 @@ class ctrlUser : public DossierPage {
   std::vector<environment::Subscription> hooks_;
 };
 
-// Whether a control holds the value of a field, by the ending of its name; and the key of its field,
-// which is the name without that ending.
-bool IsValueControl(const toolkit::Control& control);
-std::string KeyOf(const toolkit::Control& control);
-
 // Makes the sixteen page classes known to the desktop.
 void RegisterPages(toolkit::Desktop& desktop);
 

@@ -43,19 +43,20 @@ void ctrlUser::BuildFields() {
     const std::string key(field.field);
     std::shared_ptr<Label> label;
     if (!field.caption.empty()) {
-      label = Controls().Make<Label>(key + "_c");
+      label = Controls().Make<Label>(key + std::string(kCaptionEnding));
       label->SetCaption(std::string(field.caption));
       label->Move(field.label);
       label->SetTabIndex(tab_index++);
     }
+    const std::string value_name = key + std::string(kValueEnding);
     std::shared_ptr<toolkit::Control> value;
     if (field.kind == FieldDesign::Kind::kMask) {
-      auto box = Controls().Make<toolkit::MaskEdBox>(key + "_v");
+      auto box = Controls().Make<toolkit::MaskEdBox>(value_name);
       box->SetMask(std::string(field.mask));
       box->SetFormat(std::string(field.format));
       value = box;
     } else {
-      value = Controls().Make<toolkit::TextBox>(key + "_v", field.kind == FieldDesign::Kind::kMultiLine);
+      value = Controls().Make<toolkit::TextBox>(value_name, field.kind == FieldDesign::Kind::kMultiLine);
     }
     value->Move(field.box);
     value->SetTag(std::string(field.tag));
@@ -69,7 +70,7 @@ void ctrlUser::BuildFields() {
     label->Move(fixed.place);
     for (const FieldDesign& field : design_.fields) {
       if (field.labelled_by == fixed.name)
-        Controls().Find(std::string(field.field) + "_v")->SetLabelledBy(*label);
+        Controls().Find(std::string(field.field).append(kValueEnding))->SetLabelledBy(*label);
     }
   }
   DGItems_ = Controls().Make<toolkit::DataGrid>("DGItems");
@@ -114,8 +115,8 @@ void ctrlUser::BuildHelpFrames() {
     label->Move(InsideOf(container.Place()));
     return label;
   };
-  labExplain_ = help("labExplain", *frame("Frm1", "填表说明", design_.explain));
-  help("LabInterFace", *frame("Frm2", "界面说明", design_.hints))->SetCaption(StandardHint(design_.hint));
+  labExplain_ = help("labExplain", *frame("Frm1", "填表说明", designs::kExplain));
+  help("LabInterFace", *frame("Frm2", "界面说明", designs::kHints))->SetCaption(StandardHint(design_.hint));
 }
 
 void ctrlUser::BuildBasicInfo() {

@@ -1,4 +1,4 @@
-// What a page does when a value was entered: the check on leaving a field, the codes.
+// A page's fields while somebody works in them: the mark of edits, the help, the check on leaving, the codes.
 #include "codes/fm_grp_cod.h"
 #include "codes/lookup_code.h"
 #include "pages/check_field_rule.h"
@@ -79,6 +79,21 @@ void CheckTextBox(cFieldItem& item, toolkit::TextBox& box, bool& Cancel) {
 }
 
 }  // namespace
+
+void ctrlUser::cItems_Change(toolkit::Control& ctl) {
+  if (mFilling_) return;
+  const bool counts = ctl.GetKind() == toolkit::Kind::kMaskEdBox || ctl.GetKind() == toolkit::Kind::kTextBox;
+  if (counts && IsValueControl(ctl)) wh_info_.IsChange = true;
+}
+
+void ctrlUser::cItems_GotFocus(toolkit::Control& ctl) {
+  labExplain_->SetCaption("");
+  if (IsValueControl(ctl)) labExplain_->SetCaption(field_items_->Item(KeyOf(ctl))->FldExplain);
+  if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl); masked && design_.caret_step)
+    masked->SetSelStart(0);
+}
+
+void ctrlUser::cItems_LostFocus(toolkit::Control&) { labExplain_->SetCaption(""); }
 
 void ctrlUser::cItems_Validate(toolkit::Control& ctl, bool& Cancel) {
   if (!wh_info_.IsChange || mFilling_ || !IsValueControl(ctl)) return;

@@ -47,8 +47,6 @@ struct PageDesign {
   std::vector<FixedLabel> fixed_labels = {};
   toolkit::Rect grid;        // DGItems
   bool grid_visible = true;  // in the design
-  toolkit::Rect explain;     // Frm1, captioned 填表说明, which holds labExplain
-  toolkit::Rect hints;       // Frm2, captioned 界面说明, which holds LabInterFace
 };
 
 // The designs of all sixteen pages, in the order of their sets.

@@ -1,4 +1,4 @@
-// The link between the record list and the form, and the mark of edits.
+// The link between the record list and the form.
 #include "metadata/field_items.h"
 #include "metadata/loaders.h"
 #include "pages/ctrl_user.h"
@@ -55,20 +55,5 @@ std::int16_t ctrlUser::CurrentRecordNumber() {
   row.Close();
   return caption.empty() ? std::int16_t{0} : environment::ToInt16(AdodcRs_->Fields(caption));
 }
-
-void ctrlUser::cItems_Change(toolkit::Control& ctl) {
-  if (mFilling_) return;
-  const bool counts = ctl.GetKind() == toolkit::Kind::kMaskEdBox || ctl.GetKind() == toolkit::Kind::kTextBox;
-  if (counts && IsValueControl(ctl)) wh_info_.IsChange = true;
-}
-
-void ctrlUser::cItems_GotFocus(toolkit::Control& ctl) {
-  labExplain_->SetCaption("");
-  if (IsValueControl(ctl)) labExplain_->SetCaption(field_items_->Item(KeyOf(ctl))->FldExplain);
-  if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl); masked && design_.caret_step)
-    masked->SetSelStart(0);
-}
-
-void ctrlUser::cItems_LostFocus(toolkit::Control&) { labExplain_->SetCaption(""); }
 
 }  // namespace dossierkit

@@ -57,10 +57,10 @@ class frmDossier : public DossierWindow {
   // set_navigation.cpp: the swap of pages.
   bool MayLeavePage();
   bool MayOpenSet();
-  void NewPerson();
-  void Reload();
 
   // toolbar_commands.cpp.
+  void NewPerson();
+  void Reload();
   void Add(DossierPage& ctrl);
   void Delete(DossierPage& ctrl);
   void SaveCommand(DossierPage& ctrl);

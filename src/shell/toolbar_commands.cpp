@@ -1,7 +1,9 @@
-// The commands of the toolbar, on the page on show.
+// The commands of the toolbar, on the page on show, and what they need.
 #include "metadata/loaders.h"
 #include "photos/photo_files.h"
 #include "platform/ado/recordset.h"
+#include "platform/environment/text.h"
+#include "platform/toolkit/controls/data_grid.h"
 #include "shell/frm_dossier.h"
 #include "visit/runtime.h"
 
@@ -29,6 +31,68 @@ void frmDossier::ShowLimit(DossierPage& ctrl, std::int16_t limit) {
   GetDesktop().MsgBox("此信息集最多只能录入" + std::to_string(limit) + "条记录。", toolkit::kOkOnly,
                       Caption());
   ctrl.WhInfo().IsChange = false;
+}
+
+std::int16_t frmDossier::IsMaxNumber(const cWhInfo& WhInfo) {
+  if (!WhInfo.IsMult) return 0;
+  ado::Recordset set;
+  set.Open("select iif(maxnumber is null,0,maxnumber) as maxnumber from  s_infotable  where tblname ='" +
+               WhInfo.TabId + "'",
+           gConnection());
+  const std::int16_t limit = environment::ToInt16(set.Fields(0));
+  set.Close();
+  if (limit <= 0) return 0;
+  ado::Recordset count;
+  count.Open("select count(*) from " + WhInfo.TabId + " where a00='" + WhInfo.personID + "'", gConnection());
+  const bool reached = limit <= environment::ToInt32(count.Fields(0));
+  count.Close();
+  return reached ? limit : std::int16_t{0};
+}
+
+std::int16_t frmDossier::IsMaxNumber_Save(const cWhInfo& WhInfo) {
+  const std::int16_t limit = IsMaxNumber(WhInfo);
+  return DealType == 3 ? std::int16_t{0} : limit;
+}
+
+void frmDossier::SetLabOpt(DossierPage& ctrl, const std::string& alert) {
+  for (const auto& control : ctrl.Controls()) {
+    // A record that is being added is none of the list.
+    if (auto* list = dynamic_cast<toolkit::DataGrid*>(control.get())) list->SetShowsRow(alert != "Add");
+    if (!environment::EqualIgnoringCase(control->Name(), "labopt")) continue;
+    if (auto* label = dynamic_cast<toolkit::Label*>(control.get())) {
+      if (alert == "Add") label->SetCaption("当前操作：增加");
+      if (alert == "Mod") label->SetCaption("当前操作：修改");
+    }
+    return;
+  }
+}
+
+void frmDossier::NewPerson() {
+  auto& menu = VMenu1();
+  const std::int32_t item = menu.menuitemcur();
+  menu.set_menuitemcur(SetCount + 1);
+  NameExtraItem();
+  menu.set_menuitemcur(item);
+  frmCtrl_->SetEnabled(true);
+  TbMain().Button("Add").SetEnabled(false);
+  TbMain().Button("Delete").SetEnabled(false);
+  const auto page = GetUserCtrl();
+  if (!page) return;
+  personID = NewPersonId();
+  cWhInfo& info = page->WhInfo();
+  info.TabId = "A01";
+  info.id = 0;
+  info.personID = personID;
+  info.IsMult = false;
+  const auto items = LoadFieldValues(info.TabId, info.personID, 0);
+  page->setCtrl(items);
+  page->SetFieldItems(items);
+  frmCtrl_->SetEnabled(true);
+  TbMain().Button("Add").SetEnabled(false);
+  TbMain().Button("Delete").SetEnabled(false);
+  DealType = 0;
+  labPersonName().SetCaption("");
+  info.IsChange = false;
 }
 
 // Makes a new page of the current set; no command seeks a record again.

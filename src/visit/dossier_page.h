@@ -3,13 +3,28 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "platform/environment/text.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "visit/wh_info.h"
 
 namespace dossierkit {
 
 class cFieldItems;
+
+// What stands behind the key of a field, as in A01_A0101, in the name of the control of its value and in that
+// of its caption.
+inline constexpr std::string_view kValueEnding = "_v";
+inline constexpr std::string_view kCaptionEnding = "_c";
+
+// Whether a control holds the value of a field; and the key of the field of such a control or caption.
+inline bool IsValueControl(const toolkit::Control& control) {
+  return environment::Right(control.Name(), 2) == kValueEnding;
+}
+inline std::string KeyOf(const toolkit::Control& control) {
+  return control.Name().substr(0, control.Name().size() - kValueEnding.size());
+}
 
 class DossierPage : public toolkit::UserControl {
  public:

@@ -81,7 +81,7 @@ TEST_F(PickerSearch, ASecondSearchReplacesTheList) {
 }
 
 TEST_F(PickerSearch, RequiredAFailingSearchEndsTheWindowAndIsThrown) {
-  EXPECT_EQ(FailureOf([&] {
+  EXPECT_EQ(NumberOfFailure([&] {
               Show("LEVELS", "", [&] {
                 visit.user.SelectTab("Tab1", 1);
                 visit.user.Click("txtDm");

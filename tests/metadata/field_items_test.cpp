@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "platform/environment/failure.h"
+#include "tests/support/failures.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -14,16 +15,6 @@ std::shared_ptr<cFieldItem> Named(const std::string& name) {
   auto item = std::make_shared<cFieldItem>();
   item->ItemName = name;
   return item;
-}
-
-// The number of the failure that the call ends in; 0 for none.
-int FailureOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const environment::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
 }
 
 std::vector<std::string> NamesIn(const cFieldItems& items) {
@@ -107,7 +98,7 @@ TEST(FieldItems, AMemberWithoutAKeyIsFoundByPositionAlone) {
   items.Add(first);
   items.Add(second, "");
   EXPECT_EQ(items.Item(2)->ItemName, "B");
-  EXPECT_EQ(FailureOf([&] { items.Item(""); }), 5);
+  EXPECT_EQ(NumberOfFailure([&] { items.Item(""); }), 5);
 }
 
 TEST(FieldItems, MembersAreNumberedFromOneInTheOrderOfInsertion) {
@@ -127,22 +118,22 @@ TEST(FieldItems, KeysAreFoundWithoutRegardToCase) {
 TEST(FieldItems, AKeyTakenInAnyCaseIsRefusedAndNothingIsAdded) {
   cFieldItems items = ThreeItems();
   auto same = Named("same");
-  EXPECT_EQ(FailureOf([&] { items.Add(same, "A01_A"); }), 457);
+  EXPECT_EQ(NumberOfFailure([&] { items.Add(same, "A01_A"); }), 457);
   auto other_case = Named("other case");
-  EXPECT_EQ(FailureOf([&] { items.Add(other_case, "a01_a"); }), 457);
+  EXPECT_EQ(NumberOfFailure([&] { items.Add(other_case, "a01_a"); }), 457);
   EXPECT_EQ(items.Count(), 3);
 }
 
 TEST(FieldItems, AnUnknownKeyFails) {
   const cFieldItems items = ThreeItems();
-  EXPECT_EQ(FailureOf([&] { items.Item("A01_D"); }), 5);
-  EXPECT_EQ(FailureOf([] { cFieldItems().Item("A01_A"); }), 5);
+  EXPECT_EQ(NumberOfFailure([&] { items.Item("A01_D"); }), 5);
+  EXPECT_EQ(NumberOfFailure([] { cFieldItems().Item("A01_A"); }), 5);
 }
 
 TEST(FieldItems, APositionOutOfRangeFails) {
   const cFieldItems items = ThreeItems();
-  EXPECT_EQ(FailureOf([&] { items.Item(std::size_t{0}); }), 9);
-  EXPECT_EQ(FailureOf([&] { items.Item(4); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { items.Item(std::size_t{0}); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { items.Item(4); }), 9);
 }
 
 TEST(FieldItems, RemovingByPositionMovesTheLaterMembersUp) {
@@ -151,7 +142,7 @@ TEST(FieldItems, RemovingByPositionMovesTheLaterMembersUp) {
   EXPECT_EQ(NamesIn(items), (std::vector<std::string>{"A", "C"}));
   EXPECT_EQ(items.Item(2)->ItemName, "C");
   EXPECT_EQ(items.Item("A01_C")->ItemName, "C");
-  EXPECT_EQ(FailureOf([&] { items.Item("A01_B"); }), 5);
+  EXPECT_EQ(NumberOfFailure([&] { items.Item("A01_B"); }), 5);
 }
 
 TEST(FieldItems, RemovingByKeyFreesTheKey) {
@@ -164,9 +155,9 @@ TEST(FieldItems, RemovingByKeyFreesTheKey) {
 
 TEST(FieldItems, RemovingWhatIsNotThereFailsAndChangesNothing) {
   cFieldItems items = ThreeItems();
-  EXPECT_EQ(FailureOf([&] { items.remove(std::size_t{0}); }), 9);
-  EXPECT_EQ(FailureOf([&] { items.remove(4); }), 9);
-  EXPECT_EQ(FailureOf([&] { items.remove("A01_D"); }), 5);
+  EXPECT_EQ(NumberOfFailure([&] { items.remove(std::size_t{0}); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { items.remove(4); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { items.remove("A01_D"); }), 5);
   EXPECT_EQ(items.Count(), 3);
 }
 

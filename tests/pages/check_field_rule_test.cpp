@@ -33,7 +33,7 @@ class CheckFieldRuleTest : public ShellTest {
     return message;
   }
   static int NumberOf(const Rule& rule, const std::string& value) {
-    return FailureOf([&] { Of(rule, value); });
+    return NumberOfFailure([&] { Of(rule, value); });
   }
 };
 

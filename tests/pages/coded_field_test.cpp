@@ -261,7 +261,7 @@ TEST_F(CodedField, AfterAFillThatFailedLeavingChecksNothingAndADoubleClickChoose
     auto& first = *visit.OnShow().FieldItems()->Item("A01_A0101");
     first.FieldType = "Varchar";
     first.FieldLength = "viele";
-    EXPECT_EQ(FailureOf([&] { visit.OnShow().setCtrl(visit.OnShow().FieldItems()); }),
+    EXPECT_EQ(NumberOfFailure([&] { visit.OnShow().setCtrl(visit.OnShow().FieldItems()); }),
               environment::kTypeMismatch);
     EXPECT_TRUE(Changed());
     Enter("A01_A0102", "nx");
@@ -442,7 +442,7 @@ TEST_F(CodedField, RequiredAnUntouchedAmbiguousCaptionOpensThePickerAfterAnEditA
 
 TEST_F(CodedField, RequiredAFailingSearchLeavesThePickerAndTheVisit) {
   for (const bool typed : {false, true}) {
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(NumberOfFailure([&] {
                 Open([&] {
                   InPicker([&] {
                     visit.user.SelectTab("Tab1", 1);

@@ -272,7 +272,7 @@ TEST_F(FieldEntry, APassingTextLeavesTheItemAlone) {
 TEST_F(FieldEntry, RequiredARuleThatCannotBeReadEndsTheVisit) {
   for (const auto& [check, number] : std::vector<std::pair<std::string, int>>{{"L x", 13}, {"B 1", 9}}) {
     Script("update s_infoitem set \"Check\"='" + check + "' where itemname='A0119'");
-    EXPECT_EQ(FailureOf([&] { Open([&] { EnterAndLeave("A01_A0119", "1"); }); }), number) << check;
+    EXPECT_EQ(NumberOfFailure([&] { Open([&] { EnterAndLeave("A01_A0119", "1"); }); }), number) << check;
     EXPECT_FALSE(visit.Window().Loaded());
   }
   EXPECT_TRUE(Shown().empty());

@@ -50,8 +50,8 @@ std::vector<Part> PartsOf(const PageDesign& page) {
     parts.push_back({"imgPerson", designs::kPhotoPlace});
     parts.push_back({"cmdAddPhoto", designs::kAddPhotoPlace});
   }
-  parts.push_back({"Frm1", page.explain});
-  parts.push_back({"Frm2", page.hints});
+  parts.push_back({"Frm1", designs::kExplain});
+  parts.push_back({"Frm2", designs::kHints});
   return parts;
 }
 
@@ -172,19 +172,19 @@ TEST_P(PageLayout, MasksFitTheirBoxes) {
 }
 
 TEST_P(PageLayout, HelpTextsFitTheirFrames) {
-  const int width = page_.hints.width - 300;
+  const int width = designs::kHints.width - 300;
   const int lines = LinesOf(page_.hint, width) + LinesOf("加粗标题为必填项", width) +
                     LinesOf("蓝色文本框可双击鼠标左键选择代码", width);
-  EXPECT_LE(lines * 240 + 450, page_.hints.height);
-  EXPECT_GE((page_.explain.height - 450) / 240 * (page_.explain.width - 300), 100 * 180);
+  EXPECT_LE(lines * 240 + 450, designs::kHints.height);
+  EXPECT_GE((designs::kExplain.height - 450) / 240 * (designs::kExplain.width - 300), 100 * 180);
 }
 
 TEST_P(PageLayout, HelpFramesStandOneAboveTheOtherAtTheRight) {
-  EXPECT_EQ(page_.explain.left, page_.hints.left);
-  EXPECT_EQ(page_.explain.width, page_.hints.width);
-  EXPECT_LT(BottomOf(page_.explain), page_.hints.top);
+  EXPECT_EQ(designs::kExplain.left, designs::kHints.left);
+  EXPECT_EQ(designs::kExplain.width, designs::kHints.width);
+  EXPECT_LT(BottomOf(designs::kExplain), designs::kHints.top);
   for (const FieldDesign& field : page_.fields)
-    EXPECT_LT(RightOf(field.box), page_.explain.left) << field.field;
+    EXPECT_LT(RightOf(field.box), designs::kExplain.left) << field.field;
 }
 
 TEST_P(PageLayout, ListStandsBelowTheFields) {
@@ -226,8 +226,8 @@ TEST(PageLayouts, FrameOfTheFirstPageHoldsFieldsAndPhotograph) {
   }
   EXPECT_TRUE(Inside(designs::kPhotoPlace, frame));
   EXPECT_TRUE(Inside(designs::kAddPhotoPlace, frame));
-  EXPECT_FALSE(Overlap(frame, page.explain));
-  EXPECT_FALSE(Overlap(frame, page.hints));
+  EXPECT_FALSE(Overlap(frame, designs::kExplain));
+  EXPECT_FALSE(Overlap(frame, designs::kHints));
   EXPECT_EQ(designs::kPhotoPlace.width, 1815);
   EXPECT_EQ(designs::kPhotoPlace.height, 2385);
 }

@@ -91,17 +91,17 @@ TEST_F(PhotographOfPage, APictureThatCannotBeReadIsTold) {
 
 TEST_F(PhotographOfPage, RequiredAPageWhosePictureCannotBeReadDoesNotOpen) {
   PhotoFolder::Write(Photo(), "no picture");
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), 481);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), 481);
   EXPECT_FALSE(visit.Window().Loaded());
   EXPECT_TRUE(Shown().empty());
 }
 
 TEST_F(PhotographOfPage, RequiredAPictureBeyondTheLimitsDoesNotOpenEither) {
   PhotoFolder::Write(Photo(), ProgressiveJpeg(6600, 5000, 2000));
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), 481);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), 481);
   PhotoFolder::Write(Photo(), Jpeg("large"));
   std::filesystem::resize_file(Photo(), std::uintmax_t{40} << 30);
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), 481);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), 481);
   EXPECT_TRUE(Shown().empty());
 }
 

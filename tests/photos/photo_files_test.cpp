@@ -73,7 +73,7 @@ TEST_F(PhotoFiles, RequiredAnAbsentFileLeavesThePictureThatWasThere) {
 
 TEST_F(PhotoFiles, AnUnreadablePictureFails) {
   PhotoFolder::Write(Photo(), "no picture");
-  EXPECT_EQ(FailureOf([&] { ShowPhotoInImage(person_image, PhotoName()); }), 481);
+  EXPECT_EQ(NumberOfFailure([&] { ShowPhotoInImage(person_image, PhotoName()); }), 481);
 }
 
 TEST_F(PhotoFiles, TheDeletionIsByForce) {

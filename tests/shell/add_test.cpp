@@ -90,7 +90,7 @@ TEST_F(AddCommand, TheNextNumberIsOneAboveTheHighestAlsoWhenOneBelowIsFree) {
 
 TEST_F(AddCommand, ANumberBeyondSixteenBitsOverflows) {
   Script("update A04 set A0499 = 32767 where A00='" + kPerson + "' and A0499 = 4");
-  EXPECT_EQ(FailureOf([&] {
+  EXPECT_EQ(NumberOfFailure([&] {
               visit.Open([&] {
                 visit.GoTo("A04");
                 visit.user.ClickToolbar("Add");
@@ -197,7 +197,7 @@ TEST_F(AddCommand, ADisabledButtonIsNotClickedButCodeMayCallTheCommand) {
 TEST_F(AddCommand, AFailureAtAnyStatementReachesTheHostAndWritesNothing) {
   const auto before = visit.database->Bytes();
   for (std::size_t k = 1; k <= AddA04("5").size(); ++k) {
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(NumberOfFailure([&] {
                 visit.Open([&] {
                   visit.GoTo("A04");
                   visit.failing->FailAt(k);

@@ -156,7 +156,7 @@ TEST_F(CancelCommand, OfAStoredPersonAddStaysAsTheSetHasIt) {
 TEST_F(CancelCommand, AFailureReachesTheHostAndWritesNothing) {
   const auto before = visit.database->Bytes();
   for (std::size_t k = 1; k <= kOpenA04.size(); ++k) {
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(NumberOfFailure([&] {
                 visit.Open([&] {
                   visit.GoTo("A04");
                   visit.failing->FailAt(k);

@@ -108,7 +108,7 @@ TEST_F(DeleteCommand, RequiredAWalkBeyondSixteenBitsGoesOnAndTheSetNeverOpensAga
     EXPECT_EQ(failure.description(), "溢出");
   }
   EXPECT_EQ(Numbers("A04"), Statements{"33001"});
-  EXPECT_EQ(FailureOf([&] { visit.Open([&] { visit.GoTo("A04"); }); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { visit.Open([&] { visit.GoTo("A04"); }); }), environment::kOverflow);
   visit.Open([&] { visit.GoTo("A03"); });
 }
 
@@ -277,7 +277,7 @@ TEST_F(DeleteCommand, RequiredAFailureInTheMiddleLeavesTheStepsDone) {
   for (std::size_t i = 0; i < left.size(); ++i) {
     Visit each;
     each.database->RunScript("delete from A04 where A00<>'" + kPerson + "'");
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(NumberOfFailure([&] {
                 each.Open([&] {
                   each.GoTo("A04");
                   each.platform.WillAnswer(toolkit::kAnswerYes);
@@ -324,7 +324,7 @@ TEST_F(PhotoOfDelete, TheFileGoesBeforeTheRow) {
 
 TEST_F(PhotoOfDelete, RequiredTheFileIsGoneAlsoWhenTheRowCannotBeDeleted) {
   MakePhoto();
-  EXPECT_EQ(FailureOf([&] {
+  EXPECT_EQ(NumberOfFailure([&] {
               visit.Open([&] {
                 visit.failing->FailAt(1);
                 ClickDelete(toolkit::kAnswerYes);

@@ -131,7 +131,7 @@ TEST_F(FormLoad, OperationType0GivesDealType0ForAStoredIdToo) {
 
 TEST_F(FormLoad, OperationType3GivesDealType3BeforeTheNameIsRead) {
   visit.failing->FailAt(2);
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kEngineFailure);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kEngineFailure);
   EXPECT_EQ(visit.statements, Join({kMenu, kName}));
   EXPECT_EQ(visit.Window().DealType, 3);
 }
@@ -217,7 +217,7 @@ TEST_F(FormLoad, RequiredANewPersonWithAStoredIdKeepsTheIdAndShowsNoValue) {
 
 TEST_F(FormLoad, APersonWhoIsNotFoundIsRefused) {
   visit.component.personID = "nobody";
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
   EXPECT_EQ(Shown(), kRefused);
   EXPECT_EQ(visit.statements, Join({kMenu, {"select a0101 from a01 where a00='nobody'"}}));
   EXPECT_FALSE(visit.Window().InVisit());
@@ -227,7 +227,7 @@ TEST_F(FormLoad, APersonWhoIsNotFoundIsRefused) {
 TEST_F(FormLoad, APersonWhoIsStoredTwiceIsRefused) {
   Script("insert into A01 select * from A01 where A00 = '" + kPerson + "'");
   const auto before = visit.database->Bytes();
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
   EXPECT_EQ(Shown(), kRefused);
   EXPECT_EQ(visit.statements, Join({kMenu, kName}));
   EXPECT_EQ(visit.database->Bytes(), before);
@@ -237,7 +237,7 @@ TEST_F(FormLoad, TheWindowIsUnloadedBehindTheBoxThatRefuses) {
   bool loaded = false;
   visit.platform.on_message = [&](const Message&) { loaded = visit.Window().Loaded(); };
   visit.component.personID = "nobody";
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
   EXPECT_TRUE(loaded);
   EXPECT_FALSE(visit.Window().Loaded());
   EXPECT_EQ(Shown(), kRefused);
@@ -245,7 +245,7 @@ TEST_F(FormLoad, TheWindowIsUnloadedBehindTheBoxThatRefuses) {
 
 TEST_F(FormLoad, TheVisitAfterARefusalWorks) {
   visit.component.personID = "nobody";
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
   EXPECT_TRUE(visit.OpenPerson(kPerson, [&] {
     EXPECT_EQ(visit.Text("A01_A0101").Text(), "陆怀谷");
     visit.user.ClickToolbar("Save");
@@ -256,7 +256,7 @@ TEST_F(FormLoad, TheVisitAfterARefusalWorks) {
 TEST_F(FormLoad, ARefusalAfterAVisitShowsNothingOfTheFormerPerson) {
   visit.Open([&] { visit.GoTo("A03"); });
   visit.component.personID = "nobody";
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
   EXPECT_FALSE(visit.Window().Loaded());
 }
 
@@ -268,7 +268,7 @@ TEST_F(FormLoad, AMissingTableFailsTheCall) {
     each.database->RunScript("drop table " + std::string(table));
     each.component.OperationType = std::string(table) == "S_GUID" ? 0 : 3;
     if (each.component.OperationType == 0) each.component.personID.clear();
-    EXPECT_NE(FailureOf([&] { each.component.ShowDossier(); }), 0) << table;
+    EXPECT_NE(NumberOfFailure([&] { each.component.ShowDossier(); }), 0) << table;
     EXPECT_FALSE(each.Window().InVisit()) << table;
     EXPECT_TRUE(each.platform.messages.empty()) << table;
     each.component.SetConnection(SampleDatabase());
@@ -281,7 +281,7 @@ TEST_F(FormLoad, AFailureAtAnyStatementReachesTheHostAndTheNextVisitWorks) {
   for (std::size_t k = 1; k <= count; ++k) {
     visit.failing->FailAt(k);
     visit.statements.clear();
-    EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kEngineFailure) << k;
+    EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kEngineFailure) << k;
     EXPECT_EQ(visit.statements.size(), k);
     EXPECT_FALSE(visit.Window().InVisit()) << k;
   }
@@ -292,7 +292,7 @@ TEST_F(FormLoad, AFailureAtAnyStatementReachesTheHostAndTheNextVisitWorks) {
 
 TEST_F(FormLoad, ASetWithoutACaptionFailsTheCall) {
   Script("update s_infotable set tbldesc = null where tblname = 'A05'");
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kInvalidUseOfNull);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kInvalidUseOfNull);
   EXPECT_EQ(visit.statements, kMenu);
   EXPECT_FALSE(visit.Window().InVisit());
 }
@@ -304,7 +304,7 @@ TEST_F(FormLoad, RequiredTheMenuCountsItsSetsIn16Bits) {
         "insert into s_infotable(tblname,tbldesc,OtherProp,Property) "
         "with recursive n(i) as (select 16 union all select i + 1 from n where i < " +
         std::to_string(sets) + ") select 'A9' || i, 'x', 1000 + i, 0 from n");
-    return FailureOf([&] { visit.component.ShowDossier(); });
+    return NumberOfFailure([&] { visit.component.ShowDossier(); });
   };
   EXPECT_EQ(open_with(32767), environment::kOverflow);
   EXPECT_EQ(open_with(32768), environment::kOverflow);
@@ -332,7 +332,7 @@ TEST_F(FormLoad, RequiredWithoutSetsSetCountStaysAtItsFormerValue) {
   visit.Open([] {});
   Script("delete from s_infotable where tblname like 'a%'");
   // The first item has no key, so there is no page to show.
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kUnknownClass);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kUnknownClass);
   EXPECT_EQ(visit.Window().SetCount, 15);
 }
 

@@ -43,14 +43,14 @@ TEST_F(UserCtrl, ConnectionThatWasNeverSetIsOneUnopenedObject) {
 TEST_F(UserCtrl, ConnectionThatWasNeverSetFailsAtTheFirstQuery) {
   IUserCtrl component;
   component.OperationType = 3;
-  EXPECT_EQ(FailureOf([&] { component.ShowDossier(); }), environment::kConnectionClosed);
+  EXPECT_EQ(NumberOfFailure([&] { component.ShowDossier(); }), environment::kConnectionClosed);
   EXPECT_EQ(visit.runtime.connection, component.Connection());
   EXPECT_TRUE(Shown().empty());
 }
 
 TEST_F(UserCtrl, ClosedConnectionFailsTheCallAndTheNextVisitWorks) {
   visit.database->Close();
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kConnectionClosed);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kConnectionClosed);
   EXPECT_EQ(visit.statements, kMenu);
   EXPECT_TRUE(Shown().empty());
   EXPECT_FALSE(visit.Window().InVisit());
@@ -106,9 +106,9 @@ TEST_F(UserCtrl, TheWindowsVariablesSurviveTheVisit) {
 
 TEST_F(UserCtrl, TheControlsDoNotSurviveTheVisit) {
   visit.Open([] {});
-  EXPECT_EQ(FailureOf([&] { visit.Window().TbMain(); }), environment::kObjectUnloaded);
-  EXPECT_EQ(FailureOf([&] { visit.Window().VMenu1(); }), environment::kObjectUnloaded);
-  EXPECT_EQ(FailureOf([&] { visit.Window().labPersonName(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.Window().TbMain(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.Window().VMenu1(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.Window().labPersonName(); }), environment::kObjectUnloaded);
 }
 
 TEST_F(UserCtrl, ASecondVisitTakesNewValuesAndBuildsTheMenuAnew) {
@@ -133,7 +133,7 @@ TEST_F(UserCtrl, ShowDossierDuringAVisitFailsBeforeItTouchesAnything) {
     other.PersonType = 3;
     other.PhotoPath = "elsewhere";
     visit.statements.clear();
-    EXPECT_EQ(FailureOf([&] { other.ShowDossier(); }), environment::kAlreadyShown);
+    EXPECT_EQ(NumberOfFailure([&] { other.ShowDossier(); }), environment::kAlreadyShown);
     EXPECT_TRUE(visit.statements.empty());
     EXPECT_EQ(visit.runtime.connection, visit.component.Connection());
     EXPECT_EQ(visit.Window().personID, kPerson);
@@ -149,7 +149,7 @@ TEST_F(UserCtrl, ShowDossierDuringAVisitFailsBeforeItTouchesAnything) {
 TEST_F(UserCtrl, ShowDossierFromAMessageBoxOfTheVisitFailsToo) {
   int failure = 0;
   visit.platform.on_message = [&](const Message&) {
-    failure = FailureOf([&] { visit.component.ShowDossier(); });
+    failure = NumberOfFailure([&] { visit.component.ShowDossier(); });
   };
   visit.OpenNew([&] { visit.GoTo("A02"); });
   EXPECT_EQ(failure, environment::kAlreadyShown);
@@ -162,10 +162,10 @@ TEST_F(UserCtrl, ShowDossierFromTheBoxThatRefusesAPersonFailsToo) {
     other.personID = kPerson;
     other.PersonType = 3;
     other.OperationType = 0;
-    failure = FailureOf([&] { other.ShowDossier(); });
+    failure = NumberOfFailure([&] { other.ShowDossier(); });
   };
   visit.component.personID = "nobody";
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
   EXPECT_EQ(failure, environment::kAlreadyShown);
   EXPECT_EQ(visit.Window().personID, "nobody");
   EXPECT_EQ(visit.Window().PersonType, 1);
@@ -269,7 +269,7 @@ TEST_F(UserCtrl, ASaveOfAnEarlierVisitDoesNotCount) {
 TEST_F(UserCtrl, TheResultIsClearedBeforeTheWindowLoads) {
   EXPECT_TRUE(visit.Open([&] { visit.user.ClickToolbar("Save"); }));
   visit.failing->FailAt(1);
-  EXPECT_NE(FailureOf([&] { visit.component.ShowDossier(); }), 0);
+  EXPECT_NE(NumberOfFailure([&] { visit.component.ShowDossier(); }), 0);
   EXPECT_FALSE(visit.Window().IsSaved);
 }
 

@@ -135,7 +135,8 @@ TEST_F(Limits, SaveOfTheLastAllowedRecordTellsTheLimitOnceAfterTheSave) {
 TEST_F(Limits, ALimitBeyondSixteenBitsOverflows) {
   visit.Open([&] {
     SetLimit("32768");
-    EXPECT_EQ(FailureOf([&] { visit.Window().IsMaxNumber(Info("A04", true)); }), environment::kOverflow);
+    EXPECT_EQ(NumberOfFailure([&] { visit.Window().IsMaxNumber(Info("A04", true)); }),
+              environment::kOverflow);
   });
 }
 

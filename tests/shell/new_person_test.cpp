@@ -107,7 +107,7 @@ TEST_F(NewPerson, NoCodeOfTheFormerPersonIsLeftToBeSaved) {
 }
 
 TEST_F(NewPerson, ThePersonCountsAsStoredUntilTheBlankFormWasRead) {
-  EXPECT_EQ(FailureOf([&] {
+  EXPECT_EQ(NumberOfFailure([&] {
               visit.Open([&] {
                 // The three statements of the identifier, then the metadata.
                 visit.failing->FailAt(4);
@@ -237,7 +237,7 @@ TEST_F(NewPerson, RequiredOperationType0WithAStoredIdDoublesThePersonWithASaveOn
             (Statements{"陆怀谷", "王新"}));
   // He can never be opened again.
   visit.component.OperationType = 3;
-  EXPECT_EQ(FailureOf([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
 }
 
 }  // namespace

@@ -191,7 +191,7 @@ TEST_F(SaveCommand, AFailureOutsideTheWritingReachesTheHost) {
   // The limit, then what follows the writing: the reload and the next new record.
   for (const std::size_t k : {1u, 2u, 11u, 15u, 22u, 23u, 27u}) {
     Visit each;
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(NumberOfFailure([&] {
                 each.Open([&] {
                   each.GoTo("A04");
                   each.failing->FailAt(k);

@@ -343,7 +343,7 @@ TEST_F(SetNavigation, RequiredAnItemWithoutAPageClassSuchAsB02AndB03EndsTheVisit
   for (const std::int16_t type : {std::int16_t{2}, std::int16_t{3}, std::int16_t{0}, std::int16_t{9}}) {
     visit.component.PersonType = type;
     bool went_on = false;
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(NumberOfFailure([&] {
                 visit.Open([&] {
                   visit.statements.clear();
                   visit.user.ClickMenu(16);
@@ -367,13 +367,13 @@ TEST_F(SetNavigation, RequiredAnItemWithoutAPageClassSuchAsB02AndB03EndsTheVisit
 
 TEST_F(SetNavigation, AClickOnAMissingTableFailsTheVisit) {
   Script("drop table A12");
-  EXPECT_EQ(FailureOf([&] { visit.Open([&] { visit.GoTo("A12"); }); }), environment::kNoSuchTable);
+  EXPECT_EQ(NumberOfFailure([&] { visit.Open([&] { visit.GoTo("A12"); }); }), environment::kNoSuchTable);
   EXPECT_FALSE(visit.Window().InVisit());
 }
 
 TEST_F(SetNavigation, AFailureAtAnyStatementOfAClickReachesTheHost) {
   for (std::size_t k = 1; k <= kOpenA04.size(); ++k) {
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(NumberOfFailure([&] {
                 visit.Open([&] {
                   visit.failing->FailAt(k);
                   visit.GoTo("A04");
@@ -388,7 +388,7 @@ TEST_F(SetNavigation, AFailureAtAnyStatementOfAClickReachesTheHost) {
 
 TEST_F(SetNavigation, RequiredASetWithoutARowInTheCatalogueFailsAfterItsPageWasBuilt) {
   visit.Open([] {});
-  EXPECT_EQ(FailureOf([&] {
+  EXPECT_EQ(NumberOfFailure([&] {
               visit.Open([&] {
                 Script("delete from s_infotable where tblname = 'A12'");
                 visit.statements.clear();

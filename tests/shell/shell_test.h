@@ -10,6 +10,7 @@
 
 #include "metadata/field_items.h"
 #include "platform/environment/failure.h"
+#include "tests/support/failures.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::headless {
@@ -35,16 +36,6 @@ inline Statements Join(const std::vector<Statements>& parts) {
   Statements all;
   for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
   return all;
-}
-
-// The number of the failure that leaves `action`; 0 where none does.
-inline int FailureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const environment::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
 }
 
 class ShellTest : public ::testing::Test {

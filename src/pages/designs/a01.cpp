@@ -59,8 +59,6 @@ const PageDesign& DesignA01() {
       // clang-format on
       .grid = kStubGrid,
       .grid_visible = false,
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

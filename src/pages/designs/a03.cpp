@@ -24,8 +24,6 @@ const PageDesign& DesignA03() {
       },
       // clang-format on
       .grid = GridFrom(3),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

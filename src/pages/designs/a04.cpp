@@ -23,8 +23,6 @@ const PageDesign& DesignA04() {
       },
       // clang-format on
       .grid = GridFrom(3),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

@@ -25,8 +25,6 @@ const PageDesign& DesignA05() {
       },
       // clang-format on
       .grid = GridFrom(7),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

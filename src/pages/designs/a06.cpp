@@ -24,8 +24,6 @@ const PageDesign& DesignA06() {
       },
       // clang-format on
       .grid = GridFrom(4),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

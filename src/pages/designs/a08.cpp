@@ -28,8 +28,6 @@ const PageDesign& DesignA08() {
       },
       // clang-format on
       .grid = GridFrom(5),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

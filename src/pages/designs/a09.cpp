@@ -30,8 +30,6 @@ const PageDesign& DesignA09() {
       },
       // clang-format on
       .grid = GridFrom(6),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

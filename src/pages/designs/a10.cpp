@@ -31,8 +31,6 @@ const PageDesign& DesignA10() {
       .fixed_labels = {{"Label5", "情况说明", kNote.label}},
       .grid = GridFrom(8),
       .grid_visible = false,
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

@@ -23,8 +23,6 @@ const PageDesign& DesignA11() {
       },
       // clang-format on
       .grid = GridFrom(7),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

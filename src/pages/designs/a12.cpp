@@ -30,8 +30,6 @@ const PageDesign& DesignA12() {
                         kExplanation}},
       .grid = kStubGrid,
       .grid_visible = false,
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

@@ -27,8 +27,6 @@ const PageDesign& DesignA13() {
                         CaptionOver(2)}},
       .grid = kStubGrid,
       .grid_visible = false,
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

@@ -24,8 +24,6 @@ const PageDesign& DesignA14() {
                         CaptionOver(0)}},
       .grid = kStubGrid,
       .grid_visible = false,
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

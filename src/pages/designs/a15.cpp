@@ -24,8 +24,6 @@ const PageDesign& DesignA15() {
       },
       // clang-format on
       .grid = GridFrom(8),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

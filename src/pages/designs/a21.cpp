@@ -25,8 +25,6 @@ const PageDesign& DesignA21() {
       },
       // clang-format on
       .grid = GridFrom(4),
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

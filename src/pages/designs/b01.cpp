@@ -25,8 +25,6 @@ const PageDesign& DesignB01() {
       // clang-format on
       .grid = GridFrom(11),
       .grid_visible = false,
-      .explain = kExplain,
-      .hints = kHints,
   };
   return design;
 }

@@ -31,6 +31,8 @@ inline constexpr Rect kLinePlace = {kFieldsLeft, 540, kHelpLeft + kHelpWidth - k
 // Below the heading.
 inline constexpr int kBodyTop = 720;
 inline constexpr int kBodyBottom = 8880;
+// The help on every page: Frm1, captioned 填表说明, which holds labExplain, over Frm2, captioned 界面说明,
+// which holds LabInterFace.
 inline constexpr Rect kExplain = {kHelpLeft, kBodyTop, kHelpWidth, 2730};
 inline constexpr int kHintsTop = kExplain.top + kExplain.height + kGutter;
 inline constexpr Rect kHints = {kHelpLeft, kHintsTop, kHelpWidth, kBodyBottom - kHintsTop};

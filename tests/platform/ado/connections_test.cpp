@@ -9,6 +9,7 @@
 #include "platform/ado/recordset.h"
 #include "platform/ado/tracing_connection.h"
 #include "platform/environment/failure.h"
+#include "tests/support/failures.h"
 
 namespace dossierkit::ado {
 namespace {
@@ -56,17 +57,9 @@ TEST(UnopenedConnection, FailsEveryStatement) {
 
 TEST(UnopenedConnection, FailsEveryTransaction) {
   UnopenedConnection connection;
-  const auto number_of = [](auto call) {
-    try {
-      call();
-    } catch (const environment::Failure& failure) {
-      return failure.number();
-    }
-    return 0;
-  };
-  EXPECT_EQ(number_of([&] { connection.BeginTrans(); }), 3709);
-  EXPECT_EQ(number_of([&] { connection.CommitTrans(); }), 3709);
-  EXPECT_EQ(number_of([&] { connection.RollbackTrans(); }), 3709);
+  EXPECT_EQ(tests::NumberOfFailure([&] { connection.BeginTrans(); }), 3709);
+  EXPECT_EQ(tests::NumberOfFailure([&] { connection.CommitTrans(); }), 3709);
+  EXPECT_EQ(tests::NumberOfFailure([&] { connection.RollbackTrans(); }), 3709);
 }
 
 TEST(TracingConnection, TellsOfTransactions) {

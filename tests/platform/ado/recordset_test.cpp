@@ -6,23 +6,16 @@
 #include <vector>
 
 #include "platform/environment/failure.h"
+#include "tests/support/failures.h"
 
 namespace dossierkit::ado {
 namespace {
 
+using tests::NumberOfFailure;
+
 using environment::DateTime;
 using environment::Null;
 using environment::Value;
-
-template <typename Action>
-int NumberOfFailure(Action action) {
-  try {
-    action();
-  } catch (const environment::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 // Names 一, 二, .. with a code in every second row.
 Snapshot Rows(int count) {

@@ -6,19 +6,12 @@
 
 #include "platform/environment/failure.h"
 #include "platform/environment/numbers.h"
+#include "tests/support/failures.h"
 
 namespace dossierkit::environment {
 namespace {
 
-template <typename Action>
-int NumberOfFailure(Action action) {
-  try {
-    action();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
+using tests::NumberOfFailure;
 
 TEST(Numbers, ReadsSignDigitsAndOnePoint) {
   EXPECT_EQ(ParseNumber("12"), 12);

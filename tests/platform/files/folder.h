@@ -12,19 +12,11 @@
 
 #include "platform/environment/failure.h"
 #include "platform/files/files.h"
+#include "tests/support/failures.h"
 
 namespace dossierkit::files {
 
-// The number of the failure in which the action ends; 0 where it ends in none.
-template <typename Action>
-int NumberOfFailure(Action action) {
-  try {
-    action();
-  } catch (const environment::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
+using tests::NumberOfFailure;
 
 class FolderTest : public testing::Test {
  protected:

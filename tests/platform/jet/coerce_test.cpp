@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/environment/failure.h"
+#include "tests/support/failures.h"
 
 namespace dossierkit::jet {
 namespace {
@@ -86,12 +87,7 @@ TEST(Coerce, GivesTheValueOfTheColumnsKind) {
 
 TEST(Coerce, RefusesWhatDoesNotFit) {
   const auto number_of = [](const char* text, const char* declared) {
-    try {
-      Coerce(text, ColumnOfDeclaration({}, declared));
-    } catch (const environment::Failure& failure) {
-      return failure.number();
-    }
-    return 0;
+    return tests::NumberOfFailure([&] { Coerce(text, ColumnOfDeclaration({}, declared)); });
   };
   for (const char* declared : {"datetime", "bit", "integer", "short", "double"}) {
     EXPECT_EQ(number_of("", declared), environment::kDataMismatch) << declared;
