@@ -10,25 +10,32 @@
 namespace dossierkit::headless {
 namespace {
 
-// A list that is never scrolled.
+// Rows that are never scrolled.
 class Rows : public toolkit::View {
  public:
-  explicit Rows(const toolkit::ListBox& list) : list_(list) {}
+  explicit Rows(const toolkit::Control& control) : control_(control) {}
   void Show(toolkit::Aspect) override {}
   int RowAt(int, int y) const override {
+    const auto* list = dynamic_cast<const toolkit::ListBox*>(&control_);
     const int row = y / kRowHeight;
-    return y >= 0 && row < list_.ListCount() ? row : -1;
+    return list && y >= 0 && row < list->ListCount() ? row : -1;
   }
+  int RowsInSight() const override { return control_.Place().height / kRowHeight; }
 
  private:
-  const toolkit::ListBox& list_;
+  const toolkit::Control& control_;
 };
 
 }  // namespace
 
 std::unique_ptr<toolkit::View> HeadlessPlatform::CreateView(toolkit::Control& control) {
-  if (auto* list = dynamic_cast<toolkit::ListBox*>(&control)) return std::make_unique<Rows>(*list);
-  return nullptr;
+  switch (control.GetKind()) {
+    case toolkit::Kind::kListBox:
+    case toolkit::Kind::kTreeView:
+    case toolkit::Kind::kDataGrid:
+    case toolkit::Kind::kVerticalMenu: return std::make_unique<Rows>(control);
+    default: return nullptr;
+  }
 }
 
 void HeadlessPlatform::RunLoop(toolkit::Form& form) {

@@ -36,14 +36,6 @@ std::shared_ptr<T> FindKind(toolkit::Form& form) {
   throw std::logic_error("no control of that kind in " + form.Name());
 }
 
-// The character that comes with a key which types none itself, or 0.
-char32_t CharacterOf(int key, int shift) {
-  if (key == toolkit::kKeyReturn) return shift == toolkit::kCtrl ? U'\n' : U'\r';
-  if (key == toolkit::kKeyBack || key == toolkit::kKeyEscape) return static_cast<char32_t>(key);
-  const bool control = (shift & toolkit::kCtrl) && key >= 'A' && key <= 'Z';
-  return control ? static_cast<char32_t>(key - 'A' + 1) : 0;
-}
-
 void RequireSight(const Control& control) {
   if (toolkit::OnHiddenTab(control)) throw std::logic_error(control.Name() + " is on a hidden tab");
 }
@@ -132,72 +124,65 @@ void HeadlessUser::Type(const std::string& text) {
     std::size_t position = 0;
     const char32_t code = environment::NextCharacter(character, position);
     // Beyond ASCII it is the committed text of an input method: no key goes down.
-    if (code >= 0x80 || Window().UserKeyDown(static_cast<int>(environment::UpperCase(character)[0]), 0)) {
-      TypeCharacter(code);
+    if (code >= 0x80) {
+      Enter(Window().UserCommit(character));
+    } else if (Window().UserKey({toolkit::KeyCodeOfCharacter(code), 0, {code}})) {
+      Edit({toolkit::KeyCodeOfCharacter(code), 0, {code}});
     }
   }
 }
 
-void HeadlessUser::TypeCharacter(char32_t character) {
-  if (!Window().UserKeyPress(character)) return;
-  const auto focus = Window().ActiveControl();
-  if (auto* box = dynamic_cast<TextBox*>(focus.get())) {
-    box->UserReplace(box->SelStart(), box->SelLength(), environment::Encode(character));
-  } else if (auto* masked = dynamic_cast<MaskEdBox*>(focus.get())) {
-    masked->UserType(environment::Encode(character));
-  }
-}
-
 void HeadlessUser::Press(int key, int shift) {
-  toolkit::Form& window = Window();
-  const bool letter_or_digit = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
-  if (shift == toolkit::kAlt && letter_or_digit) {
-    const auto bar = FindKind<toolkit::Toolbar>(window);
-    if (const int index = bar->FindMnemonic(static_cast<char>(key)); index >= 0)
-      bar->UserClick(static_cast<std::size_t>(index));
-    return;
-  }
-  if (!window.UserKeyDown(key, shift)) return;
-  if (const char32_t character = CharacterOf(key, shift); character && !window.UserKeyPress(character))
-    return;
-  if (!window.UserEditKey(key, shift)) ActOn(key);
+  const toolkit::KeyStroke stroke{key, shift, {}};
+  if (Window().UserKey(stroke)) Edit(stroke);
 }
 
-// What a native widget does with a key that nobody swallowed.
-void HeadlessUser::ActOn(int key) {
+// What a native widget does with a text that an input method hands over.
+void HeadlessUser::Enter(const std::string& text) {
   const auto focus = Window().ActiveControl();
+  if (text.empty()) return;
   if (auto* box = dynamic_cast<TextBox*>(focus.get())) {
-    const std::size_t start = box->SelStart();
-    const std::size_t length = box->SelLength();
-    const std::size_t size = environment::Length(box->Text());
-    if (key == toolkit::kKeyReturn && box->MultiLine()) box->UserReplace(start, length, "\r\n");
-    if (key == toolkit::kKeyBack && length > 0) box->UserReplace(start, length, "");
-    if (key == toolkit::kKeyBack && length == 0 && start > 0) box->UserReplace(start - 1, 1, "");
-    if (key == toolkit::kKeyDelete && (length > 0 || start < size))
-      box->UserReplace(start, std::max<std::size_t>(length, 1), "");
-    if (key == toolkit::kKeyHome) box->UserSelect(0, 0);
-    if (key == toolkit::kKeyEnd) box->UserSelect(size, 0);
+    box->UserReplace(box->SelStart(), box->SelLength(), text);
   } else if (auto* masked = dynamic_cast<MaskEdBox*>(focus.get())) {
-    if (key == toolkit::kKeyBack) masked->UserBackspace();
-    if (key == toolkit::kKeyDelete) masked->UserDelete();
-    if (key == toolkit::kKeyHome) masked->UserSelect(0, 0);
-    if (key == toolkit::kKeyEnd) masked->UserSelect(environment::Length(masked->Text()), 0);
-  } else if (auto* grid = dynamic_cast<toolkit::DataGrid*>(focus.get())) {
-    if (key == toolkit::kKeyUp) grid->UserSelectRow(grid->Row() - 1);
-    if (key == toolkit::kKeyDown) grid->UserSelectRow(grid->Row() + 1);
-  } else if (auto* menu = dynamic_cast<toolkit::VerticalMenu*>(focus.get())) {
-    if (key == toolkit::kKeyUp) menu->UserMark(menu->Marked() - 1);
-    if (key == toolkit::kKeyDown) menu->UserMark(menu->Marked() + 1);
-    if (key == toolkit::kKeyReturn) menu->UserClick(menu->Marked());
-  } else if (auto* list = dynamic_cast<toolkit::ListBox*>(focus.get())) {
-    list->UserArrow(key);
-  } else if (auto* tree = dynamic_cast<toolkit::TreeView*>(focus.get())) {
-    tree->UserArrow(key);
-  } else if (auto* strip = dynamic_cast<toolkit::TabStrip*>(focus.get())) {
-    if (key == toolkit::kKeyLeft) strip->UserSelectTab(strip->Tab() - 1);
-    if (key == toolkit::kKeyRight) strip->UserSelectTab(strip->Tab() + 1);
-  } else if (auto* button = dynamic_cast<toolkit::CommandButton*>(focus.get())) {
-    if (key == toolkit::kKeyReturn || key == ' ') button->UserClick();
+    masked->UserType(text);
+  }
+}
+
+// What a native widget does with a key that the model leaves to it.
+void HeadlessUser::Edit(const toolkit::KeyStroke& stroke) {
+  const auto focus = Window().ActiveControl();
+  if (auto* button = dynamic_cast<toolkit::CommandButton*>(focus.get())) {
+    if (stroke.code == ' ') button->UserClick();
+  } else if (auto* check = dynamic_cast<toolkit::CheckBox*>(focus.get())) {
+    if (stroke.code == ' ') check->UserToggle();
+  }
+  auto* box = dynamic_cast<toolkit::EditBox*>(focus.get());
+  if (!box) return;
+  const std::size_t size = environment::Length(box->Text());
+  if (stroke.code == toolkit::kKeyHome) box->UserSelect(0, 0);
+  if (stroke.code == toolkit::kKeyEnd) box->UserSelect(size, 0);
+  auto* text = dynamic_cast<TextBox*>(focus.get());
+  if (!text) return;
+  const std::size_t start = box->SelStart();
+  const std::size_t length = box->SelLength();
+  switch (stroke.code) {
+    case toolkit::kKeyReturn:
+      if (text->MultiLine()) text->UserReplace(start, length, "\r\n");
+      break;
+    case toolkit::kKeyBack:
+      if (length > 0 || start > 0)
+        text->UserReplace(length > 0 ? start : start - 1, std::max<std::size_t>(length, 1), "");
+      break;
+    case toolkit::kKeyDelete:
+      if (length > 0 || start < size) text->UserReplace(start, std::max<std::size_t>(length, 1), "");
+      break;
+    default: {
+      std::string typed;
+      for (const char32_t character : toolkit::CharactersOf(stroke)) {
+        if (character >= 32) typed += environment::Encode(character);
+      }
+      if (!typed.empty()) text->UserReplace(start, length, typed);
+    }
   }
 }
 

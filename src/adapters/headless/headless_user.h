@@ -54,8 +54,8 @@ class HeadlessUser {
   void Close() { Window().UserClose(); }
 
  private:
-  void TypeCharacter(char32_t character);
-  void ActOn(int key);
+  void Enter(const std::string& text);
+  void Edit(const toolkit::KeyStroke& stroke);
 
   toolkit::Desktop& desktop_;
 };

@@ -1,7 +1,6 @@
 #include "adapters/qt/button_views.h"
 
 #include <QCheckBox>
-#include <QKeyEvent>
 #include <QPushButton>
 
 #include "adapters/qt/qt_application.h"
@@ -9,20 +8,6 @@
 
 namespace dossierkit::qt {
 namespace {
-
-class Button : public QPushButton {
- public:
-  explicit Button(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-      click();
-    } else {
-      QPushButton::keyPressEvent(event);
-    }
-  }
-};
 
 // Never checks itself: the model does.
 class Box : public QCheckBox {
@@ -44,9 +29,10 @@ class Box : public QCheckBox {
 }  // namespace
 
 CommandButtonView::CommandButtonView(ViewContext& context, toolkit::CommandButton& button)
-    : WidgetView(context, button, new Button(ParentWidgetOf(button))),
+    : WidgetView(context, button, new QPushButton(ParentWidgetOf(button))),
       button_(button),
       native_(static_cast<QPushButton*>(Widget())) {
+  native_->setAutoDefault(false);
   native_->setDefault(button.Default());
   QObject::connect(native_, &QPushButton::clicked, Hub(),
                    [this] { Context().application.Guard([this] { button_.UserClick(); }); });

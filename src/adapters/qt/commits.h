@@ -11,8 +11,8 @@ class Control;
 
 namespace dossierkit::qt {
 
-// Passes the committed text of the event through the KeyPress of the control's window, character by
-// character, and leaves in the event what was not swallowed. False if the view ended meanwhile.
+// Tells the control's window whether a text is being composed, passes what the event commits through its
+// KeyPress, and leaves in the event what was not swallowed. False if the view ended meanwhile.
 bool FilterCommitted(QInputMethodEvent& event, toolkit::Control& control, const std::weak_ptr<void>& life);
 
 }  // namespace dossierkit::qt

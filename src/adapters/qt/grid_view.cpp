@@ -46,31 +46,16 @@ class Table : public QTableView {
   void mouseReleaseEvent(QMouseEvent*) override {}
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void keyPressEvent(QKeyEvent* event) override {
-    const int last = model()->rowCount() - 1;
-    const int row = currentIndex().row();
-    const int page =
-        std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
     switch (event->key()) {
-      case Qt::Key_Up: Move(row - 1, last); break;
-      case Qt::Key_Down: Move(row + 1, last); break;
-      case Qt::Key_PageUp: Move(row - page, last); break;
-      case Qt::Key_PageDown: Move(row + page, last); break;
-      case Qt::Key_Home: Move(0, last); break;
-      case Qt::Key_End: Move(last, last); break;
       case Qt::Key_Left: Scroll(-1); break;
       case Qt::Key_Right: Scroll(1); break;
-      default: event->ignore();
+      default: event->ignore();  // the model moves
     }
   }
 
  private:
   void Want(int row) {
     if (auto* view = static_cast<GridView*>(application_.ViewOf(this))) view->RowWanted(row);
-  }
-  void Move(int row, int last) {
-    row = std::clamp(row, 0, std::max(last, 0));
-    // The current row may be wanted while it does not look chosen.
-    if (last >= 0 && (row != currentIndex().row() || !selectionModel()->hasSelection())) Want(row);
   }
   void Scroll(int steps) {
     auto* bar = horizontalScrollBar();
@@ -140,6 +125,10 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
 GridView::~GridView() {
   showing_ = true;
   if (Widget()) model_->Detach();
+}
+
+int GridView::RowsInSight() const {
+  return native_->viewport()->height() / std::max(1, native_->verticalHeader()->defaultSectionSize());
 }
 
 void GridView::RowWanted(int row) {

@@ -15,6 +15,8 @@ class GridView : public WidgetView {
   GridView(ViewContext& context, toolkit::DataGrid& grid);
   ~GridView() override;
 
+  int RowsInSight() const override;
+
   // The user wants a row, from 0.
   void RowWanted(int row);
 

@@ -38,28 +38,8 @@ bool ItemView::Want(const QModelIndex& index) {
   return Report([&] { ReportSelect(index); });
 }
 
-void ItemView::Arrow(int key) {
-  Report([&] { ReportArrow(key); });
-}
-
-// The model moves by rows, and does not know how many are in sight.
-void ItemView::Page(int direction) {
-  const int rows = native_->viewport()->height() / std::max(1, native_->sizeHintForRow(0));
-  if (const QModelIndex index = Away(direction * std::max(1, rows - 1)); index.isValid()) Want(index);
-}
-
-bool ItemView::Key(int native_key) {
-  switch (native_key) {
-    case Qt::Key_Up: Arrow(toolkit::kKeyUp); return true;
-    case Qt::Key_Down: Arrow(toolkit::kKeyDown); return true;
-    case Qt::Key_Left: Arrow(toolkit::kKeyLeft); return true;
-    case Qt::Key_Right: Arrow(toolkit::kKeyRight); return true;
-    case Qt::Key_Home: Arrow(toolkit::kKeyHome); return true;
-    case Qt::Key_End: Arrow(toolkit::kKeyEnd); return true;
-    case Qt::Key_PageUp: Page(-1); return true;
-    case Qt::Key_PageDown: Page(1); return true;
-    default: return false;
-  }
+int ItemView::RowsInSight() const {
+  return native_->viewport()->height() / std::max(1, native_->sizeHintForRow(0));
 }
 
 void ItemView::DoubleClicked() {

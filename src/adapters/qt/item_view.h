@@ -16,8 +16,11 @@ class ItemView : public WidgetView {
   // The user wants an item selected; shows what became of it. False if the view ended meanwhile.
   bool Want(const QModelIndex& index);
   void DoubleClicked();
-  // A native key; false if it does not move in lists.
-  bool Key(int native_key);
+  int RowsInSight() const override;
+  // Shows at once what still waits.
+  void Settle() {
+    if (waiting_) Flush();
+  }
 
  protected:
   ItemView(ViewContext& context, toolkit::Control& control, QAbstractItemView* native);
@@ -36,15 +39,13 @@ class ItemView : public WidgetView {
   void ShowSelection() override;
 
   virtual void ReportSelect(const QModelIndex& index) = 0;
-  virtual void ReportArrow(int key) = 0;
   virtual void ReportDblClick() = 0;
   // No items; all items afresh; what else may have changed.
   virtual void Drop() = 0;
   virtual void Fill() = 0;
   virtual void Refresh() {}
-  // The selected item, and the one so many rows below (above) it; invalid where there is none.
+  // The selected item; invalid where there is none.
   virtual QModelIndex Selected() = 0;
-  virtual QModelIndex Away(int rows) = 0;
 
   // While it lives, what the native widget reports is what the view itself does.
   class Showing {
@@ -61,8 +62,6 @@ class ItemView : public WidgetView {
 
  private:
   bool Report(const std::function<void()>& report);
-  void Arrow(int key);
-  void Page(int direction);
 
   QAbstractItemView* native_;
   int showing_ = 0;

@@ -24,10 +24,7 @@ class List : public QListView {
     if (!Press(*event)) return;
     if (ItemView* view = View()) view->DoubleClicked();
   }
-  void keyPressEvent(QKeyEvent* event) override {
-    ItemView* view = View();
-    if (!view || !view->Key(event->key())) event->ignore();
-  }
+  void keyPressEvent(QKeyEvent* event) override { event->ignore(); }  // the model moves
 
  private:
   ItemView* View() { return static_cast<ItemView*>(application_.ViewOf(this)); }
@@ -70,9 +67,5 @@ void ListBoxView::Drop() { model_->Drop(); }
 void ListBoxView::Fill() { model_->Fill(); }
 
 QModelIndex ListBoxView::Selected() { return model_->index(list_.ListIndex()); }
-
-QModelIndex ListBoxView::Away(int rows) {
-  return model_->index(std::clamp(list_.ListIndex() + rows, 0, std::max(model_->rowCount() - 1, 0)));
-}
 
 }  // namespace dossierkit::qt

@@ -19,12 +19,10 @@ class ListBoxView : public ItemView {
 
  protected:
   void ReportSelect(const QModelIndex& index) override { list_.UserSelect(index.row()); }
-  void ReportArrow(int key) override { list_.UserArrow(key); }
   void ReportDblClick() override { list_.UserDblClick(); }
   void Drop() override;
   void Fill() override;
   QModelIndex Selected() override;
-  QModelIndex Away(int rows) override;
 
  private:
   toolkit::ListBox& list_;

@@ -9,9 +9,7 @@
 
 #include "adapters/qt/commits.h"
 #include "adapters/qt/edit_menu.h"
-#include "adapters/qt/keys.h"
 #include "adapters/qt/qt_application.h"
-#include "platform/environment/text.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -37,8 +35,6 @@ class MaskEdit : public QLineEdit {
     return QLineEdit::event(event);
   }
   void keyPressEvent(QKeyEvent* event) override {
-    auto* view = View();
-    if (!view || view->EditByKey(*event)) return;
     switch (event->key()) {
       case Qt::Key_Left:
       case Qt::Key_Right:
@@ -87,35 +83,11 @@ MaskView::MaskView(ViewContext& context, toolkit::MaskEdBox& box)
   QObject::connect(native_, &QLineEdit::selectionChanged, Hub(), [this] { NativeSelectionChanged(); });
 }
 
-bool MaskView::EditByKey(const QKeyEvent& event) {
-  bool handled = true;
-  Context().application.Guard([&] {
-    if (event.key() == Qt::Key_Backspace) {
-      box_.UserBackspace();
-    } else if (event.key() == Qt::Key_Delete) {
-      box_.UserDelete();
-    } else {
-      std::string typed;
-      for (const char32_t character : CharactersOf(event)) {
-        if (character >= 32) typed += environment::Encode(character);
-      }
-      if (typed.empty()) {
-        handled = false;
-      } else {
-        box_.UserType(typed);
-      }
-    }
-  });
-  return handled;
-}
-
 void MaskView::MenuAsked(const QContextMenuEvent& event) {
   OpenEditMenu(Context(), box_, *Widget(), *Hub(), event);
 }
 
 void MaskView::EditByCommit(QInputMethodEvent& event) {
-  Context().application.SetComposing(!event.preeditString().isEmpty());
-  if (event.commitString().isEmpty()) return;
   const auto life = Life();
   Context().application.Guard([&] {
     if (!FilterCommitted(event, box_, life)) return;

@@ -9,7 +9,6 @@
 
 class QContextMenuEvent;
 class QInputMethodEvent;
-class QKeyEvent;
 class QLineEdit;
 
 namespace dossierkit::qt {
@@ -18,8 +17,6 @@ class MaskView : public WidgetView {
  public:
   MaskView(ViewContext& context, toolkit::MaskEdBox& box);
 
-  // Edits by the key; false where it only moves the caret or means nothing here.
-  bool EditByKey(const QKeyEvent& event);
   // Edits by what an input method committed, and takes it out of the event.
   void EditByCommit(QInputMethodEvent& event);
   void MenuAsked(const QContextMenuEvent& event);

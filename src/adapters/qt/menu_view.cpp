@@ -35,32 +35,13 @@ class MenuList : public QListView {
     if (clicked) Click(row);
   }
   void keyPressEvent(QKeyEvent* event) override {
-    const int last = model()->rowCount() - 1;
-    const int row = currentIndex().row();
-    const int page = std::max(1, viewport()->height() / std::max(1, sizeHintForRow(0)) - 1);
-    switch (event->key()) {
-      case Qt::Key_Up: Mark(row - 1, last); break;
-      case Qt::Key_Down: Mark(row + 1, last); break;
-      case Qt::Key_PageUp: Mark(row - page, last); break;
-      case Qt::Key_PageDown: Mark(row + page, last); break;
-      case Qt::Key_Home: Mark(0, last); break;
-      case Qt::Key_End: Mark(last, last); break;
-      case Qt::Key_Return:
-      case Qt::Key_Enter:
-        if (row >= 0) Click(row);
-        break;
-      default: event->ignore();
-    }
+    event->ignore();  // the model moves
   }
 
  private:
   MenuView* View() { return static_cast<MenuView*>(application_.NearestView(this)); }
   void Click(int row) {
     if (auto* view = View()) view->ItemClicked(row);
-  }
-  void Mark(int row, int last) {
-    if (last < 0) return;
-    if (auto* view = View()) view->ItemMarked(std::clamp(row, 0, last));
   }
 
   QtApplication& application_;
@@ -111,6 +92,10 @@ MenuView::~MenuView() {
 }
 
 QWidget* MenuView::FocusWidget() const { return list_; }
+
+int MenuView::RowsInSight() const {
+  return list_->viewport()->height() / std::max(1, list_->sizeHintForRow(0));
+}
 
 void MenuView::ItemClicked(int item) {
   Context().application.Guard([this, item] { menu_.UserClick(item + 1); });

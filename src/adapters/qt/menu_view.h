@@ -17,6 +17,7 @@ class MenuView : public WidgetView {
   ~MenuView() override;
 
   QWidget* FocusWidget() const override;
+  int RowsInSight() const override;
 
   // The user clicked an item, or marked one, from 0.
   void ItemClicked(int item);

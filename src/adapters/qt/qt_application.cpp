@@ -9,6 +9,7 @@
 #include <QThread>
 #include <utility>
 
+#include "adapters/qt/item_view.h"
 #include "adapters/qt/keys.h"
 #include "adapters/qt/window_view.h"
 #include "platform/toolkit/controls/tab_strip.h"
@@ -166,21 +167,12 @@ bool QtApplication::PassKey(QWidget& widget, const QKeyEvent& event) {
   if (!view) return true;
   auto& form = static_cast<toolkit::Form&>(view->GetControl());
   const auto keep = form.shared_from_this();
-  const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-  if (composing_ && enter) return false;  // it only ends the composition
-  const bool plain = !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-  if (plain && (event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab)) {
-    form.UserTab(event.key() == Qt::Key_Tab && !(event.modifiers() & Qt::ShiftModifier));
-    return false;
-  }
-  if (const char letter = MnemonicKeyOf(event); letter && ClickMnemonic(form, letter)) return false;
   const QPointer<QWidget> alive = &widget;
-  if (const int code = KeyCodeOf(event); code && !form.UserKeyDown(code, ShiftOf(event.modifiers())))
-    return false;
-  for (const char32_t character : CharactersOf(event)) {
-    if (!alive || !form.UserKeyPress(character)) return false;
-  }
-  return alive && !form.UserEditKey(KeyCodeOf(event), ShiftOf(event.modifiers()));
+  const bool passed = form.UserKey(StrokeOf(event));
+  // What the key did in a list shows at once.
+  const auto& focus = form.ActiveControl();
+  if (auto* items = focus ? dynamic_cast<ItemView*>(focus->GetView()) : nullptr) items->Settle();
+  return passed && alive;
 }
 
 // A control on a hidden tab may have the model's focus but not the native one: its keys come to the
@@ -192,10 +184,6 @@ QWidget* QtApplication::BehindTab(const QWidget& widget) const {
   if (!focus || !focus->Reachable() || !toolkit::OnHiddenTab(*focus)) return nullptr;
   const auto* view = static_cast<const WidgetView*>(focus->GetView());
   return view ? view->FocusWidget() : nullptr;
-}
-
-bool QtApplication::ClickMnemonic(toolkit::Form& form, char letter) {
-  return static_cast<WindowView*>(form.GetView())->ClickMnemonic(letter);
 }
 
 // --- focus ---------------------------------------------------------------------------------------
@@ -249,7 +237,6 @@ void QtApplication::FollowFocus(QWidget* now) {
 void QtApplication::RunUntil(const std::function<bool()>& done) {
   const Busy outer = std::exchange(busy_, {});
   if (outer.shown) restoreOverrideCursor();
-  composing_ = false;
   ++loops_run_;
   QEventLoop loop;
   loops_.push_back(&loop);

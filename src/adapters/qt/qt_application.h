@@ -51,8 +51,6 @@ class QtApplication : public QApplication {
   // --- focus -----------------------------------------------------------------------------------
   // Gives the native focus to the control that has the model's focus.
   void SyncFocus(toolkit::Form& form);
-  // A text is being composed by an input method.
-  void SetComposing(bool composing) { composing_ = composing; }
 
   // --- loops -----------------------------------------------------------------------------------
   // Runs events until `done`; asked again whenever the loops are woken.
@@ -79,7 +77,6 @@ class QtApplication : public QApplication {
   void ReportMove(QWidget& widget, const QMouseEvent& event);
   bool PassKey(QWidget& widget, const QKeyEvent& event);
   QWidget* BehindTab(const QWidget& widget) const;
-  bool ClickMnemonic(toolkit::Form& form, char letter);
   void FollowFocus(QWidget* now);
   bool Notify(QObject* receiver, QEvent* event);
   void EndBusy();
@@ -95,7 +92,6 @@ class QtApplication : public QApplication {
   int own_focus_ = 0;  // the native focus is being set by the program
   Qt::FocusReason focus_reason_ = Qt::OtherFocusReason;
   Qt::MouseButton swallowed_ = Qt::NoButton;
-  bool composing_ = false;
 };
 
 }  // namespace dossierkit::qt

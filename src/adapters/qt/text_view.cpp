@@ -19,10 +19,7 @@ std::string WithModelBreaks(const QString& text) {
 
 }  // namespace
 
-bool TextView::FilterCommit(QInputMethodEvent& event) {
-  Context().application.SetComposing(!event.preeditString().isEmpty());
-  return FilterCommitted(event, box_, Life());
-}
+bool TextView::FilterCommit(QInputMethodEvent& event) { return FilterCommitted(event, box_, Life()); }
 
 void TextView::DoubleClicked() {
   Context().application.Guard([this] { box_.UserDblClick(); });

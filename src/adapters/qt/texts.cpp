@@ -16,14 +16,6 @@ QString ToNativePath(std::string_view path) {
   return ToQString(path).replace(QLatin1Char('\\'), QLatin1Char('/'));
 }
 
-char MnemonicOf(std::string_view caption) {
-  const auto mark = caption.find('&');
-  if (mark == std::string_view::npos || mark + 1 >= caption.size()) return 0;
-  const char letter = caption[mark + 1];
-  if (letter >= 'a' && letter <= 'z') return static_cast<char>(letter - 'a' + 'A');
-  return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9') ? letter : '\0';
-}
-
 ShownText::ShownText(std::string_view text, bool multi_line) {
   const QChar line_break = QLatin1Char('\n');
   qsizetype in_line = 0;

@@ -15,9 +15,6 @@ std::string ToUtf8(const QString& text);
 // A path as the system wants it: the model's paths may separate folders by a backslash.
 QString ToNativePath(std::string_view path);
 
-// The first letter behind "&" in a caption as a capital, or 0.
-char MnemonicOf(std::string_view caption);
-
 // The most characters that a widget lays out in one line before it becomes slow.
 inline constexpr qsizetype kLongestLine = 5000;
 

@@ -45,7 +45,7 @@ void ToolbarView::Build() {
     const QString caption = ToQString(buttons[i].Caption());
     button->setText(caption);
     button->setShortcut({});  // mnemonics are the model's
-    button->setAccessibleName(ToQString(buttons[i].Caption().substr(0, buttons[i].Caption().find("(&"))));
+    button->setAccessibleName(ToQString(buttons[i].AccessibleName()));
     const QString icon =
         ToQString(Context().icon_folder + "/toolbar-" + std::to_string(buttons[i].ImageIndex()) + ".png");
     if (buttons[i].ImageIndex() > 0 && QFile::exists(icon)) button->setIcon(QIcon(icon));

@@ -31,15 +31,7 @@ class Tree : public QTreeView {
     if (TreeBoxView* view = View()) view->DoubleClicked();
   }
   void keyPressEvent(QKeyEvent* event) override {
-    TreeBoxView* view = View();
-    const QModelIndex index = currentIndex();
-    if (view && event->key() == Qt::Key_Plus && index.isValid()) {
-      view->Fold(index, true);
-    } else if (view && event->key() == Qt::Key_Minus && index.isValid()) {
-      view->Fold(index, false);
-    } else if (!view || !view->Key(event->key())) {
-      event->ignore();
-    }
+    event->ignore();  // the model moves
   }
 
  private:
@@ -140,16 +132,5 @@ void TreeBoxView::Refresh() {
 }
 
 QModelIndex TreeBoxView::Selected() { return model_->IndexOf(tree_.SelectedItem()); }
-
-QModelIndex TreeBoxView::Away(int rows) {
-  int node = tree_.SelectedItem() >= 0 ? tree_.SelectedItem() : tree_.Nodes().FirstChild(toolkit::kNoNode);
-  while (node != toolkit::kNoNode && rows != 0) {
-    const int next = rows > 0 ? tree_.Below(node) : tree_.Above(node);
-    if (next == toolkit::kNoNode) break;
-    node = next;
-    rows += rows > 0 ? -1 : 1;
-  }
-  return model_->IndexOf(node);
-}
 
 }  // namespace dossierkit::qt

@@ -23,13 +23,11 @@ class TreeBoxView : public ItemView {
  protected:
   void ShowSelection() override;
   void ReportSelect(const QModelIndex& index) override;
-  void ReportArrow(int key) override { tree_.UserArrow(key); }
   void ReportDblClick() override { tree_.UserDblClick(); }
   void Drop() override;
   void Fill() override;
   void Refresh() override;
   QModelIndex Selected() override;
-  QModelIndex Away(int rows) override;
 
  private:
   void NativeFolded(const QModelIndex& index, bool expanded);

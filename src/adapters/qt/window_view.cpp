@@ -12,9 +12,6 @@
 #include "adapters/qt/places.h"
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/texts.h"
-#include "platform/toolkit/controls/tab_strip.h"
-#include "platform/toolkit/controls/toolbar.h"
-#include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::qt {
@@ -57,31 +54,6 @@ class Window : public QWidget {
 QWidget* MakeWindow(ViewContext& context) {
   WindowView* below = context.application.TopWindow();
   return new Window(context.application, below && below->Widget()->isVisible() ? below->Widget() : nullptr);
-}
-
-bool ClickMnemonicIn(const toolkit::Controls& controls, char letter) {
-  for (const auto& control : controls) {
-    if (!control->Reachable() || toolkit::OnHiddenTab(*control)) continue;
-    if (auto* bar = dynamic_cast<toolkit::Toolbar*>(control.get())) {
-      if (const int index = bar->FindMnemonic(letter); index >= 0) {
-        bar->UserClick(static_cast<std::size_t>(index));
-        return true;
-      }
-    } else if (auto* button = dynamic_cast<toolkit::CommandButton*>(control.get())) {
-      if (MnemonicOf(button->Caption()) == letter) {
-        button->UserClick();
-        return true;
-      }
-    } else if (auto* box = dynamic_cast<toolkit::CheckBox*>(control.get())) {
-      if (MnemonicOf(box->Caption()) == letter) {
-        box->UserToggle();
-        return true;
-      }
-    } else if (auto* page = dynamic_cast<toolkit::UserControl*>(control.get())) {
-      if (ClickMnemonicIn(page->Controls(), letter)) return true;
-    }
-  }
-  return false;
 }
 
 }  // namespace
@@ -246,10 +218,6 @@ void WindowView::BringFocusIntoSight() {
 void WindowView::ScrollToOrigin() {
   area_->horizontalScrollBar()->setValue(0);
   area_->verticalScrollBar()->setValue(0);
-}
-
-bool WindowView::ClickMnemonic(char letter) {
-  return GetForm().Loaded() && ClickMnemonicIn(GetForm().Controls(), letter);
 }
 
 void WindowView::Closed() {

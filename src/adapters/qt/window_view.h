@@ -31,8 +31,6 @@ class WindowView : public WidgetView {
   void BringIntoSight(const WidgetView& view, const QRect& part = {});
   // Another page came: it shows from its upper left corner.
   void ScrollToOrigin();
-  // Clicks the enabled button with that mnemonic; false where there is none.
-  bool ClickMnemonic(char letter);
 
   // The native window was closed by the user, or changed its size.
   void Closed();

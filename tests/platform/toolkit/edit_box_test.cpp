@@ -348,10 +348,10 @@ TEST_F(EditBoxTest, CommandsOfADisabledBoxOrOneBelowAWindowDoNothing) {
 TEST_F(EditBoxTest, KeysOfOtherControlsAreTheirOwn) {
   Visit([&] {
     form->Get("chkFlag")->SetFocus();
-    EXPECT_FALSE(form->UserEditKey('V', kCtrl));
+    EXPECT_TRUE(form->UserKey({'V', kCtrl, {}})) << "left to the native widget";
     form->Get("txtName")->SetFocus();
-    EXPECT_TRUE(form->UserEditKey('Z', kCtrl)) << "also where nothing is to be taken back";
-    EXPECT_FALSE(form->UserEditKey('Z', 0));
+    EXPECT_FALSE(form->UserKey({'Z', kCtrl, {}})) << "done, also where nothing is to be taken back";
+    EXPECT_TRUE(form->UserKey({'Z', 0, {}}));
   });
 }
 

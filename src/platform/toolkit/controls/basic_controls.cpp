@@ -29,13 +29,15 @@ void Image::SetPicture(Picture picture) {
 }
 
 void CommandButton::UserClick() {
-  Form* window = Window();
-  if (!window) return;
-  const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || !window->MoveFocus(*this)) return;
-    Raise(Click);
+  Report([&] {
+    if (TakeFocus()) Raise(Click);
   });
+}
+
+bool CommandButton::ActOnKey(const KeyStroke& stroke) {
+  if (stroke.code != kKeyReturn) return false;
+  UserClick();
+  return true;
 }
 
 void CheckBox::SetValue(int value) {
@@ -46,12 +48,9 @@ void CheckBox::SetValue(int value) {
 }
 
 void CheckBox::UserToggle() {
-  Form* window = Window();
-  if (!window) return;
-  const KeepAlive keep(*this);
   bool toggled = false;
-  window->Deliver([&] {
-    if (!Reachable() || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (!TakeFocus()) return;
     toggled = true;
     SetValue(value_ == 0 ? 1 : 0);
   });

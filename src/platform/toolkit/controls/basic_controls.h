@@ -94,6 +94,7 @@ class CommandButton : public CaptionedControl {
   void SetCancel(bool on) { cancel_ = on; }
   // The user clicked the button, pressed the blank on it, or its mnemonic.
   void UserClick();
+  bool ActOnKey(const KeyStroke& stroke) override;  // Enter clicks it
 
  private:
   bool default_ = false;

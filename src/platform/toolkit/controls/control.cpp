@@ -1,6 +1,6 @@
 #include "platform/toolkit/controls/control.h"
 
-#include <stdexcept>
+#include <algorithm>
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
@@ -164,14 +164,30 @@ bool Control::HasFocus() {
   return window && window->ActiveControl().get() == this;
 }
 
-bool Control::UserMouseDown(int button, int shift, int x, int y) {
+bool Control::Report(const std::function<void()>& event) {
   Form* window = Window();
   if (!window) return false;
   const KeepAlive keep(*this);
-  bool passed = false;
+  bool ran = false;
   window->Deliver([&] {
     if (!Reachable()) return;
-    if (TakesFocus() && !window->MoveFocus(*this)) return;
+    ran = true;
+    event();
+  });
+  return ran;
+}
+
+bool Control::TakeFocus() {
+  Form* window = Window();
+  return window && window->MoveFocus(*this);
+}
+
+int Control::RowsOfAPage() const { return view_ ? std::max(1, view_->RowsInSight() - 1) : 1; }
+
+bool Control::UserMouseDown(int button, int shift, int x, int y) {
+  bool passed = false;
+  Report([&] {
+    if (TakesFocus() && !TakeFocus()) return;
     Raise(MouseDown, button, shift, x, y);
     passed = !removed_;
   });
@@ -179,20 +195,15 @@ bool Control::UserMouseDown(int button, int shift, int x, int y) {
 }
 
 void Control::UserMouseMove(int button, int shift, int x, int y) {
-  Form* window = Window();
-  if (!window) return;
-  const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (Reachable()) Raise(MouseMove, button, shift, x, y);
-  });
+  Report([&] { Raise(MouseMove, button, shift, x, y); });
 }
 
 void Control::UserFocus() {
   Form* window = Window();
   if (!window || HasFocus()) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (TakesFocus() && Reachable()) window->MoveFocus(*this);
+  Report([&] {
+    if (TakesFocus()) TakeFocus();
   });
   if (const auto focus = window->ActiveControl(); focus && focus.get() != this)
     focus->ShowAspect(Aspect::kFocus);

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/environment/event.h"
+#include "platform/toolkit/controls/key_stroke.h"
 #include "platform/toolkit/controls/view.h"
 
 namespace dossierkit::toolkit {
@@ -64,24 +66,6 @@ inline constexpr Color kButtonShadow = 0x80000010;
 inline constexpr Color kButtonText = 0x80000012;
 
 enum MouseButton { kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
-enum ShiftMask { kShift = 1, kCtrl = 2, kAlt = 4 };
-
-// Key codes that the model itself looks at.
-enum KeyCode {
-  kKeyBack = 8,
-  kKeyTab = 9,
-  kKeyReturn = 13,
-  kKeyEscape = 27,
-  kKeyEnd = 35,
-  kKeyHome = 36,
-  kKeyLeft = 37,
-  kKeyUp = 38,
-  kKeyRight = 39,
-  kKeyDown = 40,
-  kKeyInsert = 45,
-  kKeyDelete = 46,
-  kKeyF4 = 115,
-};
 
 // A control is shared: its owner's Controls holds it, and whoever delivers one of its events.
 class Control : public std::enable_shared_from_this<Control> {
@@ -175,6 +159,9 @@ class Control : public std::enable_shared_from_this<Control> {
   void UserMouseMove(int button, int shift, int x, int y);
   // The native focus was set from outside (accessibility): follows it, or puts it back.
   void UserFocus();
+  // A key that nobody swallowed came to this control: true where the model did what it means here, and the
+  // native widget must not see it.
+  virtual bool ActOnKey(const KeyStroke& /*stroke*/) { return false; }
 
   View* GetView() const { return view_.get(); }
   void ShowAspect(Aspect aspect);
@@ -183,6 +170,14 @@ class Control : public std::enable_shared_from_this<Control> {
   // The caption changed: shows it, and the accessible name that it is, here and of the controls that this one
   // names.
   void CaptionChanged();
+
+  // One report of the view: runs `event` as one event of the user's where the window takes input now and this
+  // control can be reached, and keeps control, page and window alive meanwhile. False where it did not run.
+  bool Report(const std::function<void()>& event);
+  // The focus comes here, for a report; false where that was refused.
+  bool TakeFocus();
+  // How many rows Page Up and Page Down move by: one row stays in sight.
+  int RowsOfAPage() const;
 
   // Keeps a control, its page and its window alive during a report or an event.
   class KeepAlive {

@@ -54,11 +54,9 @@ void DataGrid::SetHeadFont(const Font& font) {
 }
 
 void DataGrid::UserColumnWidth(std::size_t column, float width) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || column >= widths_.size()) return;
+  Report([&] {
+    if (column >= widths_.size()) return;
     widths_[column] = width;
     Raise(ColResize);
   });
@@ -77,11 +75,9 @@ void DataGrid::SetShowsRow(bool shows) {
 }
 
 void DataGrid::UserSelectRow(std::int32_t row) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || row < 1 || row > RowCount() || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (row < 1 || row > RowCount() || !TakeFocus()) return;
     // Getting the focus may have brought other rows.
     if (Removed() || row > RowCount()) return;
     // The page may drop its recordset while it is told of the move.
@@ -89,6 +85,26 @@ void DataGrid::UserSelectRow(std::int32_t row) {
     recordset->SetAbsolutePosition(row);
   });
   ShowAspect(Aspect::kSelection);
+}
+
+bool DataGrid::ActOnKey(const KeyStroke& stroke) {
+  const std::int32_t last = RowCount();
+  const auto select = [&](std::int32_t row) {
+    if (last == 0) return true;
+    row = std::clamp(row, 1, last);
+    // The present row may be wanted while it does not look chosen.
+    if (row != Row() || !shows_row_) UserSelectRow(row);
+    return true;
+  };
+  switch (stroke.code) {
+    case kKeyUp: return select(Row() - 1);
+    case kKeyDown: return select(Row() + 1);
+    case kKeyHome: return select(1);
+    case kKeyEnd: return select(last);
+    case kKeyPageUp: return select(Row() - RowsOfAPage());
+    case kKeyPageDown: return select(Row() + RowsOfAPage());
+    default: return false;
+  }
 }
 
 }  // namespace dossierkit::toolkit

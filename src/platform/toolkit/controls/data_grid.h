@@ -46,6 +46,8 @@ class DataGrid : public Control {
   // The user selected a row, by click or arrow key, also the current one: the focus moves here
   // first and may be refused; then the recordset's cursor moves, which may be cancelled.
   void UserSelectRow(std::int32_t row);
+  // Arrows up and down, Home, End, Page Up, Page Down; those to the sides scroll, which is the view's.
+  bool ActOnKey(const KeyStroke& stroke) override;
 
  private:
   std::shared_ptr<ado::Recordset> recordset_;

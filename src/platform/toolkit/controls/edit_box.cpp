@@ -55,16 +55,8 @@ void EditBox::Assign(std::string text) {
 }
 
 void EditBox::Edit(const std::function<void()>& edit) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  bool taken = false;
-  window->Deliver([&] {
-    if (!Reachable()) return;
-    taken = true;
-    edit();
-  });
-  if (!taken) ShowAspect(Aspect::kText);
+  if (!Report(edit)) ShowAspect(Aspect::kText);
 }
 
 void EditBox::Commit(std::string text, TextEdit edit, EditKind kind, const Selection& after) {
@@ -103,6 +95,12 @@ void EditBox::UserCommand(EditCommand command) {
   });
 }
 
+bool EditBox::ActOnKey(const KeyStroke& stroke) {
+  const auto command = EditCommandOf(stroke.code, stroke.shift);
+  if (command) UserCommand(*command);
+  return command.has_value();
+}
+
 bool EditBox::CanDo(EditCommand command) {
   switch (command) {
     case EditCommand::kUndo: return history_.CanUndo();
@@ -128,11 +126,8 @@ std::vector<EditMenuItem> EditBox::ContextMenu() {
       {EditCommand::kDelete, "删除(&D)", false}, {EditCommand::kSelectAll, "全选(&A)", true},
   };
   std::vector<EditMenuItem> items;
-  Form* window = Window();
-  if (!window) return items;
-  const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || !HasFocus()) return;
+  Report([&] {
+    if (!HasFocus()) return;
     for (const Row& row : kRows)
       items.push_back({row.command, row.caption, CanDo(row.command), row.line_above});
   });

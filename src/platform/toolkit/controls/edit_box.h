@@ -44,6 +44,7 @@ class EditBox : public Control {
   // A key or an item of the context menu gave a command. Undo takes back what the user did since the
   // program last assigned the text, step by step.
   void UserCommand(EditCommand command);
+  bool ActOnKey(const KeyStroke& stroke) override;
   // The items of the context menu, in order; none where the box does not have the focus, since the press
   // of the right button was refused, or takes no input.
   std::vector<EditMenuItem> ContextMenu();

@@ -35,38 +35,37 @@ int ListBox::RowAt(int x, int y) const {
 }
 
 void ListBox::UserSelect(int row) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || !Has(row) || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (!Has(row) || !TakeFocus()) return;
     // Getting the focus may have brought other rows.
     if (!Removed() && Has(row)) selected_ = row;
   });
   ShowAspect(Aspect::kSelection);
 }
 
-void ListBox::UserArrow(int key) {
+bool ListBox::ActOnKey(const KeyStroke& stroke) {
   const int last = ListCount() - 1;
-  if (last < 0) return;
-  const auto select = [&](int row) { UserSelect(std::clamp(row, 0, last)); };
-  switch (key) {
+  const auto select = [&](int row) {
+    if (last >= 0) UserSelect(std::clamp(row, 0, last));
+    return true;
+  };
+  switch (stroke.code) {
     case kKeyUp:
-    case kKeyLeft: select(selected_ - 1); break;
+    case kKeyLeft: return select(selected_ - 1);
     case kKeyDown:
-    case kKeyRight: select(selected_ + 1); break;
-    case kKeyHome: select(0); break;
-    case kKeyEnd: select(last); break;
-    default: break;
+    case kKeyRight: return select(selected_ + 1);
+    case kKeyHome: return select(0);
+    case kKeyEnd: return select(last);
+    case kKeyPageUp: return select(selected_ - RowsOfAPage());
+    case kKeyPageDown: return select(selected_ + RowsOfAPage());
+    default: return false;
   }
 }
 
 void ListBox::UserDblClick() {
-  Form* window = Window();
-  if (!window) return;
-  const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (Reachable() && window->MoveFocus(*this)) Raise(DblClick);
+  Report([&] {
+    if (TakeFocus()) Raise(DblClick);
   });
 }
 

@@ -28,8 +28,7 @@ class ListBox : public Control {
 
   // The user selected a row: the focus moves here first, and may be refused.
   void UserSelect(int row);
-  // An arrow key, Home or End; other keys do nothing.
-  void UserArrow(int key);
+  bool ActOnKey(const KeyStroke& stroke) override;  // arrow keys, Home, End, Page Up, Page Down
   // The user double-clicked a row, which UserSelect has selected already.
   void UserDblClick();
 

@@ -220,6 +220,21 @@ void MaskEdBox::UserDelete() {
   });
 }
 
+bool MaskEdBox::ActOnKey(const KeyStroke& stroke) {
+  if (EditBox::ActOnKey(stroke)) return true;
+  std::string typed;
+  switch (stroke.code) {
+    case kKeyBack: UserBackspace(); return true;
+    case kKeyDelete: UserDelete(); return true;
+    default: break;
+  }
+  for (const char32_t character : CharactersOf(stroke)) {
+    if (character >= 32) typed += environment::Encode(character);
+  }
+  if (!typed.empty()) UserType(typed);
+  return !typed.empty();
+}
+
 void MaskEdBox::UserReplaceAll(const std::string& text) {
   UserEdit(EditKind::kOther, [&](Draft& draft, const CharacterList& mask) {
     draft.selection = {0, mask.size()};

@@ -35,6 +35,8 @@ class MaskEdBox : public EditBox {
   void UserPaste(const std::string& text) override;
   void UserBackspace();
   void UserDelete();
+  // Typing, Backspace and Delete; the keys that only move the caret are the native widget's.
+  bool ActOnKey(const KeyStroke& stroke) override;
   // The native text was replaced from outside (accessibility).
   void UserReplaceAll(const std::string& text);
 

@@ -62,14 +62,18 @@ int TabStrip::TabPage(const Control& control) const {
 }
 
 void TabStrip::UserSelectTab(int tab) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || tab < 0 || tab >= TabCount() || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (tab < 0 || tab >= TabCount() || !TakeFocus()) return;
     if (!Removed()) BringToFront(tab);
   });
   ShowAspect(Aspect::kSelection);
+}
+
+bool TabStrip::ActOnKey(const KeyStroke& stroke) {
+  if (stroke.code != kKeyLeft && stroke.code != kKeyRight) return false;
+  UserSelectTab(tab_ + (stroke.code == kKeyLeft ? -1 : 1));
+  return true;
 }
 
 bool OnHiddenTab(const Control& control) {

@@ -34,6 +34,7 @@ class TabStrip : public Control {
 
   // The user clicked a tab or moved to it: the focus moves here first, and may be refused.
   void UserSelectTab(int tab);
+  bool ActOnKey(const KeyStroke& stroke) override;  // the arrows to the left and to the right
 
  private:
   struct Placed {

@@ -73,11 +73,8 @@ void TextBox::Replace(std::size_t start, std::size_t length, const std::string& 
 }
 
 void TextBox::UserDblClick() {
-  Form* window = Window();
-  if (!window) return;
-  const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (Reachable() && window->MoveFocus(*this)) Raise(DblClick);
+  Report([&] {
+    if (TakeFocus()) Raise(DblClick);
   });
 }
 

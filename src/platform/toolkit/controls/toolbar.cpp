@@ -2,6 +2,7 @@
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/mnemonic.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
@@ -11,6 +12,8 @@ void ToolbarButton::SetEnabled(bool enabled) {
   enabled_ = enabled;
   bar_->ShowAspect(Aspect::kContent);
 }
+
+std::string ToolbarButton::AccessibleName() const { return WithoutMnemonic(caption_); }
 
 void Toolbar::AddButton(std::string key, std::string caption, int image, bool checks_field) {
   ToolbarButton button(*this, std::move(key), std::move(caption), image);
@@ -28,25 +31,20 @@ ToolbarButton& Toolbar::Button(std::string_view key) {
 }
 
 void Toolbar::UserClick(std::size_t index) {
-  Form* window = Window();
-  if (!window || index >= buttons_.size()) return;
-  const KeepAlive keep(*this);
-  window->Deliver([&] {
+  if (index >= buttons_.size()) return;
+  Report([&] {
     ToolbarButton& button = buttons_[index];
-    if (!Reachable() || !button.Enabled() || button.IsSeparator()) return;
-    if (button.checks_field_ && !window->CheckFocus()) return;
+    if (!button.Enabled() || button.IsSeparator()) return;
+    if (button.checks_field_ && !Window()->CheckFocus()) return;
     if (!button.Enabled()) return;
     Raise(ButtonClick, button);
   });
 }
 
 int Toolbar::FindMnemonic(char letter) const {
+  if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
-    const std::string& caption = buttons_[i].Caption();
-    const auto mark = caption.find('&');
-    if (mark == std::string::npos || mark + 1 >= caption.size() || !buttons_[i].Enabled()) continue;
-    if (environment::EqualIgnoringCase(caption.substr(mark + 1, 1), std::string(1, letter)))
-      return static_cast<int>(i);
+    if (buttons_[i].Enabled() && MnemonicOf(buttons_[i].Caption()) == letter) return static_cast<int>(i);
   }
   return -1;
 }

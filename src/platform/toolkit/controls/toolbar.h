@@ -15,6 +15,7 @@ class ToolbarButton {
  public:
   const std::string& Key() const { return key_; }
   const std::string& Caption() const { return caption_; }
+  std::string AccessibleName() const;        // the caption less its mnemonic
   int ImageIndex() const { return image_; }  // in the image list; 0 for none
   bool IsSeparator() const { return key_.empty(); }
   bool Enabled() const { return enabled_; }
@@ -48,7 +49,7 @@ class Toolbar : public Control {
 
   // The user clicked the button at that index (from 0) or pressed its mnemonic; nothing if disabled.
   void UserClick(std::size_t index);
-  // The index of the enabled button with that mnemonic (a capital letter), or -1.
+  // The index of the enabled button with that mnemonic (a letter or digit), or -1.
   int FindMnemonic(char letter) const;
 
  private:

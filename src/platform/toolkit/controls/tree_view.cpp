@@ -161,11 +161,9 @@ void TreeView::OnFocus() {
 }
 
 void TreeView::UserSelect(int node) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || !nodes_.Has(node) || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (!nodes_.Has(node) || !TakeFocus()) return;
     // Getting the focus may have brought other nodes.
     if (!Removed() && nodes_.Has(node)) Select(node);
   });
@@ -173,54 +171,60 @@ void TreeView::UserSelect(int node) {
 }
 
 void TreeView::UserExpand(int node, bool expanded) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || !nodes_.Has(node) || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (!nodes_.Has(node) || !TakeFocus()) return;
     if (!Removed() && nodes_.Has(node)) Fold(node, expanded);
   });
   ShowAspect(Aspect::kSelection);
 }
 
-void TreeView::UserArrow(int key) {
-  if (nodes_.Count() == 0) return;
+int TreeView::Away(int rows) const {
+  int node = selected_ == kNoNode ? nodes_.FirstChild(kNoNode) : selected_;
+  while (rows != 0) {
+    const int next = rows > 0 ? Below(node) : Above(node);
+    if (next == kNoNode) break;
+    node = next;
+    rows += rows > 0 ? -1 : 1;
+  }
+  return node;
+}
+
+bool TreeView::ActOnKey(const KeyStroke& stroke) {
   const int node = selected_;
   const auto select = [this](int wanted) {
     if (wanted != kNoNode) UserSelect(wanted);
+    return true;
+  };
+  const auto fold = [&](bool expanded) {
+    if (node != kNoNode) UserExpand(node, expanded);
+    return true;
   };
   const int first = nodes_.FirstChild(kNoNode);
   const bool parent = node != kNoNode && nodes_.ChildCount(node) > 0;
   const bool open = parent && nodes_.Get(node).expanded;
-  switch (key) {
-    case kKeyHome: select(first); break;
-    case kKeyEnd: select(LastInSight()); break;
-    case kKeyUp: select(node == kNoNode ? first : Above(node)); break;
-    case kKeyDown: select(node == kNoNode ? first : Below(node)); break;
-    case kKeyLeft:
-      if (open) {
-        UserExpand(node, false);
-      } else {
-        select(node == kNoNode ? first : nodes_.Parent(node));
-      }
-      break;
+  switch (stroke.code) {
+    case kKeyHome: return select(first);
+    case kKeyEnd: return select(LastInSight());
+    case kKeyUp: return select(node == kNoNode ? first : Above(node));
+    case kKeyDown: return select(node == kNoNode ? first : Below(node));
+    case kKeyPageUp: return select(first == kNoNode ? kNoNode : Away(-RowsOfAPage()));
+    case kKeyPageDown: return select(first == kNoNode ? kNoNode : Away(RowsOfAPage()));
+    case kKeyLeft: return open ? fold(false) : select(node == kNoNode ? first : nodes_.Parent(node));
     case kKeyRight:
-      if (parent && !open) {
-        UserExpand(node, true);
-      } else {
-        select(node == kNoNode ? first : nodes_.FirstChild(node));
-      }
-      break;
+      return parent && !open ? fold(true) : select(node == kNoNode ? first : nodes_.FirstChild(node));
     default: break;
   }
+  const std::u32string typed = CharactersOf(stroke);
+  if (typed == U"+") return fold(true);
+  if (typed == U"-") return fold(false);
+  return false;
 }
 
 void TreeView::UserDblClick() {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (!TakeFocus()) return;
     const int node = selected_;
     Raise(DblClick);
     if (!Reachable() || node == kNoNode || selected_ != node || nodes_.ChildCount(node) == 0) return;

@@ -138,8 +138,8 @@ class TreeView : public Control {
   // The user selected a node, or opened or closed one: the focus moves here first, and may be refused.
   void UserSelect(int node);
   void UserExpand(int node, bool expanded);
-  // An arrow key, Home or End; other keys do nothing.
-  void UserArrow(int key);
+  // Arrow keys, Home, End, Page Up, Page Down; plus and minus open and close the selected node.
+  bool ActOnKey(const KeyStroke& stroke) override;
   // The user double-clicked the selected node: DblClick, then the node opens or closes.
   void UserDblClick();
 
@@ -153,6 +153,7 @@ class TreeView : public Control {
   void Select(int node);
   void Fold(int node, bool expanded);
   int LastUnder(int node) const;
+  int Away(int rows) const;  // so many rows below (above) the selected node, as far as there are some
 
   toolkit::Nodes nodes_;
   int selected_ = kNoNode;

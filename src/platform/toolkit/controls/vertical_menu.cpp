@@ -57,11 +57,9 @@ const MenuItem& VerticalMenu::Current() const {
 MenuItem& VerticalMenu::Current() { return const_cast<MenuItem&>(std::as_const(*this).Current()); }
 
 void VerticalMenu::UserClick(std::int32_t item) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (!Reachable() || item < 1 || item > menuitemsmax() || !window->MoveFocus(*this)) return;
+  Report([&] {
+    if (item < 1 || item > menuitemsmax() || !TakeFocus()) return;
     std::int32_t group = group_;
     std::int32_t clicked = item;
     marked_ = item;
@@ -71,13 +69,29 @@ void VerticalMenu::UserClick(std::int32_t item) {
 }
 
 void VerticalMenu::UserMark(std::int32_t item) {
-  Form* window = Window();
-  if (!window) return;
   const KeepAlive keep(*this);
-  window->Deliver([&] {
-    if (Reachable() && item >= 1 && item <= menuitemsmax() && window->MoveFocus(*this)) marked_ = item;
+  Report([&] {
+    if (item >= 1 && item <= menuitemsmax() && TakeFocus()) marked_ = item;
   });
   ShowAspect(Aspect::kSelection);
+}
+
+bool VerticalMenu::ActOnKey(const KeyStroke& stroke) {
+  const std::int32_t last = menuitemsmax();
+  const auto mark = [&](std::int32_t item) {
+    if (last > 0) UserMark(std::clamp(item, 1, last));
+    return true;
+  };
+  switch (stroke.code) {
+    case kKeyUp: return mark(marked_ - 1);
+    case kKeyDown: return mark(marked_ + 1);
+    case kKeyHome: return mark(1);
+    case kKeyEnd: return mark(last);
+    case kKeyPageUp: return mark(marked_ - RowsOfAPage());
+    case kKeyPageDown: return mark(marked_ + RowsOfAPage());
+    case kKeyReturn: UserClick(marked_); return true;
+    default: return false;
+  }
 }
 
 }  // namespace dossierkit::toolkit

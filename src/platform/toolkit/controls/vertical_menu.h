@@ -46,9 +46,11 @@ class VerticalMenu : public Control {
 
   // The user clicked an item (from 1): the focus moves here first, and may be refused.
   void UserClick(std::int32_t item);
-  // An arrow, Home or End moved the mark, or a screen reader: the focus moves here first, and may be
-  // refused. Enter clicks the marked item.
+  // A key moved the mark, or a screen reader: the focus moves here first, and may be refused. Enter clicks
+  // the marked item.
   void UserMark(std::int32_t item);
+  // Arrows up and down, Home, End, Page Up, Page Down, Enter.
+  bool ActOnKey(const KeyStroke& stroke) override;
 
  private:
   const MenuItem& Current() const;

@@ -24,6 +24,8 @@ class View {
   virtual void Show(Aspect aspect) = 0;
   // The row of a list under a point in twips of the control, or -1.
   virtual int RowAt(int /*x*/, int /*y*/) const { return -1; }
+  // How many whole rows of a list, tree, grid or menu are in sight at a time.
+  virtual int RowsInSight() const { return 1; }
 };
 
 }  // namespace dossierkit::toolkit

@@ -1,23 +1,13 @@
-// The part of a window that decides where the focus is and where a key goes.
+// The part of a window that decides where the focus is.
 #include <algorithm>
 
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/text_box.h"
 #include "platform/toolkit/controls/user_control.h"
-#include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
-namespace {
-
-// The keys that do at the keyboard what a double click does.
-bool ChoosesByKey(int key, int shift) {
-  return (key == kKeyF4 && shift == 0) || (key == kKeyDown && shift == kAlt);
-}
-
-}  // namespace
-
 bool Form::CheckFocus() {
   // A check that moves the focus itself is not asked again.
   if (!focus_ || checking_) return true;
@@ -100,77 +90,6 @@ void Form::UserTab(bool forward) {
     if (auto* box = dynamic_cast<TextBox*>(next.get()); box && !box->MultiLine())
       box->Select(0, environment::Length(box->Text()));
   });
-}
-
-// A control that was disabled or hidden while it has the focus keeps it, but gets no keys.
-std::shared_ptr<Control> Form::KeyTarget() const { return focus_ && focus_->Reachable() ? focus_ : nullptr; }
-
-bool Form::UserKeyDown(int key, int shift) {
-  bool passed = false;
-  std::shared_ptr<Control> target;
-  Deliver([&] {
-    target = KeyTarget();
-    if (shift == 0 && ClickButtonOf(key)) return;
-    if (target) {
-      if (UserControl* page = target->Page(); page && page->KeyPreview()) {
-        const auto keep = page->shared_from_this();
-        page->UserControl_KeyDown(key, shift);
-      }
-      if (key != 0) target->Raise(target->KeyDown, key, shift);
-      if (ChoosesByKey(key, shift) && KeyTarget() == target) {
-        if (auto* box = dynamic_cast<TextBox*>(target.get())) {
-          key = 0;
-          box->Raise(box->DblClick);
-        }
-      }
-    }
-    passed = key != 0;
-  });
-  return passed && KeyTarget() == target;
-}
-
-bool Form::UserEditKey(int key, int shift) {
-  const auto command = EditCommandOf(key, shift);
-  const auto target = KeyTarget();
-  auto* box = command ? dynamic_cast<EditBox*>(target.get()) : nullptr;
-  if (!box) return false;
-  box->UserCommand(*command);
-  return true;
-}
-
-// Enter clicks the window's default button and Esc its cancel button, where it has one.
-bool Form::ClickButtonOf(int key) {
-  if (key != kKeyReturn && key != kKeyEscape) return false;
-  for (const auto& control : *controls_) {
-    auto* button = dynamic_cast<CommandButton*>(control.get());
-    if (!button || !button->Reachable() || !(key == kKeyReturn ? button->Default() : button->Cancel()))
-      continue;
-    // A button that has the focus takes Enter itself.
-    if (key == kKeyReturn && focus_ && focus_->GetKind() == Kind::kCommandButton) {
-      button = static_cast<CommandButton*>(focus_.get());
-    }
-    button->UserClick();
-    return true;
-  }
-  return false;
-}
-
-bool Form::UserKeyPress(char32_t character) {
-  bool passed = false;
-  std::shared_ptr<Control> target;
-  Deliver([&] {
-    target = KeyTarget();
-    if (key_preview_) Form_KeyPress(character);
-    if (target && character != 0) {
-      if (UserControl* page = target->Page(); page && page->KeyPreview()) {
-        const auto keep = page->shared_from_this();
-        page->UserControl_KeyPress(character);
-      }
-      if (character != 0) target->Raise(target->KeyPress, character);
-    }
-    passed = character != 0;
-  });
-  return passed && KeyTarget() == target;
 }
 
 void Form::DeliverSentKeys(const SentKeys& sent) {

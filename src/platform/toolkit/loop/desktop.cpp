@@ -23,22 +23,25 @@ std::shared_ptr<Control> Desktop::Create(const std::string& class_name, const st
 
 class Desktop::Showing {
  public:
-  explicit Showing(int& messages) : messages_(messages) { ++messages_; }
-  ~Showing() { --messages_; }
+  explicit Showing(Desktop& desktop) : desktop_(desktop) {
+    ++desktop_.messages_;
+    desktop_.composing_ = false;
+  }
+  ~Showing() { --desktop_.messages_; }
   Showing(const Showing&) = delete;
   Showing& operator=(const Showing&) = delete;
 
  private:
-  int& messages_;
+  Desktop& desktop_;
 };
 
 MessageAnswer Desktop::MsgBox(const std::string& text, int flags, const std::string& title) {
-  const Showing counted(messages_);
+  const Showing counted(*this);
   return platform_.ShowMessage(text, flags, title);
 }
 
 std::string Desktop::ChooseFile(const CommonDialog& request) {
-  const Showing counted(messages_);
+  const Showing counted(*this);
   return platform_.ChooseFile(request);
 }
 
@@ -56,6 +59,7 @@ bool Desktop::LoopEnded(const Form& form) const {
 
 void Desktop::RunModal(Form& form, const std::function<void()>& at_start) {
   Frame frame{&form, false, nullptr};
+  composing_ = false;
   {
     struct Push {
       std::vector<Frame*>& frames;

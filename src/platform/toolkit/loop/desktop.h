@@ -37,6 +37,11 @@ class Desktop {
   bool MessageShown() const { return messages_ > 0; }
   void Beep() { platform_.Beep(); }
 
+  // --- input methods ---------------------------------------------------------------------------
+  // A text is being composed; no longer, once a message box or another window opens.
+  bool Composing() const { return composing_; }
+  void SetComposing(bool composing) { composing_ = composing; }
+
   // --- modal windows ---------------------------------------------------------------------------
   bool IsTopmost(const Form& form) const;
   bool LoopEnded(const Form& form) const;
@@ -60,6 +65,7 @@ class Desktop {
   std::map<std::string, Factory> classes_;  // by the name in small letters
   std::vector<Frame*> frames_;
   int messages_ = 0;
+  bool composing_ = false;
 };
 
 }  // namespace dossierkit::toolkit

@@ -80,13 +80,21 @@ class Form : public Control {
   // the window is not the topmost modal one; gives false then. Never throws: a failure ends the
   // window's loop.
   bool Deliver(const std::function<void()>& event);
-  // A key went down or a character came; false if it must go no further, as where the focus moved. F4 and
-  // Alt+Down that nobody swallowed raise DblClick of a text box, and do nothing else.
+  // A key was pressed, whichever control has the focus. In turn, as long as nobody took it: Enter that ends a
+  // composition goes nowhere; Tab and Shift+Tab move the focus; a mnemonic clicks its button or check box;
+  // KeyDown; KeyPress for each of its characters; what the key means to the control that has the focus. True
+  // where the native widget of that control is to do the rest: move a caret, edit a text, press a button.
+  bool UserKey(const KeyStroke& stroke);
+  // An input method composes a text, or does so no longer. A message box or window that opens ends it.
+  void UserCompose(bool composing);
+  // An input method hands over a text: it passes KeyPress character by character, with no KeyDown. Gives the
+  // characters that were not swallowed, which the control that has the focus is to enter; none where that
+  // control went meanwhile.
+  std::string UserCommit(const std::string& text);
+  // Parts of UserKey. A key went down or a character came; false if it must go no further, as where the focus
+  // moved. F4 and Alt+Down that nobody swallowed raise DblClick of a text box, and do nothing else.
   bool UserKeyDown(int key, int shift);
   bool UserKeyPress(char32_t character);
-  // A key that neither swallowed, before the native widget sees it: true where it was a command (undo,
-  // copy, ...) of the box that has the focus, and was carried out.
-  bool UserEditKey(int key, int shift);
   void UserTab(bool forward);
   void UserClose();  // the close box
   // The outer size, in twips. Form_Resize comes at once, or after the message box or window above.
