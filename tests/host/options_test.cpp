@@ -78,6 +78,9 @@ TEST(Options, WhatIsWrongIsNamed) {
             "--database and --connection exclude one another");
   EXPECT_EQ(reason({"--new", "--person-type", "x"}),
             "--person-type takes a number from -32768 to 32767, not 'x'");
+  EXPECT_EQ(reason({"--new", "--person-type", "1x"}),
+            "--person-type takes a number from -32768 to 32767, not '1x'");
+  EXPECT_EQ(reason({"--new", "create-sample", "f"}), "unknown argument 'create-sample'");
   EXPECT_EQ(reason({"--new", "--operation-type", "40000"}),
             "--operation-type takes a number from -32768 to 32767, not '40000'");
   EXPECT_EQ(reason({"--operation-type", "3"}), "--operation-type goes with --person or --new");

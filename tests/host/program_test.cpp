@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 
@@ -86,7 +87,7 @@ TEST_F(Program, CreateSampleWritesAFreshDatabase) {
 }
 
 TEST_F(Program, CreateSampleRefusesAFileThatIsThere) {
-  for (const char* ending : {"", "-wal", "-journal"}) {
+  for (const char* ending : {"", "-wal", "-shm", "-journal"}) {
     std::ofstream(In(std::string("s.db") + ending)) << "mine";
     const Outcome outcome = Run("create-sample '" + In("s.db").string() + "'");
     EXPECT_EQ(outcome.code, 1) << ending;
@@ -96,6 +97,15 @@ TEST_F(Program, CreateSampleRefusesAFileThatIsThere) {
     EXPECT_EQ(Read(In(std::string("s.db") + ending)), "mine");
     fs::remove(In(std::string("s.db") + ending));
   }
+}
+
+TEST_F(Program, CreateSampleRefusesALinkThatLeadsNowhere) {
+  fs::create_symlink("nowhere.db", In("s.db"));
+  EXPECT_EQ(Run("create-sample '" + In("s.db").string() + "'").error,
+            "dossier: 无法建立示例数据库 " + In("s.db").string() + "（已有文件 " + In("s.db").string() +
+                "），请换一个位置。\n");
+  EXPECT_TRUE(fs::is_symlink(In("s.db")));
+  EXPECT_FALSE(fs::exists(In("nowhere.db")));
 }
 
 TEST_F(Program, CreateEmptyWritesTheSameDatabaseWithoutPeople) {
@@ -165,12 +175,16 @@ TEST_F(Program, AFileThatIsNoDatabaseIsNamed) {
 }
 
 TEST_F(Program, ASchemaThatLacksATableIsNamed) {
-  Run("create-sample '" + In("s.db").string() + "'");
-  sqlite::SqliteConnection(In("s.db").string()).RunScript("drop table s_infoitem");
-  const Outcome outcome = Run("--new --database '" + In("s.db").string() + "'");
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_NE(outcome.error.find("s_infoitem"), std::string::npos) << outcome.error;
-  EXPECT_EQ(outcome.error.find("create-sample"), std::string::npos) << outcome.error;
+  for (const std::string table :
+       {"s_infotable", "s_infoitem", "s_CodeTableDefine", "s_CodeLevDefine", "S_GUID", "a01"}) {
+    fs::remove(In("s.db"));
+    Run("create-sample '" + In("s.db").string() + "'");
+    sqlite::SqliteConnection(In("s.db").string()).RunScript("drop table " + table);
+    const Outcome outcome = Run("--new --database '" + In("s.db").string() + "'");
+    EXPECT_EQ(outcome.code, 1) << table;
+    EXPECT_NE(outcome.error.find("读取表 " + table + " 失败"), std::string::npos) << outcome.error;
+    EXPECT_EQ(outcome.error.find("create-sample"), std::string::npos) << outcome.error;
+  }
 }
 
 TEST_F(Program, AConnectionStringOfAnotherEngineIsRefused) {
@@ -183,6 +197,16 @@ TEST_F(Program, AConnectionStringOfAnotherEngineIsRefused) {
 void PutBadPhotograph(const fs::path& folder) {
   fs::create_directories(folder);
   std::ofstream(folder / (kPerson + ".jpg")) << "no picture";
+}
+
+TEST_F(Program, AConnectionStringOfTheEmbeddedEngineOpensItsFile) {
+  Run("create-sample '" + In("s.db").string() + "'");
+  PutBadPhotograph(In("photos"));
+  for (const char* start : {"Driver=SQLite3;Database=", "x;DRIVER=sqlite;DATABASE="}) {
+    const Outcome outcome = Run("--person " + kPerson + " --connection '" + start + In("s.db").string() +
+                                "' --photos '" + In("photos").string() + "'");
+    EXPECT_NE(outcome.error.find("dossier: 无效图片\n"), std::string::npos) << outcome.error;
+  }
 }
 
 TEST_F(Program, AVisitThatFailsReturnsNothing) {
@@ -203,6 +227,26 @@ TEST_F(Program, WorkingCopiesLieInTheDataFolderOfTheUser) {
   EXPECT_EQ(One(database, "select count(*) from A01"), "12");
 }
 
+// As it is installed by an administrator.
+TEST_F(Program, WorkingCopiesOfAProtectedSampleCanBeWritten) {
+  const fs::path program = DossierProgram();
+  fs::create_directories(In("bin"));
+  fs::copy(program, In("bin"));
+  fs::copy(program.parent_path().parent_path() / "share", In("share"), fs::copy_options::recursive);
+  PutBadPhotograph(In("share/photos"));
+  const fs::perms kRead = fs::perms(0444);
+  fs::permissions(In("share/sample.db"), kRead);
+  fs::permissions(In("share/photos/" + kPerson + ".jpg"), kRead);
+  const std::string command = "XDG_DATA_HOME='" + In("data").string() + "' '" +
+                              (In("bin") / program.filename()).string() + "' --person " + kPerson +
+                              " >/dev/null 2>&1 </dev/null";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  for (const std::string& copy : {std::string("dossier.db"), "photos/" + kPerson + ".jpg"}) {
+    EXPECT_EQ(fs::status(In("data/dossierkit/" + copy)).permissions(), kRead | fs::perms::owner_write)
+        << copy;
+  }
+}
+
 TEST_F(Program, TheDataFolderIsMadeForTheUserAlone) {
   PutBadPhotograph(In("photos"));
   Run("--person " + kPerson + " --photos '" + In("photos").string() + "'",
@@ -217,7 +261,10 @@ TEST_F(Program, WithoutADataFolderTheyLieInTheOneByDefaultAndStay) {
   Run("--person " + kPerson, before);
   const fs::path file = In("home/.local/share/dossierkit/dossier.db");
   sqlite::SqliteConnection(file.string()).RunScript("delete from A01 where A0199>1");
-  Run("--person " + kPerson, before);
+  const Outcome outcome = Run("--person " + kPerson, before);
+  EXPECT_NE(outcome.error.find("无效图片"), std::string::npos) << outcome.error;
+  const fs::directory_iterator photos(In("home/.local/share/dossierkit/photos"));
+  EXPECT_EQ(std::distance(begin(photos), end(photos)), 1) << "the folder that was there stays as it is";
   sqlite::SqliteConnection database(file.string());
   EXPECT_EQ(One(database, "select count(*) from A01"), "1");
 }

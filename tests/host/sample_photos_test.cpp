@@ -28,12 +28,17 @@ TEST(SamplePhotos, EachPersonHasOneBelowThirtyKilobytes) {
 
 TEST(SamplePhotos, TheTourShowsCopiesThatCanBeReplaced) {
   const fs::path folder = fs::temp_directory_path() / ("dossier-photos-" + std::to_string(getpid()));
+  const fs::path present = folder / "tour-data" / "photos" /
+                           (One(*SampleDatabase(), "select A00 from A01 where A0199=12") + ".jpg");
+  fs::create_directories(present.parent_path());
+  fs::copy_file(kSource / (kPerson + ".jpg"), present);
   const std::string command =
       DossierProgram() + " --tour '" + folder.string() + "' >/dev/null 2>&1 </dev/null";
   EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 0);
   const fs::path copy = folder / "tour-data" / "photos" / (kPerson + ".jpg");
   EXPECT_EQ(PhotoFolder::Read(copy), PhotoFolder::Read(kSource / (kPerson + ".jpg")));
   EXPECT_FALSE(fs::is_symlink(copy));
+  EXPECT_EQ(PhotoFolder::Read(present), PhotoFolder::Read(copy)) << "what is there stays";
   EXPECT_NE(fs::status(copy).permissions() & fs::perms::owner_write, fs::perms::none);
   fs::remove_all(folder);
 }
