@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/ado/failing_connection.h"
 #include "platform/environment/failure.h"
+#include "tests/support/failing_connection.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -166,7 +166,7 @@ TEST_F(Care, AFailureAtAnyStatementLeavesAllAsItWas) {
   const Lines third = Read("select * from A03 order by A00,A0301");
   std::size_t statement = 1;
   for (;; ++statement) {
-    const auto failing = std::make_shared<ado::FailingConnection>(visit.database);
+    const auto failing = std::make_shared<tests::FailingConnection>(visit.database);
     failing->FailAt(statement);
     try {
       care::RenumberRecords(*failing, kPerson);

@@ -8,11 +8,11 @@
 
 #include "adapters/sqlite/sqlite_connection.h"
 #include "pages/ctrl_user.h"
-#include "platform/ado/failing_connection.h"
 #include "platform/ado/tracing_connection.h"
-#include "platform/files/failing_files.h"
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
+#include "tests/support/failing_connection.h"
+#include "tests/support/failing_files.h"
 #include "tests/support/stage.h"
 #include "visit/runtime.h"
 
@@ -74,9 +74,9 @@ class Visit {
   StageUser user{desktop};
   FixedClock clock;
   files::LocalFiles local_files;
-  files::FailingFiles files{local_files};
+  FailingFiles files{local_files};
   std::shared_ptr<sqlite::SqliteConnection> database = SampleDatabase();
-  std::shared_ptr<ado::FailingConnection> failing = std::make_shared<ado::FailingConnection>(database);
+  std::shared_ptr<FailingConnection> failing = std::make_shared<FailingConnection>(database);
   std::vector<std::string> statements;  // that reached the connection, in order
   Runtime runtime{desktop, clock, files, "/opt/dossier", nullptr, nullptr};
   IUserCtrl component;

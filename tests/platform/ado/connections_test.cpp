@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/ado/failing_connection.h"
 #include "platform/ado/recordset.h"
 #include "platform/ado/tracing_connection.h"
 #include "platform/environment/failure.h"
+#include "tests/support/failing_connection.h"
 #include "tests/support/failures.h"
 
 namespace dossierkit::ado {
@@ -96,7 +96,7 @@ TEST(TracingConnection, TellsOfEachStatementAndItsRows) {
 
 TEST(FailingConnection, FailsInsteadOfTheChosenStatementOnce) {
   const auto recorder = std::make_shared<Recorder>();
-  FailingConnection connection(recorder);
+  tests::FailingConnection connection(recorder);
   connection.Run("before");
   connection.FailAt(2, 5, "故障");
   connection.Run("a");
@@ -116,7 +116,7 @@ TEST(FailingConnection, FailsInsteadOfTheChosenStatementOnce) {
 
 TEST(FailingConnection, TransactionsCountAsStatements) {
   const auto recorder = std::make_shared<Recorder>();
-  FailingConnection connection(recorder);
+  tests::FailingConnection connection(recorder);
   const auto sweep = [&](std::size_t fail_at) {
     recorder->statements.clear();
     recorder->level = 9;
@@ -140,7 +140,7 @@ TEST(FailingConnection, TransactionsCountAsStatements) {
 }
 
 TEST(FailingConnection, CountsOnlyChosenStatements) {
-  FailingConnection connection(std::make_shared<Recorder>());
+  tests::FailingConnection connection(std::make_shared<Recorder>());
   connection.FailAt(1, 5, "故障",
                     [](const std::string& statement) { return statement.starts_with("delete"); });
   connection.Run("select");
@@ -149,7 +149,7 @@ TEST(FailingConnection, CountsOnlyChosenStatements) {
 }
 
 TEST(FailingConnection, RunsEverythingUntilToldOtherwise) {
-  FailingConnection connection(std::make_shared<Recorder>());
+  tests::FailingConnection connection(std::make_shared<Recorder>());
   for (int i = 0; i < 5; ++i) connection.Run("x");
   connection.FailAt(0);
   connection.Run("x");

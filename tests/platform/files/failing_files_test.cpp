@@ -1,4 +1,4 @@
-#include "platform/files/failing_files.h"
+#include "tests/support/failing_files.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ class NoFiles : public Files {
 
 TEST(FailingFiles, PassesEverythingOnAndNotesIt) {
   NoFiles inner;
-  FailingFiles files(inner);
+  tests::FailingFiles files(inner);
   EXPECT_FALSE(files.FileExists("a"));
   EXPECT_EQ(files.FileLen("b"), 7U);
   files.CopyFile("a", "b", true);
@@ -30,7 +30,7 @@ TEST(FailingFiles, PassesEverythingOnAndNotesIt) {
 
 TEST(FailingFiles, FailsInsteadOfTheChosenOperationOnce) {
   NoFiles inner;
-  FailingFiles files(inner);
+  tests::FailingFiles files(inner);
   files.FileExists("before");
   files.FailAt(2, environment::kDiskFull);
   files.CopyFile("a", "b", true);

@@ -9,12 +9,12 @@
 #include "platform/environment/failure.h"
 #include "platform/files/files.h"
 
-namespace dossierkit::files {
+namespace dossierkit::tests {
 
-class FailingFiles : public Files {
+class FailingFiles : public files::Files {
  public:
   // `inner` must outlive it.
-  explicit FailingFiles(Files& inner) : inner_(inner) {}
+  explicit FailingFiles(files::Files& inner) : inner_(inner) {}
 
   // From now on operations are counted anew, from 1. Instead of operation number `call` a Failure of
   // this number is thrown, once; 0 is never.
@@ -35,10 +35,10 @@ class FailingFiles : public Files {
  private:
   void Count(std::string call) const;
 
-  Files& inner_;
+  files::Files& inner_;
   std::size_t fail_at_ = 0;
   std::exception_ptr exception_;
   mutable std::vector<std::string> calls_;
 };
 
-}  // namespace dossierkit::files
+}  // namespace dossierkit::tests

@@ -9,13 +9,13 @@
 #include "platform/ado/connection.h"
 #include "platform/environment/failure.h"
 
-namespace dossierkit::ado {
+namespace dossierkit::tests {
 
-class FailingConnection : public Connection {
+class FailingConnection : public ado::Connection {
  public:
   using Predicate = std::function<bool(const std::string& statement)>;
 
-  explicit FailingConnection(std::shared_ptr<Connection> inner);
+  explicit FailingConnection(std::shared_ptr<ado::Connection> inner);
 
   // From now on statements are counted anew, from 1; with `counts`, only those for which it is true.
   // Instead of running number `statement_number` a Failure of this number and description is thrown,
@@ -30,7 +30,7 @@ class FailingConnection : public Connection {
   bool HasFailed() const { return has_failed_; }
 
   bool IsOpen() const override;
-  Snapshot Run(const std::string& statement) override;
+  ado::Snapshot Run(const std::string& statement) override;
   std::int32_t BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
@@ -38,7 +38,7 @@ class FailingConnection : public Connection {
  private:
   void CountAndFail(const std::string& statement);
 
-  std::shared_ptr<Connection> inner_;
+  std::shared_ptr<ado::Connection> inner_;
   std::size_t fail_at_ = 0;  // 0 is never
   std::size_t count_ = 0;
   bool has_failed_ = false;
@@ -47,4 +47,4 @@ class FailingConnection : public Connection {
   Predicate counts_;
 };
 
-}  // namespace dossierkit::ado
+}  // namespace dossierkit::tests

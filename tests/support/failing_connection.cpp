@@ -1,10 +1,10 @@
-#include "platform/ado/failing_connection.h"
+#include "tests/support/failing_connection.h"
 
 #include <utility>
 
-namespace dossierkit::ado {
+namespace dossierkit::tests {
 
-FailingConnection::FailingConnection(std::shared_ptr<Connection> inner) : inner_(std::move(inner)) {}
+FailingConnection::FailingConnection(std::shared_ptr<ado::Connection> inner) : inner_(std::move(inner)) {}
 
 void FailingConnection::FailAt(std::size_t statement_number, int failure_number, std::string description,
                                Predicate counts) {
@@ -26,7 +26,7 @@ void FailingConnection::CountAndFail(const std::string& statement) {
   throw environment::Failure(failure_number_, description_, statement);
 }
 
-Snapshot FailingConnection::Run(const std::string& statement) {
+ado::Snapshot FailingConnection::Run(const std::string& statement) {
   CountAndFail(statement);
   return inner_->Run(statement);
 }
@@ -46,4 +46,4 @@ void FailingConnection::RollbackTrans() {
   inner_->RollbackTrans();
 }
 
-}  // namespace dossierkit::ado
+}  // namespace dossierkit::tests

@@ -1,8 +1,8 @@
-#include "platform/files/failing_files.h"
+#include "tests/support/failing_files.h"
 
 #include <utility>
 
-namespace dossierkit::files {
+namespace dossierkit::tests {
 
 void FailingFiles::FailAt(std::size_t call, int failure_number) {
   FailAt(call, std::make_exception_ptr(environment::MakeFailure(failure_number)));
@@ -39,4 +39,4 @@ std::uint64_t FailingFiles::FileLen(const std::string& path) const {
   return inner_.FileLen(path);
 }
 
-}  // namespace dossierkit::files
+}  // namespace dossierkit::tests
