@@ -265,6 +265,7 @@ TEST_F(Loaders, AMissingTableFails) {
   EXPECT_THROW(LoadFieldValues("Z01", "P1", 1), environment::Failure);
 }
 
+// Before the first of them is read: the second one would fail as a field that is there twice.
 TEST_F(Loaders, MoreFieldsThanSixteenBitsCountFail) {
   visit.database->RunScript(
       "with recursive n(i) as (select 1 union all select i + 1 from n where i < 32768) "
