@@ -11,12 +11,16 @@
 #include "platform/environment/text.h"
 #include "platform/jet/statement.h"
 #include "platform/jet/tokens.h"
+#include "tests/platform/jet/strict_renderer.h"
 
 namespace dossierkit {
 namespace {
 
 using environment::Failure;
 using Kind = jet::Statement::Kind;
+
+// The dialect's own ways.
+const jet::Renderer kDialect;
 
 constexpr char kSchema[] =
     "create table A01(A00 varchar(50) collate nocase, n integer, s smallint, d datetime, b bit, f double);"
@@ -106,10 +110,57 @@ void CheckTranslation(std::string_view source, const std::vector<jet::Token>& to
     // Only format loses a literal, its pattern.
     REQUIRE(IsSubsequence(Literals(translated_tokens), Literals(tokens)));
   } else {
-    REQUIRE(jet::Translate(source, NoColumns).text == source.substr(0, tokens.back().End()));
+    REQUIRE(jet::Translate(source, NoColumns, kDialect).text == source.substr(0, tokens.back().End()));
   }
   // What was translated stays as it is.
-  REQUIRE(jet::Translate(translated.text, Columns).text == translated.text);
+  REQUIRE(jet::Translate(translated.text, Columns, kDialect).text == translated.text);
+}
+
+// With "?" for its constants a text has no literal, no second statement and no comment, and its parentheses
+// are pairs; names stand in double quotes.
+void CheckShape(const std::string& shape) {
+  int depth = 0;
+  bool in_name = false;
+  for (std::size_t i = 0; i < shape.size(); ++i) {
+    if (shape[i] == '"') in_name = !in_name;
+    if (in_name) continue;
+    const std::string_view two = std::string_view(shape).substr(i, 2);
+    REQUIRE(two != "--" && two != "/*" && shape[i] != '\'' && shape[i] != ';');
+    if (shape[i] == '(') ++depth;
+    if (shape[i] == ')') REQUIRE(--depth >= 0);
+  }
+  REQUIRE(depth == 0 && !in_name);
+}
+
+// What is rendered for a strict engine is one statement as well, with the same literals.
+void CheckStrict(std::string_view source, const jet::Catalogue& catalogue) {
+  const jet::Statement plain = jet::Translate(source, catalogue, kDialect);
+  jet::Statement strict;
+  try {
+    strict = jet::Translate(source, catalogue, jet::kStrictRenderer);
+  } catch (const Failure& failure) {
+    RequireRefusal(failure, source);
+    return;
+  }
+  REQUIRE(strict.kind == plain.kind);
+  CheckShape(environment::Replace(strict.WithParameters(), "escape ''", ""));
+  const auto literals = Literals(jet::Tokenize(plain.text));
+  auto literal = literals.begin();
+  for (const jet::Constant& constant : strict.constants) {
+    const std::string text = strict.text.substr(constant.position, constant.size);
+    const environment::Value constant_value = strict.ValueOf(constant);
+    const auto* value = constant_value.As<std::string>();
+    if (value == nullptr) {
+      REQUIRE(text.starts_with("timestamp '") || text.find('\'') == std::string::npos);
+      continue;
+    }
+    REQUIRE(text == jet::LiteralOf(*value));
+    // A number that is compared as a text, or a pattern with a set.
+    if (value->find_first_not_of("0123456789.-") == std::string::npos || value->starts_with('^')) continue;
+    while (literal != literals.end() && *literal != text) ++literal;
+    REQUIRE(literal != literals.end());
+    ++literal;
+  }
 }
 
 sqlite3* Engine() {
@@ -166,13 +217,15 @@ void CheckStatement(const std::string& statement) {
   try {
     tokens = jet::Tokenize(statement);
     CheckTokens(statement, tokens);
-    translated = jet::Translate(statement, Columns);
+    translated = jet::Translate(statement, Columns, kDialect);
   } catch (const Failure& failure) {
     RequireRefusal(failure, statement);
     return;
   }
   CheckTranslation(statement, tokens, translated);
-  CheckEngine(translated);
+  CheckStrict(statement, Columns);
+  CheckStrict(statement, NoColumns);
+  CheckEngine(jet::Translate(statement, Columns, sqlite::kRenderer));
   CheckRun(statement);
 }
 

@@ -14,6 +14,7 @@
 #include "platform/environment/numbers.h"
 #include "platform/environment/text.h"
 #include "platform/jet/coerce.h"
+#include "platform/jet/renderer.h"
 #include "platform/jet/tokens.h"
 
 namespace dossierkit::environment {
@@ -142,7 +143,7 @@ void CheckFormat(const std::string& text, std::string_view pattern) {
 void CheckCoerce(const std::string& text) {
   const auto coerced = [&](const char* declared, std::string_view from) -> std::optional<std::string> {
     try {
-      return jet::ConstantOf(jet::Coerce(from, jet::ColumnOfDeclaration("c", declared)));
+      return jet::ConstantOf(jet::Coerce(from, jet::ColumnOfDeclaration("c", declared)), {});
     } catch (const Failure& failure) {
       REQUIRE(failure.number() == kDataMismatch || failure.number() == kOverflow);
       return std::nullopt;

@@ -9,9 +9,6 @@
 
 namespace dossierkit::sqlite {
 
-// How long a statement waits for another program's write before it fails.
-inline constexpr std::chrono::milliseconds kBusyTimeout{5000};
-
 // One open SQLite database, used from one thread. Its journal mode stays as it is. Outside a transaction
 // every statement is one of its own and is on the disk when Run returns.
 class SqliteConnection : public ado::Connection {
@@ -19,7 +16,8 @@ class SqliteConnection : public ado::Connection {
   // Opens the database file at `path` (UTF-8), for reading only where it may not be written. Throws a
   // Failure for a file that does not exist, is no database or cannot be opened, also one whose log cannot
   // be written; it never makes a database.
-  explicit SqliteConnection(const std::string& path, std::chrono::milliseconds busy_timeout = kBusyTimeout);
+  explicit SqliteConnection(const std::string& path,
+                            std::chrono::milliseconds busy_timeout = ado::kBusyTimeout);
   ~SqliteConnection() override;
   SqliteConnection(const SqliteConnection&) = delete;
   SqliteConnection& operator=(const SqliteConnection&) = delete;
@@ -48,7 +46,7 @@ class SqliteConnection : public ado::Connection {
   std::string Bytes() const;
 
  private:
-  class Engine;
+  struct Engine;
 
   explicit SqliteConnection(std::unique_ptr<Engine> engine);
   Engine& OpenEngine(const std::string& statement) const;

@@ -4,9 +4,8 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/environment/text.h"
+#include "platform/jet/engine_failure.h"
 #include "platform/jet/like.h"
-#include "platform/jet/tokens.h"
 
 namespace dossierkit::sqlite {
 namespace {
@@ -52,51 +51,28 @@ bool Cut(std::string_view message, std::string_view start, std::string_view end,
 
 // Failures that SQLite tells by its message alone.
 environment::Failure FailureOfMessage(const std::string& message, const std::string& statement) {
-  using environment::Failure;
-  std::string piece;
-  if (Cut(message, "no such table: ", "", piece)) {
-    return Failure(environment::kNoSuchTable,
-                   "找不到输入表或查询“" + piece + "”。确定它是否存在，以及它的名称的拼写是否正确。",
-                   statement);
+  using What = jet::EngineFailure;
+  struct Meaning {
+    std::string_view start;
+    std::string_view end;
+    What what;
+  };
+  static constexpr Meaning kMeanings[] = {{"no such table: ", "", What::kNoSuchTable},
+                                          {"no such column: ", "", What::kUnknownName},
+                                          {"has no column named ", "", What::kUnknownField},
+                                          {"ambiguous column name: ", "", What::kAmbiguousName},
+                                          {"near \"", "\": syntax error", What::kErrorNear},
+                                          {"incomplete input", "", What::kIncomplete},
+                                          {"row value misused", "", What::kSeveralValues}};
+  for (const Meaning& meaning : kMeanings) {
+    std::string piece;
+    if (Cut(message, meaning.start, meaning.end, piece))
+      return jet::FailureOf(meaning.what, piece, statement);
   }
-  if (Cut(message, "no such column: ", "", piece)) {
-    return Failure(environment::kUnknownName, "至少一个参数没有被指定值：未知的名称“" + piece + "”。",
-                   statement);
-  }
-  if (Cut(message, "has no column named ", "", piece)) {
-    return Failure(environment::kUnknownName,
-                   "语句包含下列未知的字段名：“" + piece + "”。确保输入的名称正确。", statement);
-  }
-  if (Cut(message, "ambiguous column name: ", "", piece)) {
-    return Failure(environment::kSyntaxError, "特定字段“" + piece + "”可以参考 SQL 语句中的多个表。",
-                   statement);
-  }
-  if (Cut(message, "near \"", "\": syntax error", piece)) {
-    return Failure(environment::kSyntaxError, "SQL 语句语法错误：“" + piece + "”附近有错。", statement);
-  }
-  if (message == "incomplete input")
-    return Failure(environment::kSyntaxError, "SQL 语句语法错误：语句不完整。", statement);
-  if (message == "row value misused") {
-    return Failure(environment::kSyntaxError, "SQL 语句语法错误：只要一个值的地方有多个值。", statement);
-  }
-  return Failure(environment::kSyntaxError, "SQL 语句语法错误：" + message + "。", statement);
+  return jet::FailureOf(What::kSyntax, message, statement);
 }
 
 }  // namespace
-
-std::string WithLength(const std::string& statement) {
-  // A function of that name stands in few statements.
-  if (environment::LowerCase(statement).find("len") == std::string::npos) return statement;
-  std::string result;
-  std::size_t copied = 0;
-  const auto tokens = jet::Tokenize(statement);
-  for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
-    if (!tokens[i].Is("len") || !tokens[i + 1].Is("(")) continue;
-    result.append(statement, copied, tokens[i].End() - copied).append("gth");
-    copied = tokens[i].End();
-  }
-  return result.append(statement, copied);
-}
 
 void RegisterFunctions(sqlite3* database) {
   constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
@@ -104,24 +80,23 @@ void RegisterFunctions(sqlite3* database) {
 }
 
 environment::Failure FailureOf(sqlite3* database, const std::string& statement) {
-  const std::string message = environment::ValidUtf8(sqlite3_errmsg(database));
-  const auto engine_failure = [&](const std::string& description) {
-    return environment::Failure(environment::kEngineFailure, description, statement);
-  };
+  using What = jet::EngineFailure;
+  const std::string message = sqlite3_errmsg(database);
+  const auto failure = [&](What what) { return jet::FailureOf(what, message, statement); };
   switch (sqlite3_errcode(database) & 0xFF) {
     case SQLITE_ERROR: return FailureOfMessage(message, statement);
     case SQLITE_BUSY:
-    case SQLITE_LOCKED: return engine_failure("数据库正被占用，请稍后再试。");
-    case SQLITE_READONLY: return engine_failure("不能更新：数据库是只读的。");
-    case SQLITE_FULL: return engine_failure("磁盘已满。");
-    case SQLITE_IOERR: return engine_failure("磁盘读写错误：" + message + "。");
-    case SQLITE_CORRUPT: return engine_failure("数据库已损坏：" + message + "。");
-    case SQLITE_NOTADB: return engine_failure("文件不是数据库。");
-    case SQLITE_CANTOPEN: return engine_failure("无法打开数据库文件。");
-    case SQLITE_CONSTRAINT: return engine_failure("违反了数据库的约束：" + message + "。");
-    case SQLITE_NOMEM: return engine_failure("内存不足。");
-    case SQLITE_TOOBIG: return engine_failure("语句或数据太长。");
-    default: return engine_failure("数据库错误：" + message + "。");
+    case SQLITE_LOCKED: return failure(What::kBusy);
+    case SQLITE_READONLY: return failure(What::kReadOnly);
+    case SQLITE_FULL: return failure(What::kDiskFull);
+    case SQLITE_IOERR: return failure(What::kDiskError);
+    case SQLITE_CORRUPT: return failure(What::kDamaged);
+    case SQLITE_NOTADB: return failure(What::kNoDatabase);
+    case SQLITE_CANTOPEN: return failure(What::kCannotOpen);
+    case SQLITE_CONSTRAINT: return failure(What::kConstraint);
+    case SQLITE_NOMEM: return failure(What::kOutOfMemory);
+    case SQLITE_TOOBIG: return failure(What::kTooLong);
+    default: return failure(What::kOther);
   }
 }
 

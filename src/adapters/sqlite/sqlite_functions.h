@@ -6,11 +6,13 @@
 #include <string>
 
 #include "platform/environment/failure.h"
+#include "platform/jet/renderer.h"
 
 namespace dossierkit::sqlite {
 
-// The statement with SQLite's own length for len, since an index may stand on it.
-std::string WithLength(const std::string& statement);
+// SQLite's ways: its own length for len, since an index may stand on it, and Booleans as 1 and 0. Its text
+// columns are declared so that they disregard case, and NULL comes first by itself.
+inline constexpr jet::Renderer kRenderer{.len = "length", .true_constant = "1", .false_constant = "0"};
 
 // Registers the dialect's like on a connection.
 void RegisterFunctions(sqlite3* database);

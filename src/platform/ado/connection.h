@@ -1,6 +1,7 @@
 // Connection: the port through which all SQL reaches an engine.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -10,6 +11,9 @@
 namespace dossierkit::ado {
 
 class Recordset;
+
+// How long a statement waits for another program's write before it fails, on every engine.
+inline constexpr std::chrono::milliseconds kBusyTimeout{5000};
 
 // An ADO-like connection. An engine implements Run; tracing and fault injection wrap another
 // connection.

@@ -1,5 +1,6 @@
 #include "platform/jet/coerce.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -10,7 +11,6 @@
 #include "platform/environment/format.h"
 #include "platform/environment/numbers.h"
 #include "platform/environment/text.h"
-#include "platform/jet/tokens.h"
 
 namespace dossierkit::jet {
 namespace {
@@ -19,6 +19,9 @@ using ado::ColumnKind;
 using environment::DateTime;
 using environment::MakeFailure;
 using environment::Value;
+
+// Whole numbers up to here are exact in a double.
+constexpr double kWholeNumbers = 9007199254740992.0;
 
 double NumberOf(std::string_view text) {
   const auto number = environment::ParseNumber(text);
@@ -41,14 +44,6 @@ Value CoerceBoolean(std::string_view text) {
 Value CoerceInteger(std::string_view text, bool is_short) {
   const double number = NumberOf(text);
   return std::int64_t{is_short ? environment::ToInt16(number) : environment::ToInt32(number)};
-}
-
-// With every digit that tells it from its neighbours, and no exponent.
-std::string TextOfDouble(double number) {
-  std::array<char, 400> digits{};
-  const auto end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed);
-  return std::string(digits.data(), end.ptr);
 }
 
 }  // namespace
@@ -102,11 +97,19 @@ Value Coerce(std::string_view text, const TableColumn& column) {
   return std::string(text);
 }
 
-std::string ConstantOf(const Value& value) {
-  if (const auto* held = value.As<bool>()) return *held ? "1" : "0";
-  if (const auto* held = value.As<double>()) return TextOfDouble(*held);
-  if (const auto* held = value.As<DateTime>()) return LiteralOf(TextOfDate(*held));
-  return value.As<std::int64_t>() ? environment::TextOf(value) : LiteralOf(environment::TextOf(value));
+Value CoerceToCompare(std::string_view text, ColumnKind kind) {
+  const bool is_number = kind == ColumnKind::kInteger || kind == ColumnKind::kFloating;
+  if (!is_number) return Coerce(text, {{}, kind, false});
+  const double number = NumberOf(text);
+  const auto whole = static_cast<std::int64_t>(std::clamp(number, -kWholeNumbers, kWholeNumbers));
+  return static_cast<double>(whole) == number ? Value(whole) : Value(number);
+}
+
+std::string TextOfNumber(double number) {
+  std::array<char, 400> digits{};
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed);
+  return std::string(digits.data(), end.ptr);
 }
 
 std::string TextOfDate(const DateTime& date) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/ado/snapshot.h"
+#include "platform/environment/failure.h"
 #include "platform/environment/value.h"
 
 namespace dossierkit::jet {
@@ -21,7 +22,7 @@ struct TableColumn {
 using TableColumns = std::vector<TableColumn>;
 
 // The columns of a table, its name in any case, or nullptr for a table that does not exist. The
-// answer is used before the next call.
+// answer stays while a statement is translated.
 using Catalogue = std::function<const TableColumns*(std::string_view table)>;
 
 // What a declared type such as varchar(50), smallint or datetime means.
@@ -32,9 +33,21 @@ TableColumn ColumnOfDeclaration(std::string name, std::string_view declared_type
 // such value (the empty text is none), 溢出 where it is an integer out of range.
 environment::Value Coerce(std::string_view text, const TableColumn& column);
 
-// What Coerce gave, as SQL: a date as an ISO literal, a number in plain decimal with all its digits, a
-// Boolean as 0 or 1, a text as a literal.
-std::string ConstantOf(const environment::Value& value);
+// The same for a text that is compared with a column of that kind: a number stays as exact as it is.
+environment::Value CoerceToCompare(std::string_view text, ado::ColumnKind kind);
+
+// What `make` gives; a Failure of it then carries the statement.
+template <typename Make>
+auto InStatement(std::string_view statement, Make make) {
+  try {
+    return make();
+  } catch (const environment::Failure& failure) {
+    throw environment::Failure(failure.number(), failure.description(), std::string(statement));
+  }
+}
+
+// A number in plain decimal, with every digit that tells it from its neighbours.
+std::string TextOfNumber(double number);
 
 // The text of such a date, as it is stored: yyyy-mm-dd, with hh:nn:ss behind a blank if it has a time.
 std::string TextOfDate(const environment::DateTime& date);

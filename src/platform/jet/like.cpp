@@ -13,6 +13,13 @@ using environment::NextCharacter;
 char32_t Lower(char32_t c) { return c >= U'A' && c <= U'Z' ? c + 32 : c; }
 char32_t Upper(char32_t c) { return c >= U'a' && c <= U'z' ? c - 32 : c; }
 
+// A character that stands for itself, also in a set of an expression.
+std::string Quoted(char32_t c) {
+  const bool is_plain = c >= 0x80 || c < U' ' || c == U' ' || (Lower(c) >= U'a' && Lower(c) <= U'z') ||
+                        (c >= U'0' && c <= U'9');
+  return (is_plain ? "" : "\\") + environment::Encode(c);
+}
+
 }  // namespace
 
 LikePattern::LikePattern(std::string_view pattern) {
@@ -40,6 +47,7 @@ std::size_t LikePattern::AddSet(std::string_view pattern, std::size_t open) {
   const std::size_t close = pattern.find(']', open + 1);
   if (close == std::string_view::npos) return open;
   std::string_view content = pattern.substr(open + 1, close - open - 1);
+  has_set_ = true;
   if (content.empty()) return close + 1;
   Element set{Element::Kind::kSet};
   // A "!" alone is a set of that character.
@@ -59,6 +67,26 @@ std::size_t LikePattern::AddSet(std::string_view pattern, std::size_t open) {
   }
   elements_.push_back(std::move(set));
   return close + 1;
+}
+
+std::string LikePattern::ToRegularExpression(std::string_view begin, std::string_view end) const {
+  std::string expression(begin);
+  for (const Element& element : elements_) {
+    switch (element.kind) {
+      case Element::Kind::kAnyRun: expression += ".*"; break;
+      case Element::Kind::kAnyOne: expression += '.'; break;
+      case Element::Kind::kCharacter: expression += Quoted(element.character); break;
+      case Element::Kind::kSet:
+        expression += element.negated ? "[^" : "[";
+        for (const Range& range : element.ranges) {
+          expression += Quoted(range.first);
+          if (range.last != range.first) expression.append("-").append(Quoted(range.last));
+        }
+        expression += ']';
+        break;
+    }
+  }
+  return expression.append(end);
 }
 
 bool LikePattern::Accepts(const Element& element, char32_t character) {

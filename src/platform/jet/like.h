@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,6 +17,12 @@ class LikePattern {
   explicit LikePattern(std::string_view pattern);
 
   bool Matches(std::string_view text) const;
+
+  // False where "%" and "_" are all that is special in it.
+  bool HasSet() const { return has_set_; }
+  // The same as a regular expression between `begin` and `end`, for an engine that disregards case in it. A
+  // character that might be special is written with a "\" before it.
+  std::string ToRegularExpression(std::string_view begin, std::string_view end) const;
 
  private:
   struct Range {
@@ -33,6 +40,7 @@ class LikePattern {
   static bool Accepts(const Element& element, char32_t character);
 
   std::vector<Element> elements_;
+  bool has_set_ = false;
 };
 
 }  // namespace dossierkit::jet

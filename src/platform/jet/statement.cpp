@@ -1,7 +1,6 @@
 #include "platform/jet/statement.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -13,15 +12,12 @@
 #include "platform/environment/failure.h"
 #include "platform/environment/numbers.h"
 #include "platform/environment/text.h"
+#include "platform/jet/kinds.h"
 #include "platform/jet/tokens.h"
+#include "platform/jet/writer.h"
 
 namespace dossierkit::jet {
 namespace {
-
-// Words that may stand before "(": functions of the dialect first, then those that are no functions.
-constexpr std::array<std::string_view, 19> kBeforeParenthesis{
-    "iif", "len", "format", "count", "max",  "min",   "sum",  "avg",    "and", "or",
-    "not", "in",  "from",   "on",    "join", "where", "like", "select", "by"};
 
 // A number as an engine takes it: whole where 64 bits hold it.
 environment::Value NumberOf(std::string_view digits) {
@@ -33,8 +29,12 @@ environment::Value NumberOf(std::string_view digits) {
 
 class Translator {
  public:
-  Translator(std::string_view statement, const Catalogue& catalogue)
-      : statement_(statement), catalogue_(catalogue), tokens_(Tokenize(statement)) {}
+  Translator(std::string_view statement, const Catalogue& catalogue, const Renderer& renderer)
+      : statement_(statement),
+        catalogue_(catalogue),
+        renderer_(renderer),
+        tokens_(Tokenize(statement)),
+        writer_(statement, tokens_, renderer, catalogue, result_) {}
 
   Statement Run() {
     RequireBalancedParentheses();
@@ -49,7 +49,7 @@ class Translator {
     } else {
       RefuseSyntax("只允许 SELECT、INSERT、UPDATE 或 DELETE", statement_);
     }
-    CopyUpTo(tokens_.back().End());
+    writer_.Finish();
     return std::move(result_);
   }
 
@@ -74,35 +74,6 @@ class Translator {
     Require(depth == 0, "括号不配对");
   }
 
-  // Copies the statement up to byte `position`; an update's constants are noted on the way.
-  void CopyUpTo(std::size_t position) {
-    for (; At(noted_).position < position && noted_ < tokens_.size(); ++noted_) {
-      const Token& token = At(noted_);
-      if (token.kind == TokenKind::kLiteral)
-        Note(token.position - copied_, token.text.size(), TextOfLiteral(token.text));
-      if (token.kind == TokenKind::kNumber)
-        Note(token.position - copied_, token.text.size(), NumberOf(token.text));
-    }
-    result_.text.append(statement_.substr(copied_, position - copied_));
-    copied_ = position;
-  }
-
-  // A constant that will stand so many bytes behind the present end of the text.
-  void Note(std::size_t offset, std::size_t size, environment::Value value) {
-    if (result_.kind != Statement::Kind::kUpdate) return;
-    result_.constants.push_back({result_.text.size() + offset, size, std::move(value)});
-  }
-
-  // Copies the statement up to token `first` and puts `text` in the place of the tokens before `behind`.
-  void ReplaceTokens(std::size_t first, std::size_t behind, std::string_view text) {
-    CopyUpTo(At(first).position);
-    result_.text.append(text);
-    copied_ = At(behind - 1).End();
-    noted_ = behind;
-    // The quote or the parenthesis that is gone kept it apart from what follows.
-    if (At(behind).position == copied_ && !At(behind).Is(",") && !At(behind).Is(")")) result_.text += ' ';
-  }
-
   // The index of the first of `words` at the depth of `begin`, of the ")" that ends that depth, or of
   // the end.
   std::size_t Find(std::size_t begin, std::initializer_list<std::string_view> words) const {
@@ -120,12 +91,14 @@ class Translator {
   // Every function called from `begin` on must be one of the dialect's; format stands only where it
   // was taken out of a select list.
   void RequireKnownFunctions(std::size_t begin) const {
+    auto taken_out = formats_.begin();
     for (std::size_t i = begin; i + 1 < tokens_.size(); ++i) {
       if (!IsWord(i) || !At(i + 1).Is("(")) continue;
-      const bool known = std::any_of(kBeforeParenthesis.begin(), kBeforeParenthesis.end(),
-                                     [&](auto word) { return At(i).Is(word); });
-      const bool taken_out = std::find(formats_.begin(), formats_.end(), i) != formats_.end();
-      if (known && (taken_out || !At(i).Is("format"))) continue;
+      if (taken_out != formats_.end() && *taken_out == i) {
+        ++taken_out;
+        continue;
+      }
+      if (IsWordBeforeParenthesis(At(i)) || (IsFunction(At(i)) && !At(i).Is("format"))) continue;
       throw environment::Failure(environment::kSyntaxError,
                                  "表达式中 '" + std::string(At(i).text) + "' 函数未定义。",
                                  std::string(statement_));
@@ -151,15 +124,27 @@ class Translator {
     const bool is_star = At(end - 1).Is("*") && (end == begin + 1 || At(end - 2).Is("."));
     if (is_star) has_star_ = true;
     ++item_count_;
-    if (!At(begin + 1).Is("(")) return;
-    if (At(begin).Is("format")) TakeFormat(begin);
-    // The engine cannot tell the kind of such an expression: its default can.
-    if (At(begin).Is("iif")) {
-      const std::size_t second = Find(begin + 2, {","}) + 1;
-      if (At(second + 1).Is(",") && (At(second).Is("true") || At(second).Is("false"))) {
-        Describe({{}, ado::ColumnKind::kBoolean});
+    if (At(begin + 1).Is("(")) {
+      if (At(begin).Is("format")) TakeFormat(begin);
+      // The engine cannot tell the kind of such an expression: its default can.
+      if (At(begin).Is("iif")) {
+        const std::size_t second = Find(begin + 2, {","}) + 1;
+        if (At(second + 1).Is(",") && (At(second).Is("true") || At(second).Is("false"))) {
+          Describe().kind = ado::ColumnKind::kBoolean;
+        }
       }
     }
+    if (renderer_.longest_name > 0 && !has_star_ && end > begin + 2 && At(end - 2).Is("as") &&
+        IsWord(end - 1))
+      TakeAlias(end - 1);
+  }
+
+  // The engine need not give a name back as it was written: it is kept here.
+  void TakeAlias(std::size_t alias) {
+    Describe().name = At(alias).Name();
+    if (At(alias).Name().size() <= renderer_.longest_name) return;
+    writer_.WriteUpTo(alias);
+    writer_.PutAlias("c" + std::to_string(item_count_));
   }
 
   // format(v,'p') becomes v; the pattern is applied to what the engine gives.
@@ -168,16 +153,19 @@ class Translator {
     Require(comma > begin + 2 && At(comma).Is(",") && !At(comma - 1).Is("*") &&
                 At(comma + 1).kind == TokenKind::kLiteral && At(comma + 2).Is(")") && !At(comma + 3).Is("("),
             "FORMAT 需要一个值和一个格式");
-    Describe({TextOfLiteral(At(comma + 1).text), ado::ColumnKind::kUnknown});
+    Describe().format = TextOfLiteral(At(comma + 1).text);
     formats_.push_back(begin);
-    const std::size_t value_begin = At(begin + 2).position;
-    ReplaceTokens(begin, comma + 3, statement_.substr(value_begin, At(comma - 1).End() - value_begin));
+    writer_.WriteUpTo(begin);
+    writer_.LeaveOutWithBlanksBehind(begin + 2);
+    writer_.WriteUpTo(comma);
+    writer_.LeaveOutWithBlanksBefore(comma + 3);
   }
 
-  void Describe(ResultColumn column) {
+  // What is known of the present item.
+  ResultColumn& Describe() {
     Require(!has_star_, "“*” 之后不能有 FORMAT 或 IIF");
     result_.columns.resize(item_count_);
-    result_.columns.back() = std::move(column);
+    return result_.columns.back();
   }
 
   void TakeInsert() {
@@ -212,6 +200,8 @@ class Translator {
     for (bool more = true; more;) {
       const std::size_t end = Find(name, {",", "where"});
       Require(IsWord(name) && At(name + 1).Is("=") && end > name + 2, "UPDATE 语句有错");
+      writer_.WriteUpTo(name);
+      writer_.WriteNamesUpTo(name + 2);
       TakeAssigned(At(name).Name(), name + 2, end);
       more = At(end).Is(",");
       name = end + 1;
@@ -225,16 +215,15 @@ class Translator {
     RequireKnownFunctions(3);
   }
 
-  void UseTable(std::string_view name) {
-    if (const TableColumns* columns = catalogue_(name)) columns_ = *columns;
-  }
+  void UseTable(std::string_view name) { columns_ = catalogue_(name); }
 
   // A constant [begin, end) that is stored in the column `name`; expressions are left alone.
   void TakeAssigned(std::string_view name, std::size_t begin, std::size_t end) {
-    const auto column = std::find_if(columns_.begin(), columns_.end(), [&](const TableColumn& known) {
+    if (columns_ == nullptr) return;
+    const auto column = std::find_if(columns_->begin(), columns_->end(), [&](const TableColumn& known) {
       return environment::EqualIgnoringCase(known.name, name);
     });
-    if (column == columns_.end()) return;
+    if (column == columns_->end()) return;
     const bool is_signed = end == begin + 2 && (At(begin).Is("-") || At(begin).Is("+"));
     const Token& constant = At(is_signed ? begin + 1 : begin);
     if (constant.kind == TokenKind::kLiteral && end == begin + 1) {
@@ -247,37 +236,56 @@ class Translator {
 
   // Puts the constant of this text, as `column` asks for it, in the place of the tokens [begin, end).
   void StoreConstant(std::size_t begin, std::size_t end, const std::string& text, const TableColumn& column) {
-    environment::Value value = CoerceChecked(text, column);
-    const std::string constant = ConstantOf(value);
-    CopyUpTo(At(begin).position);
-    Note(0, constant.size(), std::move(value));
-    ReplaceTokens(begin, end, constant);
-  }
-
-  environment::Value CoerceChecked(const std::string& text, const TableColumn& column) const {
-    try {
-      return Coerce(text, column);
-    } catch (const environment::Failure& failure) {
-      throw environment::Failure(failure.number(), failure.description(), std::string(statement_));
-    }
+    environment::Value value = InStatement(statement_, [&] { return Coerce(text, column); });
+    writer_.WriteUpTo(begin);
+    writer_.PutConstant(std::move(value), end);
   }
 
   std::string_view statement_;
   const Catalogue& catalogue_;
+  const Renderer& renderer_;
   std::vector<Token> tokens_;
-  TableColumns columns_;
   Statement result_;
-  std::size_t copied_ = 0;            // bytes of the statement that are in the result
-  std::size_t noted_ = 0;             // tokens whose constants are noted, or gone
-  std::vector<std::size_t> formats_;  // tokens "format" that were taken out
+  Writer writer_;
+  const TableColumns* columns_ = nullptr;  // of the table that is written, where it is known
+  std::vector<std::size_t> formats_;       // tokens "format" that were taken out
   std::size_t item_count_ = 0;
   bool has_star_ = false;
 };
 
 }  // namespace
 
-Statement Translate(std::string_view statement, const Catalogue& catalogue) {
-  return Translator(statement, catalogue).Run();
+environment::Value Statement::ValueOf(const Constant& constant) const {
+  if (!constant.value.IsUnset()) return constant.value;
+  const std::string_view written = std::string_view(text).substr(constant.position, constant.size);
+  return written.starts_with('\'') ? environment::Value(TextOfLiteral(written)) : NumberOf(written);
+}
+
+std::string Statement::WithParameters() const {
+  std::string shape;
+  shape.reserve(text.size());
+  std::size_t copied = 0;
+  for (const Constant& constant : constants) {
+    shape.append(text, copied, constant.position - copied).append("?");
+    copied = constant.position + constant.size;
+  }
+  return shape.append(text, copied);
+}
+
+ado::Column Statement::ColumnAt(std::size_t index, std::string_view name,
+                                std::optional<std::string_view> declared_type) const {
+  ado::Column column{std::string(name), ado::ColumnKind::kUnknown, {}};
+  if (declared_type) column.kind = ColumnOfDeclaration({}, *declared_type).kind;
+  if (index >= columns.size()) return column;
+  const ResultColumn& known = columns[index];
+  if (!known.name.empty()) column.name = known.name;
+  column.format = known.format;
+  if (!declared_type) column.kind = known.kind;
+  return column;
+}
+
+Statement Translate(std::string_view statement, const Catalogue& catalogue, const Renderer& renderer) {
+  return Translator(statement, catalogue, renderer).Run();
 }
 
 }  // namespace dossierkit::jet

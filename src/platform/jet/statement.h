@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "platform/ado/snapshot.h"
 #include "platform/environment/value.h"
 #include "platform/jet/coerce.h"
+#include "platform/jet/renderer.h"
 
 namespace dossierkit::jet {
 
@@ -16,33 +18,48 @@ namespace dossierkit::jet {
 struct ResultColumn {
   std::string format;                                // the pattern of format(v,p), or empty
   ado::ColumnKind kind = ado::ColumnKind::kUnknown;  // unknown: as the engine tells
+  std::string name;                                  // its alias, or empty: as the engine tells
 };
 
-// A constant in the text of an update, to be bound in its place.
+// A constant in the text of a statement.
 struct Constant {
   std::size_t position = 0;  // byte position in Statement::text
   std::size_t size = 0;      // in bytes
-  environment::Value value;  // by the kind of the column that stores it; elsewhere a number or a text
+  // By the kind of the column that stores it or is compared with it. Unset: as it stands in the text, see
+  // Statement::ValueOf.
+  environment::Value value;
 };
 
 // A statement as an engine is to run it.
 struct Statement {
   enum class Kind { kSelect, kInsert, kUpdate, kDelete } kind = Kind::kSelect;
   // The text as it came, with these differences: "format(v,p)" in a select list is "v"; a constant
-  // that insert or update stores is written as its column's kind asks; a ";" at the end is gone.
+  // that insert or update stores is written as its column's kind asks; a ";" at the end is gone; and the
+  // renderer's forms stand where it has its own.
   std::string text;
   // One for each item of a select list up to the last of which something is known; the rest is as the
   // engine tells.
   std::vector<ResultColumn> columns;
-  // The constants of an update, in the order of the text.
+  // All constants that stand in the text, in its order.
   std::vector<Constant> constants;
+
+  // The value of one of the constants; unlike Constant::value it is a number or a text where no column asked.
+  environment::Value ValueOf(const Constant& constant) const;
+
+  // The text with "?" for each of its constants: equal for statements that differ in nothing else.
+  std::string WithParameters() const;
+  // The `index`-th column of the result, where the engine tells its name and the type that it was declared
+  // with. No type: what the engine made by an expression, of which the statement may tell the kind.
+  ado::Column ColumnAt(std::size_t index, std::string_view name,
+                       std::optional<std::string_view> declared_type) const;
 };
 
 // Takes one statement of the dialect: select .. from, insert into t(c,..) values(v,..), update t set
 // c=v,.. [where ..], delete from t [where ..]. Throws a Failure that carries the statement: a syntax
-// error for every other shape and what the tokens refuse, an unknown function, a constant that does
-// not fit its column. Names are not checked against the database; an unknown table's constants are
-// left as they are.
-Statement Translate(std::string_view statement, const Catalogue& catalogue);
+// error for every other shape, for what the tokens refuse and what the renderer cannot write, an unknown
+// function, a constant that does not fit its column. Names are not checked against the database; an unknown
+// table's constants are left as they are. Selects ask the catalogue only for a renderer that folds or is
+// strict.
+Statement Translate(std::string_view statement, const Catalogue& catalogue, const Renderer& renderer);
 
 }  // namespace dossierkit::jet

@@ -1,7 +1,7 @@
 #include "platform/jet/tokens.h"
 
-#include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/jet/engine_failure.h"
 
 namespace dossierkit::jet {
 namespace {
@@ -140,8 +140,7 @@ std::string TextOfLiteral(std::string_view literal) {
 std::string LiteralOf(std::string_view text) { return "'" + environment::Replace(text, "'", "''") + "'"; }
 
 void RefuseSyntax(const std::string& reason, std::string_view statement) {
-  throw environment::Failure(environment::kSyntaxError, "SQL 语句语法错误：" + reason + "。",
-                             std::string(statement));
+  throw FailureOf(EngineFailure::kSyntax, reason, std::string(statement));
 }
 
 }  // namespace dossierkit::jet

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/environment/failure.h"
+#include "platform/jet/renderer.h"
 #include "tests/support/failures.h"
 
 namespace dossierkit::jet {
@@ -98,17 +99,39 @@ TEST(Coerce, RefusesWhatDoesNotFit) {
 }
 
 TEST(ConstantOf, ReadsAsTheSameValueAgain) {
-  EXPECT_EQ(ConstantOf(true), "1");
-  EXPECT_EQ(ConstantOf(false), "0");
-  EXPECT_EQ(ConstantOf(std::int64_t{-7}), "-7");
-  EXPECT_EQ(ConstantOf(0.1), "0.1");
-  EXPECT_EQ(ConstantOf(1e22), "10000000000000000000000");
-  EXPECT_EQ(ConstantOf("it's"), "'it''s'");
-  EXPECT_EQ(ConstantOf(DateTime{1990, 3, 5}), "'1990-03-05'");
-  EXPECT_EQ(ConstantOf(DateTime{1990, 3, 5, 7, 8, 9}), "'1990-03-05 07:08:09'");
-  EXPECT_EQ(ConstantOf(DateTime{1990, 3, 5, 0, 0, 1}), "'1990-03-05 00:00:01'");
+  EXPECT_EQ(ConstantOf(true, {}), "true");
+  EXPECT_EQ(ConstantOf(false, {}), "false");
+  EXPECT_EQ(ConstantOf(std::int64_t{-7}, {}), "-7");
+  EXPECT_EQ(ConstantOf(0.1, {}), "0.1");
+  EXPECT_EQ(ConstantOf(1e22, {}), "10000000000000000000000");
+  EXPECT_EQ(ConstantOf("it's", {}), "'it''s'");
+  EXPECT_EQ(ConstantOf(DateTime{1990, 3, 5}, {}), "'1990-03-05'");
+  EXPECT_EQ(ConstantOf(DateTime{1990, 3, 5, 7, 8, 9}, {}), "'1990-03-05 07:08:09'");
+  EXPECT_EQ(ConstantOf(DateTime{1990, 3, 5, 0, 0, 1}, {}), "'1990-03-05 00:00:01'");
   for (const double number : {0.1 + 0.2, 1.0 / 3, 1e300, 1.7976931348623157e308, 5e-324})
-    EXPECT_EQ(Coerce(ConstantOf(number), ColumnOfDeclaration({}, "double")), Value(number));
+    EXPECT_EQ(Coerce(ConstantOf(number, {}), ColumnOfDeclaration({}, "double")), Value(number));
+}
+
+TEST(ConstantOf, IsWrittenAsTheEngineAsks) {
+  const Renderer engine{.true_constant = "1", .date = "timestamp ", .doubles_backslashes = true};
+  EXPECT_EQ(ConstantOf(true, engine), "1");
+  EXPECT_EQ(ConstantOf(DateTime{1990, 3, 5}, engine), "timestamp '1990-03-05'");
+  EXPECT_EQ(ConstantOf("a\\'b", engine), "'a\\\\''b'");
+}
+
+TEST(CoerceToCompare, NumbersStayAsExactAsTheyAre) {
+  EXPECT_EQ(CoerceToCompare("4.9", ado::ColumnKind::kInteger), Value(4.9));
+  EXPECT_EQ(CoerceToCompare("-5", ado::ColumnKind::kInteger), Value(-5));
+  EXPECT_EQ(CoerceToCompare("1e0", ado::ColumnKind::kText), Value("1e0"));
+  EXPECT_EQ(CoerceToCompare("9999999999999999999999", ado::ColumnKind::kFloating), Value(1e22));
+  EXPECT_EQ(CoerceToCompare("-1", ado::ColumnKind::kBoolean), Value(true));
+  EXPECT_EQ(CoerceToCompare("1990年03月", ado::ColumnKind::kDate), Value(DateTime{1990, 3, 1}));
+  try {
+    CoerceToCompare("x", ado::ColumnKind::kInteger);
+    ADD_FAILURE();
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.number(), environment::kDataMismatch);
+  }
 }
 
 }  // namespace

@@ -21,7 +21,11 @@ const TableColumns kA02{
 
 const TableColumns* ColumnsOf(std::string_view table) { return table == "A02" ? &kA02 : nullptr; }
 
-std::string Text(std::string_view statement) { return Translate(statement, ColumnsOf).text; }
+// The dialect's own ways, with Booleans as numbers.
+const Renderer kNumbers{.true_constant = "1", .false_constant = "0"};
+
+Statement Translated(std::string_view statement) { return Translate(statement, ColumnsOf, kNumbers); }
+std::string Text(std::string_view statement) { return Translated(statement).text; }
 
 Failure FailureOf(std::string_view statement) {
   try {
@@ -50,10 +54,9 @@ TEST(Statement, OuterBlanksAndOneSemicolonAreDropped) {
 }
 
 TEST(Statement, FormatBecomesAPatternOfItsColumn) {
-  const Statement statement = Translate(
+  const Statement statement = Translated(
       "select A02.A0299 as 序号, format(A02.A0201,'yyyy-mm') as 起始年月, format( len(A0202) , 'o''c' ) x "
-      "from A02",
-      ColumnsOf);
+      "from A02");
   EXPECT_EQ(statement.text, "select A02.A0299 as 序号, A02.A0201 as 起始年月, len(A0202) x from A02");
   ASSERT_EQ(statement.columns.size(), 3U);
   EXPECT_EQ(statement.columns[0].format, "");
@@ -80,15 +83,15 @@ TEST(Statement, FormatIsRefusedWhereItCannotBeTakenOut) {
 }
 
 TEST(Statement, DefaultOfTrueOrFalseMakesABooleanColumn) {
-  const Statement statement = Translate(
-      "select dmcod,iif(dmattr is null,false,dmattr) as dmattr,iif(a is null,0,a) from t", ColumnsOf);
+  const Statement statement =
+      Translated("select dmcod,iif(dmattr is null,false,dmattr) as dmattr,iif(a is null,0,a) from t");
   ASSERT_EQ(statement.columns.size(), 2U);
   EXPECT_EQ(statement.columns[0].kind, ado::ColumnKind::kUnknown);
   EXPECT_EQ(statement.columns[1].kind, ado::ColumnKind::kBoolean);
 }
 
 TEST(Statement, ADefaultThatOnlyBeginsWithTrueMakesNone) {
-  const auto kinds = [](std::string_view text) { return Translate(text, ColumnsOf).columns.size(); };
+  const auto kinds = [](std::string_view text) { return Translated(text).columns.size(); };
   EXPECT_EQ(kinds("select iif(a,true,b) from t"), 1U);
   EXPECT_EQ(kinds("select iif(a,true or b,c) from t"), 0U);
   EXPECT_EQ(kinds("select iif(a,false=b,c) from t"), 0U);
@@ -204,10 +207,10 @@ TEST(Statement, AWordInBracketsIsNoWordOfTheDialect) {
 
 // Each constant as where it stands in the text, and its value.
 std::string Constants(std::string_view text) {
-  const Statement statement = Translate(text, ColumnsOf);
+  const Statement statement = Translated(text);
   std::string list;
   for (const Constant& constant : statement.constants) {
-    const environment::Value& value = constant.value;
+    const environment::Value value = statement.ValueOf(constant);
     const char* kind = value.As<bool>()                    ? "bool"
                        : value.As<std::int64_t>()          ? "int"
                        : value.As<double>()                ? "double"
@@ -239,10 +242,22 @@ TEST(Statement, AWholeNumberBeyond64BitsIsNoneOfThoseThatFit) {
             "'' text ; 9223372036854775808 double 9223372036854779904; ");
 }
 
-TEST(Statement, OtherStatementsNoteNoConstants) {
-  EXPECT_EQ(Constants("insert into A02(A0205) values('5')"), "");
-  EXPECT_EQ(Constants("select format(A0205,'0') from A02 where A0202='x'"), "");
-  EXPECT_EQ(Constants("delete from A02 where A0202='x'"), "");
+TEST(Statement, EveryStatementNotesItsConstants) {
+  EXPECT_EQ(Constants("insert into A02(A0205,A0206,A0202) values('5',0,('x'))"),
+            "5 int 5; 0 bool False; 'x' text x; ");
+  EXPECT_EQ(Constants("select format(A0205,'0'),iif(A0202 is null,'-',A0202) from A02 where A0202='x'"),
+            "'-' text -; 'x' text x; ");
+  EXPECT_EQ(Constants("delete from A02 where A0202='x' and A0299=2"), "'x' text x; 2 int 2; ");
+}
+
+TEST(Statement, WithParametersItIsTheSameForOtherConstants) {
+  const auto shape = [](std::string_view text) { return Translated(text).WithParameters(); };
+  EXPECT_EQ(shape("update A02 set A0201='1990年03月', A0299 = - 7 where A0202='it''s' and A0299>8"),
+            "update A02 set A0201=?, A0299 = ? where A0202=? and A0299>?");
+  EXPECT_EQ(shape("update A02 set A0299=A0299 +200"), "update A02 set A0299=A0299 +?");
+  EXPECT_EQ(shape("select 'it''s',2.5 as [3] from A02 where A0202 like 'a%'"),
+            "select ?,? as [3] from A02 where A0202 like ?");
+  EXPECT_EQ(shape("delete from A02"), "delete from A02");
 }
 
 TEST(Statement, FloatingConstantsKeepAllTheirDigits) {

@@ -1,0 +1,37 @@
+// Statements: runs statements of the dialect on an open database.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "adapters/sqlite/sqlite_handle.h"
+#include "platform/ado/snapshot.h"
+#include "platform/environment/value.h"
+#include "platform/jet/column_cache.h"
+#include "platform/jet/statement.h"
+
+namespace dossierkit::sqlite {
+
+class Statements {
+ public:
+  // `handle` must outlive it.
+  explicit Statements(const Handle& handle);
+
+  // The rows that one statement gives, no columns for one that gives none.
+  ado::Snapshot Run(const std::string& statement);
+
+ private:
+  std::int64_t SchemaVersion();
+  jet::TableColumns ColumnsOf(const std::string& table) const;
+  ado::Snapshot Rows(const jet::Statement& translated, const std::string& statement) const;
+  bool TryUpdate(const jet::Statement& translated, const std::string& statement);
+  void Bind(int index, const environment::Value& value) const;
+
+  const Handle& handle_;
+  jet::ColumnCache tables_;
+  Prepared schema_version_;
+  Prepared update_;  // the last one
+  std::string update_shape_;
+};
+
+}  // namespace dossierkit::sqlite

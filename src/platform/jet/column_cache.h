@@ -1,0 +1,42 @@
+// ColumnCache: the columns of an engine's tables, read once for each version of its schema.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "platform/jet/coerce.h"
+#include "platform/jet/renderer.h"
+#include "platform/jet/statement.h"
+
+namespace dossierkit::jet {
+
+class ColumnCache {
+ public:
+  // What an engine answers. `version` is another number after every change of a table, by whomever; `columns`
+  // are those of a table, its name in small letters; none for a table that does not exist.
+  struct Engine {
+    std::function<std::int64_t()> version;
+    std::function<TableColumns(const std::string& table)> columns;
+  };
+  explicit ColumnCache(Engine engine);
+
+  // Translates by the columns that are known. What is inserted is translated by the tables as they are
+  // declared now, and so is a constant that does not fit: it may by now. For other statements nobody asks for
+  // the version; where an update stores by an old one, the engine must refuse it.
+  Statement Translate(std::string_view statement, const Renderer& renderer);
+
+  // True, and nothing is known any more, where the version is another one than when this was last asked.
+  bool ForgetOldSchema();
+
+ private:
+  const TableColumns* ColumnsOf(std::string_view table);
+
+  Engine engine_;
+  std::int64_t known_version_ = -1;
+  std::map<std::string, TableColumns> tables_;  // by name in small letters
+};
+
+}  // namespace dossierkit::jet

@@ -1,0 +1,99 @@
+// When an engine is asked for its tables.
+#include "platform/jet/column_cache.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "platform/environment/failure.h"
+
+namespace dossierkit::jet {
+namespace {
+
+using ado::ColumnKind;
+
+class ColumnCacheTest : public testing::Test {
+ protected:
+  std::string Translated(std::string_view statement) { return cache_.Translate(statement, {}).text; }
+  int NumberOf(std::string_view statement) {
+    try {
+      Translated(statement);
+    } catch (const environment::Failure& failure) {
+      return failure.number();
+    }
+    return 0;
+  }
+  // What the engine was asked since the last time: v for its version, the names of tables.
+  std::string Asked() { return std::exchange(asked_, {}); }
+
+  ColumnKind kind_ = ColumnKind::kText;
+  std::int64_t version_ = 1;
+  std::string asked_;
+  ColumnCache cache_{{[this] {
+                        asked_ += "v ";
+                        return version_;
+                      },
+                      [this](const std::string& table) {
+                        asked_ += table + " ";
+                        return table == "t" ? TableColumns{{"A", kind_, false}} : TableColumns();
+                      }}};
+};
+
+TEST_F(ColumnCacheTest, AnUpdateAsksForATableOnceAndNotForTheVersion) {
+  EXPECT_EQ(Translated("update T set a='1990年3月'"), "update T set a='1990年3月'");
+  EXPECT_EQ(Asked(), "t ");
+  Translated("update t set A='x'");
+  EXPECT_EQ(Asked(), "");
+  Translated("select A from t");
+  Translated("delete from t");
+  EXPECT_EQ(Asked(), "") << "they store nothing";
+}
+
+TEST_F(ColumnCacheTest, AnInsertIsTranslatedByTheTableAsItIsDeclaredNow) {
+  EXPECT_EQ(Translated("insert into t(a) values('1990年3月')"), "insert into t(a) values('1990年3月')");
+  EXPECT_EQ(Asked(), "t v t v ");
+  Translated("insert into t(a) values('x')");
+  EXPECT_EQ(Asked(), "v ");
+  kind_ = ColumnKind::kDate;
+  version_ = 2;
+  EXPECT_EQ(Translated("insert into t(a) values('1990年3月')"), "insert into t(a) values('1990-03-01')");
+  EXPECT_EQ(Asked(), "v t v ");
+}
+
+TEST_F(ColumnCacheTest, AConstantThatDoesNotFitIsTriedOnceMoreAfterAChange) {
+  kind_ = ColumnKind::kInteger;
+  EXPECT_EQ(NumberOf("update t set a='x'"), environment::kDataMismatch);
+  EXPECT_EQ(Asked(), "t v t v ");
+  EXPECT_EQ(NumberOf("update t set a='x'"), environment::kDataMismatch);
+  EXPECT_EQ(Asked(), "v ");
+  kind_ = ColumnKind::kText;
+  version_ = 2;
+  EXPECT_EQ(Translated("update t set a='x'"), "update t set a='x'");
+}
+
+TEST_F(ColumnCacheTest, AWrongSyntaxAsksNothing) {
+  EXPECT_EQ(NumberOf("update t set a='x', where a=1"), environment::kSyntaxError);
+  EXPECT_EQ(NumberOf("insert into t(a) values('x'"), environment::kSyntaxError);
+  EXPECT_EQ(Asked(), "t ");
+}
+
+TEST_F(ColumnCacheTest, AnUnknownTableIsAskedForEachTime) {
+  Translated("update u set a='x'");
+  Translated("update u set a='x'");
+  EXPECT_EQ(Asked(), "u u ");
+}
+
+TEST_F(ColumnCacheTest, AnOldSchemaIsForgottenWholly) {
+  EXPECT_TRUE(cache_.ForgetOldSchema());
+  EXPECT_FALSE(cache_.ForgetOldSchema());
+  Translated("update t set a='x'");
+  Asked();
+  version_ = 7;
+  EXPECT_TRUE(cache_.ForgetOldSchema());
+  Translated("update t set a='x'");
+  EXPECT_EQ(Asked(), "v t ");
+}
+
+}  // namespace
+}  // namespace dossierkit::jet
