@@ -38,6 +38,11 @@ std::string FileOf(const std::string& connection) {
   return file;
 }
 
+std::string NameOf(const Options& options) {
+  if (!options.connection.empty()) return FileOf(options.connection);
+  return options.database.empty() ? WorkingDatabase().string() : options.database;
+}
+
 std::shared_ptr<ado::Connection> Open(const std::string& file) {
   try {
     return std::make_shared<sqlite::SqliteConnection>(file);
@@ -90,12 +95,11 @@ class TraceFile {
 
 }  // namespace
 
+std::shared_ptr<ado::Connection> OpenUnchecked(const Options& options) { return Open(NameOf(options)); }
+
 std::shared_ptr<ado::Connection> OpenDatabase(const Options& options) {
-  std::string file = options.database;
-  if (!options.connection.empty()) file = FileOf(options.connection);
-  if (file.empty()) file = WorkingDatabase().string();
-  auto connection = Open(file);
-  RequireSchema(*connection, file);
+  auto connection = OpenUnchecked(options);
+  RequireSchema(*connection, NameOf(options));
   return connection;
 }
 

@@ -13,6 +13,9 @@ namespace dossierkit::host {
 // and what to do.
 std::shared_ptr<ado::Connection> OpenDatabase(const Options& options);
 
+// The same without a look at its tables.
+std::shared_ptr<ado::Connection> OpenUnchecked(const Options& options);
+
 // The connection that the component is given: `database` itself, or with --trace-sql one that writes down
 // what runs through it. The host's own statements go to `database`. Throws a Failure where the trace
 // cannot be written.

@@ -1,11 +1,16 @@
 // dossier: the demo host.
 #include <QApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMessageBox>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <utility>
+#include <vector>
 
 #include "adapters/qt/qt_platform.h"
+#include "host/check/check.h"
 #include "host/database.h"
 #include "host/keys_window.h"
 #include "host/options.h"
@@ -70,6 +75,29 @@ int RunTour(Options options) {
   return PlayTour(dossier, query, options.folder) ? 0 : 1;
 }
 
+// One line for each fault.
+int RunCheck(const Options& options) {
+  const auto database = OpenUnchecked(options);
+  std::vector<check::Fault> faults = check::CheckDatabase(*database);
+  const bool sample = options.database.empty() && options.connection.empty();
+  if (!options.photos.empty() || sample) {
+    for (check::Fault& fault : check::CheckPhotos(*database, PhotosFolder(options)))
+      faults.push_back(std::move(fault));
+  }
+  for (const check::Fault& fault : faults) {
+    if (!options.json) {
+      std::cout << fault.text << "\n";
+      continue;
+    }
+    const QJsonObject line{{"table", QString::fromStdString(fault.table)},
+                           {"row", QString::fromStdString(fault.row)},
+                           {"column", QString::fromStdString(fault.column)},
+                           {"fault", QString::fromStdString(fault.text)}};
+    std::cout << QJsonDocument(line).toJson(QJsonDocument::Compact).toStdString() << "\n";
+  }
+  return faults.empty() ? 0 : 1;
+}
+
 void ShowPeople(const std::shared_ptr<ado::Connection>& database, Visits& visits, const Options& options) {
   PeopleWindow window(database,
                       [&](const VisitRequest& request, QWidget& over) { visits.Open(request, &over); });
@@ -102,6 +130,7 @@ int Run(const Options& options) {
     case Options::Action::kVersion: std::cout << "dossier " DOSSIERKIT_VERSION "\n"; return 0;
     case Options::Action::kCreateSample: CreateSample(options.file); return 0;
     case Options::Action::kCreateEmpty: CreateEmpty(options.file); return 0;
+    case Options::Action::kCheck: return RunCheck(options);
     case Options::Action::kPeople:
     case Options::Action::kVisit:
     case Options::Action::kTour: break;
@@ -150,6 +179,6 @@ int main(int argc, char** argv) {
     return 2;
   } catch (const std::exception& failure) {
     TellFailure(failure, options);
-    return 1;
+    return options.action == Options::Action::kCheck ? 2 : 1;
   }
 }

@@ -44,7 +44,11 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       if (next != arguments.size()) throw UsageError(argument + " takes one file");
       return options;
     }
-    if (argument == "--database") {
+    if (argument == "check" && next == 1) {
+      options.action = Options::Action::kCheck;
+    } else if (argument == "--json") {
+      options.json = true;
+    } else if (argument == "--database") {
       options.database = value_of(argument);
     } else if (argument == "--connection") {
       options.connection = value_of(argument);
@@ -62,7 +66,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.person_type = ParseNumber(argument, value_of(argument));
     } else if (argument == "--trace-sql") {
       options.trace_file = value_of(argument);
-    } else if (argument == "--tour") {
+    } else if (argument == "--tour" && options.action != Options::Action::kCheck) {
       options.action = Options::Action::kTour;
       options.folder = value_of(argument);
     } else {
@@ -74,6 +78,12 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   }
   if (!options.person.empty() && new_person) throw UsageError("--person and --new exclude one another");
   const bool visit = !options.person.empty() || new_person;
+  if (options.action == Options::Action::kCheck) {
+    if (visit || visit_options || options.person_type || !options.trace_file.empty())
+      throw UsageError("check takes --database, --connection, --photos and --json");
+    return options;
+  }
+  if (options.json) throw UsageError("--json goes with check");
   if (options.action == Options::Action::kTour) {
     if (visit || visit_options) throw UsageError("--tour chooses its own person");
     return options;
@@ -88,6 +98,7 @@ std::string Usage() {
   return R"(usage: dossier [--database FILE | --connection STRING] [--photos DIR]
                [--person ID | --new] [--operation-type N] [--person-type N]
                [--trace-sql FILE] [--tour DIR]
+       dossier check [--database FILE | --connection STRING] [--photos DIR] [--json]
        dossier create-sample FILE
        dossier create-empty FILE
        dossier --help | --version
@@ -105,12 +116,16 @@ Without --person or --new: a window with the people of the database.
   --trace-sql FILE      writes one JSON object per statement of the component
   --tour DIR            plays a tour through the window and writes its pictures into DIR; its copies of
                         database and photographs lie in DIR/tour-data
+  check                 says what is wrong in a database, one line for each fault, and changes nothing;
+                        --json gives one JSON object per line; the photographs are checked where --photos
+                        names them, or with the working copy of the sample
   create-sample FILE    writes a fresh copy of the sample database; refuses a file that is there
   create-empty FILE     the same without people: tables, metadata and code tables alone
 
 The working copies lie in $XDG_DATA_HOME/dossierkit, by default in ~/.local/share/dossierkit.
 Prints "ShowDossier returned True" or "... False" and exits with 0; exits with 1 where a call failed
-and with 2 on wrong arguments.
+and with 2 on wrong arguments. The check exits with 0 without faults, with 1 with faults and with 2
+where it cannot read.
 )";
 }
 

@@ -10,7 +10,7 @@
 namespace dossierkit::host {
 
 struct Options {
-  enum class Action { kPeople, kVisit, kTour, kCreateSample, kCreateEmpty, kHelp, kVersion };
+  enum class Action { kPeople, kVisit, kTour, kCreateSample, kCreateEmpty, kCheck, kHelp, kVersion };
   Action action = Action::kPeople;
   std::string database;    // file; empty: the sample database
   std::string connection;  // connection string in place of a file
@@ -21,6 +21,7 @@ struct Options {
   std::string trace_file;
   std::string folder;  // of the tour's pictures
   std::string file;    // of create-sample and create-empty
+  bool json = false;   // of check
 };
 
 // Arguments that cannot be understood; what() says which.

@@ -56,6 +56,30 @@ TEST(Options, CreateEmptyHasOneFile) {
   EXPECT_THROW(ParseOptions({"create-empty", "a", "b"}), UsageError);
 }
 
+TEST(Options, CheckTakesADatabaseAndPhotographs) {
+  const Options options = ParseOptions({"check", "--database", "d.db", "--photos", "dir", "--json"});
+  EXPECT_EQ(options.action, Action::kCheck);
+  EXPECT_EQ(options.database, "d.db");
+  EXPECT_EQ(options.photos, "dir");
+  EXPECT_TRUE(options.json);
+  EXPECT_FALSE(ParseOptions({"check"}).json);
+}
+
+TEST(Options, CheckTakesNothingOfAVisit) {
+  for (const std::vector<std::string>& more : std::vector<std::vector<std::string>>{{"--new"},
+                                                                                    {"--person", "P"},
+                                                                                    {"--operation-type", "3"},
+                                                                                    {"--person-type", "1"},
+                                                                                    {"--trace-sql", "t"}}) {
+    std::vector<std::string> arguments = {"check"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    EXPECT_THROW(ParseOptions(arguments), UsageError) << more.front();
+  }
+  EXPECT_THROW(ParseOptions({"--json"}), UsageError);
+  EXPECT_THROW(ParseOptions({"--database", "d.db", "check"}), UsageError);
+  EXPECT_THROW(ParseOptions({"check", "--tour", "dir"}), UsageError);
+}
+
 TEST(Options, HelpAndVersionNeedNothingElse) {
   EXPECT_EQ(ParseOptions({"--help"}).action, Action::kHelp);
   EXPECT_EQ(ParseOptions({"--version"}).action, Action::kVersion);

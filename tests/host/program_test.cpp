@@ -43,6 +43,12 @@ std::string Complaints(const std::string& error) {
   return complaints;
 }
 
+// A photograph that is no picture ends the visit, with nobody at the keyboard.
+void PutBadPhotograph(const fs::path& folder) {
+  fs::create_directories(folder);
+  std::ofstream(folder / (kPerson + ".jpg")) << "no picture";
+}
+
 class Program : public testing::Test {
  protected:
   Program() { fs::create_directories(folder_); }
@@ -137,6 +143,74 @@ TEST_F(Program, CreateEmptyRefusesAFileThatIsThere) {
   EXPECT_FALSE(fs::exists(In("e.db")));
 }
 
+TEST_F(Program, CheckSaysNothingOfTheSample) {
+  Run("create-sample '" + In("s.db").string() + "'");
+  const std::string before = Read(In("s.db"));
+  const Outcome outcome =
+      Run("check --database '" + In("s.db").string() + "' --photos '" + SourceFolder() + "/data/photos'",
+          "env -u DISPLAY -u QT_QPA_PLATFORM ");
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.error, "");
+  EXPECT_TRUE(Read(In("s.db")) == before);
+}
+
+TEST_F(Program, CheckOfTheWorkingCopyHasItsPhotographs) {
+  const std::string before = "XDG_DATA_HOME='" + In("data").string() + "' ";
+  EXPECT_EQ(Run("check", before).code, 0);
+  PutBadPhotograph(In("data/dossierkit/photos"));
+  const Outcome outcome = Run("check", before);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, "照片 " + kPerson +
+                             ".jpg：读不出图片，一打开此人的窗口就会关闭（提示“无效图片”或文件错误）；"
+                             "请换成 JPEG 照片，并检查文件的权限。\n");
+}
+
+TEST_F(Program, CheckTellsEachFaultOnALineAndExitsWithOne) {
+  Run("create-sample '" + In("s.db").string() + "'");
+  sqlite::SqliteConnection(In("s.db").string())
+      .RunScript(
+          "update s_infoitem set FldWidth='宽' where itemname='A0302'; delete from s_CodeLevDefine "
+          "where dmgrp='LCCYJS'");
+  const std::string check = "check --connection 'Driver=SQLite3;Database=" + In("s.db").string() + "'";
+  const Outcome outcome = Run(check);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out,
+            "表 s_infoitem，行 A03.A0302，列 FldWidth：“宽”不是 16 位整数，一打开“工作经历”，窗口就会关闭；"
+            "请改为 0（不显示）至 32767 的整数。\n"
+            "表 s_CodeLevDefine，行 LCCYJS：没有一行，选择代码的窗口是空的，输入的文字也不会查找；"
+            "请为每一级补上一行。\n");
+  const Outcome json = Run(check + " --json");
+  EXPECT_EQ(json.code, 1);
+  EXPECT_EQ(json.out.substr(0, json.out.find('\n')),
+            R"({"column":"FldWidth","fault":"表 s_infoitem，行 A03.A0302，列 FldWidth：“宽”不是 16 位整数，)"
+            R"(一打开“工作经历”，窗口就会关闭；请改为 0（不显示）至 32767 的整数。",)"
+            R"("row":"A03.A0302","table":"s_infoitem"})");
+  EXPECT_EQ(std::count(json.out.begin(), json.out.end(), '\n'), 2);
+}
+
+TEST_F(Program, CheckFindsAMissingTableOfTheMetadata) {
+  Run("create-sample '" + In("s.db").string() + "'");
+  sqlite::SqliteConnection(In("s.db").string()).RunScript("drop table s_infoitem");
+  const Outcome outcome = Run("check --database '" + In("s.db").string() + "'");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, "表 s_infoitem：没有这张表，窗口打不开；请参照示例数据库建立。\n");
+}
+
+TEST_F(Program, CheckExitsWithTwoWhereItCannotRead) {
+  std::ofstream(In("text.db")) << std::string(4096, 'x');
+  Run("create-sample '" + In("s.db").string() + "'");
+  for (const std::string& arguments :
+       {"--database '" + In("none.db").string() + "'", "--database '" + In("text.db").string() + "'",
+        "--database '" + In("s.db").string() + "' --photos '" + In("nowhere").string() + "'",
+        std::string("--connection 'Driver=Other;Database=x'"), std::string("--new")}) {
+    const Outcome outcome = Run("check " + arguments);
+    EXPECT_EQ(outcome.code, 2) << arguments;
+    EXPECT_EQ(outcome.out, "") << arguments;
+    EXPECT_NE(outcome.error, "") << arguments;
+  }
+}
+
 TEST_F(Program, CreateSampleWhereNothingCanBeWrittenSaysSo) {
   const Outcome outcome = Run("create-sample '" + In("no such folder/s.db").string() + "'");
   EXPECT_EQ(outcome.code, 1);
@@ -191,12 +265,6 @@ TEST_F(Program, AConnectionStringOfAnotherEngineIsRefused) {
   const Outcome outcome = Run("--new --connection 'Driver=Other;Database=x'");
   EXPECT_EQ(outcome.code, 1);
   EXPECT_NE(outcome.error.find("连接字符串"), std::string::npos) << outcome.error;
-}
-
-// A photograph that is no picture ends the visit, with nobody at the keyboard.
-void PutBadPhotograph(const fs::path& folder) {
-  fs::create_directories(folder);
-  std::ofstream(folder / (kPerson + ".jpg")) << "no picture";
 }
 
 TEST_F(Program, AConnectionStringOfTheEmbeddedEngineOpensItsFile) {

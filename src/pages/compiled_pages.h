@@ -1,0 +1,23 @@
+// CompiledPages: which sets have a page, and which fields each page shows. For hosts that look after their
+// metadata: the rows of s_infoitem must name at least these.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace dossierkit {
+
+struct CompiledField {
+  std::string column;   // as in A0301: the itemname of its row, and the column of the set's table
+  bool masked = false;  // entered through a mask, else as free text
+};
+
+struct CompiledPage {
+  std::string set;  // as in A03: the tblname of its rows, and the name of its table
+  std::vector<CompiledField> fields;
+};
+
+// All of them, in the order of the sets. Throws nothing but for want of memory.
+std::vector<CompiledPage> CompiledPages();
+
+}  // namespace dossierkit
