@@ -38,7 +38,7 @@ void StartOfTheProgram(benchmark::State& state) {
   const Copy copy(tests::SampleDatabaseFile());
   const std::vector<std::string> dossier = {tests::DossierProgram(), "--database", copy.Path(), "--person",
                                             kPerson};
-  const std::vector<std::string> bare = {BARE_PROGRAM, copy.Path(), kPerson, tests::ShareFolder()};
+  const std::vector<std::string> bare = {BARE_PROGRAM, copy.Path(), kPerson, tests::SourceFolder() + "/data"};
   // Their files are in memory from now on.
   StartProgram(dossier);
   StartProgram(bare);

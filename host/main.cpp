@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "adapters/qt/qt_platform.h"
+#include "dossierkit/version.h"
 #include "host/check/check.h"
 #include "host/database.h"
 #include "host/keys_window.h"
@@ -55,7 +56,7 @@ int RunTour(Options options) {
   const auto database = OpenDatabase(options);
   qt::QtPlatform platform;
   const auto connection = ForTheComponent(database, options, platform);
-  const Component component(platform, ProgramFolder().string());
+  const Component component(platform, ShareFolder().string());
   IUserCtrl dossier;
   dossier.SetConnection(connection);
   dossier.PersonType = options.person_type.value_or(1);
@@ -127,7 +128,7 @@ void ChooseDisplay(const Options& options) {
 int Run(const Options& options) {
   switch (options.action) {
     case Options::Action::kHelp: std::cout << Usage(); return 0;
-    case Options::Action::kVersion: std::cout << "dossier " DOSSIERKIT_VERSION "\n"; return 0;
+    case Options::Action::kVersion: std::cout << "dossier " << kVersion << "\n"; return 0;
     case Options::Action::kCreateSample: CreateSample(options.file); return 0;
     case Options::Action::kCreateEmpty: CreateEmpty(options.file); return 0;
     case Options::Action::kCheck: return RunCheck(options);
@@ -140,7 +141,7 @@ int Run(const Options& options) {
   const auto database = OpenDatabase(options);
   qt::QtPlatform platform;
   const auto connection = ForTheComponent(database, options, platform);
-  const Component component(platform, ProgramFolder().string());
+  const Component component(platform, ShareFolder().string());
   const KeysHelp keys;
   Visits visits(database, connection, PhotosFolder(options));
   if (options.action == Options::Action::kPeople) {

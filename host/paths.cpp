@@ -9,13 +9,15 @@ namespace dossierkit::host {
 
 namespace fs = std::filesystem;
 
-fs::path ProgramFolder() { return fs::read_symlink("/proc/self/exe").parent_path(); }
+fs::path ShareFolder() {
+  return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "share" / "dossierkit";
+}
 
-fs::path SampleDatabase() { return ProgramFolder().parent_path() / "share" / "sample.db"; }
+fs::path SampleDatabase() { return ShareFolder() / "sample.db"; }
 
-fs::path EmptyDatabase() { return ProgramFolder().parent_path() / "share" / "empty.db"; }
+fs::path EmptyDatabase() { return ShareFolder() / "empty.db"; }
 
-fs::path SamplePhotos() { return ProgramFolder().parent_path() / "share" / "photos"; }
+fs::path SamplePhotos() { return ShareFolder() / "photos"; }
 
 fs::path DataFolder() {
   const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);

@@ -5,7 +5,8 @@
 
 namespace dossierkit::host {
 
-std::filesystem::path ProgramFolder();
+// The folder of icons, sample and photographs: share/dossierkit beside the program's folder.
+std::filesystem::path ShareFolder();
 // The sample database as it was built, and the same without people.
 std::filesystem::path SampleDatabase();
 std::filesystem::path EmptyDatabase();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/ado/connection.h"
+#include "platform/environment/export.h"
 #include "platform/environment/value.h"
 
 namespace dossierkit::care {
@@ -15,7 +16,7 @@ namespace dossierkit::care {
 // visit writes into other records than the ones on show. A set that is not in order is written anew with
 // every column, all sets in one transaction; where all is in order nothing is written. Returns the number of
 // sets written. Throws a Failure, and nothing has changed then.
-int RenumberRecords(ado::Connection& connection, const std::string& person);
+DOSSIERKIT_EXPORT int RenumberRecords(ado::Connection& connection, const std::string& person);
 
 // A person with several rows in A01, whom no visit opens.
 struct DoubledPerson {
@@ -26,13 +27,15 @@ struct DoubledPerson {
 
 // This person, if he is one. A person is doubled when he is stored by the answer to a question and then saved
 // on A01, so a host looks after each visit. Throws a Failure.
-std::optional<DoubledPerson> FindDoubledPerson(ado::Connection& connection, const std::string& person);
+DOSSIERKIT_EXPORT std::optional<DoubledPerson> FindDoubledPerson(ado::Connection& connection,
+                                                                 const std::string& person);
 
 // All such persons, in the order of their identifiers; reads every identifier. Throws a Failure.
-std::vector<DoubledPerson> FindDoubledPersons(ado::Connection& connection);
+DOSSIERKIT_EXPORT std::vector<DoubledPerson> FindDoubledPersons(ado::Connection& connection);
 
 // Deletes one of the rows, from 0, known by its A0199; the others and the person's records stay. Throws a
 // Failure, and changes nothing, where another row has the same A0199 or the rows are not as they were found.
-void DropDoubledRow(ado::Connection& connection, const DoubledPerson& doubled, std::size_t row);
+DOSSIERKIT_EXPORT void DropDoubledRow(ado::Connection& connection, const DoubledPerson& doubled,
+                                      std::size_t row);
 
 }  // namespace dossierkit::care

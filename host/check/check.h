@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/ado/connection.h"
+#include "platform/environment/export.h"
 
 namespace dossierkit::check {
 
@@ -22,9 +23,9 @@ struct Fault {
 // through each table. Changes nothing: what has to be tried by writing (S_GUID, and whether a text is
 // compared without regard to case) is rolled back. A table of metadata or codes that the connection may not
 // write is not tried so. Throws a Failure where the database cannot be read, or is busy.
-std::vector<Fault> CheckDatabase(ado::Connection& connection);
+DOSSIERKIT_EXPORT std::vector<Fault> CheckDatabase(ado::Connection& connection);
 
 // The photographs of a folder against the persons. Throws a Failure where folder or persons cannot be read.
-std::vector<Fault> CheckPhotos(ado::Connection& connection, const std::string& folder);
+DOSSIERKIT_EXPORT std::vector<Fault> CheckPhotos(ado::Connection& connection, const std::string& folder);
 
 }  // namespace dossierkit::check

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/environment/export.h"
+
 namespace dossierkit {
 
 struct CompiledField {
@@ -18,6 +20,6 @@ struct CompiledPage {
 };
 
 // All of them, in the order of the sets. Throws nothing but for want of memory.
-std::vector<CompiledPage> CompiledPages();
+DOSSIERKIT_EXPORT std::vector<CompiledPage> CompiledPages();
 
 }  // namespace dossierkit

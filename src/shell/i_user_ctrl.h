@@ -6,13 +6,14 @@
 #include <string>
 
 #include "platform/ado/connection.h"
+#include "platform/environment/export.h"
 
 namespace dossierkit {
 
 // Plain stored values without a check, but for Connection. The host opens and closes the connection,
 // which must be open when ShowDossier is called; the component keeps hold of the last one until the
 // next visit or the end of the Component.
-class IUserCtrl {
+class DOSSIERKIT_EXPORT IUserCtrl {
  public:
   void SetConnection(std::shared_ptr<ado::Connection> connection) { connection_ = std::move(connection); }
   // The stored connection; if none was ever set, a new, unopened one is stored and given.

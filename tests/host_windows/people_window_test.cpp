@@ -59,7 +59,7 @@ class PeopleWindows : public testing::Test {
     return texts;
   }
 
-  qt::QtPlatform platform_{{1.0, tests::ShareFolder()}};
+  qt::QtPlatform platform_;
   std::shared_ptr<sqlite::SqliteConnection> database_ = SampleDatabase();
   std::vector<VisitRequest> visits_;
   std::function<void()> in_visit_ = [] {};

@@ -5,7 +5,6 @@ namespace dossierkit::tests {
 
 std::string SourceFolder() { return SOURCE_FOLDER; }
 std::string SampleDatabaseFile() { return SAMPLE_DATABASE; }
-std::string ShareFolder() { return SHARE_FOLDER; }
 std::string DossierProgram() { return DOSSIER_PROGRAM; }
 
 }  // namespace dossierkit::tests

@@ -7,7 +7,6 @@ namespace dossierkit::tests {
 
 std::string SourceFolder();
 std::string SampleDatabaseFile();
-std::string ShareFolder();     // of the build: fonts, icons, photographs
 std::string DossierProgram();  // the demo host
 
 }  // namespace dossierkit::tests

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/environment/export.h"
 #include "platform/toolkit/loop/platform.h"
 
 namespace dossierkit::headless {
@@ -24,7 +25,7 @@ struct Message {
   bool operator==(const Message&) const = default;
 };
 
-class HeadlessPlatform : public toolkit::Platform {
+class DOSSIERKIT_EXPORT HeadlessPlatform : public toolkit::Platform {
  public:
   // What happens in the next window that opens, and in the one after. A window in which nothing is
   // prepared, or that is still open at the end of its scene, is left by its close box.

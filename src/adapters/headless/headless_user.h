@@ -6,13 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "platform/environment/export.h"
 #include "platform/toolkit/controls/edit_box.h"
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::headless {
 
-class HeadlessUser {
+class DOSSIERKIT_EXPORT HeadlessUser {
  public:
   explicit HeadlessUser(toolkit::Desktop& desktop) : desktop_(desktop) {}
 

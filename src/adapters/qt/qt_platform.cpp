@@ -1,12 +1,9 @@
 #include "adapters/qt/qt_platform.h"
 
 #include <QClipboard>
-#include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QPointer>
 #include <QScreen>
-#include <cstdlib>
 #include <stdexcept>
 
 #include "adapters/qt/create_view.h"
@@ -21,6 +18,9 @@
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
+// The toolbar's pictures are compiled in; a linker leaves them out of a program unless somebody asks for them.
+static void LoadIcons() { Q_INIT_RESOURCE(dossierkit_icons); }
+
 namespace dossierkit::qt {
 namespace {
 
@@ -28,18 +28,6 @@ namespace {
 int argument_count = 1;
 char program_name[] = "DossierKit";
 char* arguments[] = {program_name, nullptr};
-
-std::string ShareFolder(const std::string& wanted) {
-  if (!wanted.empty()) return wanted;
-  const QFileInfo program(QFile::symLinkTarget(QStringLiteral("/proc/self/exe")));
-  return ToUtf8(QDir::cleanPath(program.path() + QStringLiteral("/../share")));
-}
-
-// Has to be done before the application exists.
-void UseFonts(const std::string& share_folder) {
-  const std::string fonts = share_folder + "/fonts.conf";
-  if (QFileInfo(ToQString(fonts)).isFile()) setenv("FONTCONFIG_FILE", fonts.c_str(), 0);
-}
 
 QtApplication& TheApplication() {
   if (auto* application = dynamic_cast<QtApplication*>(QCoreApplication::instance())) return *application;
@@ -53,8 +41,8 @@ struct QtPlatform::Parts {
   std::unique_ptr<Translator> translator;
   ViewContext context;
 
-  Parts(const QtOptions& options, const std::string& share_folder, std::unique_ptr<QtApplication> made)
-      : owned(std::move(made)), context{TheApplication(), Metrics(options.scale), share_folder + "/icons"} {
+  Parts(const QtOptions& options, std::unique_ptr<QtApplication> made)
+      : owned(std::move(made)), context{TheApplication(), Metrics(options.scale)} {
     if (!owned) return;
     translator = std::make_unique<Translator>();
     owned->installTranslator(translator.get());
@@ -65,13 +53,12 @@ struct QtPlatform::Parts {
 };
 
 QtPlatform::QtPlatform(const QtOptions& options) {
-  const std::string share_folder = ShareFolder(options.share_folder);
+  LoadIcons();
   std::unique_ptr<QtApplication> application;
   if (!QCoreApplication::instance()) {
-    UseFonts(share_folder);
     application = std::make_unique<QtApplication>(argument_count, arguments);
   }
-  parts_ = std::make_unique<Parts>(options, share_folder, std::move(application));
+  parts_ = std::make_unique<Parts>(options, std::move(application));
 }
 
 QtPlatform::~QtPlatform() = default;

@@ -4,19 +4,19 @@
 #include <memory>
 #include <string>
 
+#include "platform/environment/export.h"
 #include "platform/toolkit/loop/platform.h"
 
 namespace dossierkit::qt {
 
 struct QtOptions {
-  double scale = 1.0;        // enlarges everything, besides what the screen asks for
-  std::string share_folder;  // holds icons/ and fonts.conf; empty: ../share beside the program's folder
+  double scale = 1.0;  // enlarges everything, besides what the screen asks for
 };
 
 // The first one makes the program's one application object, a QApplication of its own kind, and ends it:
 // a program that uses Qt itself makes its QtPlatform first and no QApplication. Throws std::logic_error
 // where there is another. A later one, with a scale of its own, must end before the first.
-class QtPlatform : public toolkit::Platform {
+class DOSSIERKIT_EXPORT QtPlatform : public toolkit::Platform {
  public:
   explicit QtPlatform(const QtOptions& options = {});
   ~QtPlatform() override;

@@ -46,8 +46,7 @@ void ToolbarView::Build() {
     button->setText(caption);
     button->setShortcut({});  // mnemonics are the model's
     button->setAccessibleName(ToQString(buttons[i].AccessibleName()));
-    const QString icon =
-        ToQString(Context().icon_folder + "/toolbar-" + std::to_string(buttons[i].ImageIndex()) + ".png");
+    const QString icon = QStringLiteral(":/dossierkit/toolbar-%1.png").arg(buttons[i].ImageIndex());
     if (buttons[i].ImageIndex() > 0 && QFile::exists(icon)) button->setIcon(QIcon(icon));
     QObject::connect(button, &QToolButton::clicked, Hub(),
                      [this, i] { Context().application.Guard([this, i] { bar_.UserClick(i); }); });

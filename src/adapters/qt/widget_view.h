@@ -20,7 +20,6 @@ class WindowView;
 struct ViewContext {
   QtApplication& application;
   Metrics metrics;
-  std::string icon_folder;  // holds toolbar-N.png
 };
 
 // Owns its widget. At its end the widget is hidden and unlinked at once and deleted later, since

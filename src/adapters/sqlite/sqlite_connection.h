@@ -6,12 +6,13 @@
 #include <string>
 
 #include "platform/ado/connection.h"
+#include "platform/environment/export.h"
 
 namespace dossierkit::sqlite {
 
 // One open SQLite database, used from one thread. Its journal mode stays as it is. Outside a transaction
 // every statement is one of its own and is on the disk when Run returns.
-class SqliteConnection : public ado::Connection {
+class DOSSIERKIT_EXPORT SqliteConnection : public ado::Connection {
  public:
   // Opens the database file at `path` (UTF-8), for reading only where it may not be written. Throws a
   // Failure for a file that does not exist, is no database or cannot be opened, also one whose log cannot

@@ -41,8 +41,8 @@ class Event {
   // As Raise, but asks before each subscriber whether to go on.
   template <typename Condition>
   void RaiseWhile(const Condition& condition, Arguments... arguments) {
-    const auto slots = slots_;
-    for (const auto& weak : slots) {
+    const auto present = slots_;
+    for (const auto& weak : present) {
       if (!condition()) break;
       if (const auto slot = weak.lock()) (*slot)(arguments...);
     }

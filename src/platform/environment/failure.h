@@ -4,10 +4,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/environment/export.h"
+
 namespace dossierkit::environment {
 
 // A failure as the user reads it in a message box. `what()` is the description, in Chinese, UTF-8.
-class Failure : public std::runtime_error {
+class DOSSIERKIT_EXPORT Failure : public std::runtime_error {
  public:
   // `number` follows the environment's and ADO's numbering; `statement` is the SQL text that failed,
   // or empty.

@@ -11,7 +11,6 @@
 
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
-#include "tests/support/paths.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -197,7 +196,7 @@ TEST_F(QtControls, BelongToAScrollingAreaOnASmallScreen) {
 
 TEST(QtScale, EnlargesPlacesAndFonts) {
   for (const double scale : {1.0, 1.5, 2.0}) {
-    QtPlatform platform({scale, tests::ShareFolder()});
+    QtPlatform platform({scale});
     toolkit::Desktop desktop(platform);
     const auto form = std::make_shared<DemoForm>(desktop);
     QTimer::singleShot(0, qApp, [&] {

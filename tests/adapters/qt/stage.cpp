@@ -3,8 +3,6 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 
-#include "tests/support/paths.h"
-
 namespace dossierkit::qt {
 
 QtPlatform* Stage::the_platform = nullptr;
@@ -14,7 +12,7 @@ namespace {
 // One application serves all tests, and ends before the program does.
 class OnePlatform : public ::testing::Environment {
   void SetUp() override {
-    platform_ = std::make_unique<QtPlatform>(QtOptions{1.0, tests::ShareFolder()});
+    platform_ = std::make_unique<QtPlatform>();
     Stage::the_platform = platform_.get();
   }
   void TearDown() override { platform_.reset(); }
