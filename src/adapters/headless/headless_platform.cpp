@@ -51,7 +51,8 @@ toolkit::MessageAnswer HeadlessPlatform::ShowMessage(const std::string& text, in
                                                      const std::string& title) {
   messages.push_back({text, flags, title});
   if (on_message) on_message(messages.back());
-  if ((flags & toolkit::kYesNo) == 0) return toolkit::kAnswerOk;
+  const auto buttons = toolkit::MessageButtonsOf(flags);
+  if (buttons.size() == 1) return buttons.front().answer;
   if (answers_.empty()) throw std::logic_error("no answer was prepared for: " + text);
   const auto answer = answers_.front();
   answers_.pop_front();

@@ -4,19 +4,17 @@
 #include <QFileInfo>
 
 #include "adapters/qt/texts.h"
+#include "platform/toolkit/loop/file_filter.h"
 
 namespace dossierkit::qt {
 
 QStringList NameFiltersOf(const std::string& filter) {
   QStringList filters;
-  const QStringList parts = ToQString(filter).split(QLatin1Char('|'));
-  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    QStringList patterns = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
-    for (QString& pattern : patterns) pattern = pattern.trimmed();
-    // The patterns in the name itself would be shown twice.
-    const QString name = parts[i].left(parts[i].indexOf(QLatin1Char('('))).trimmed();
-    if (!patterns.isEmpty())
-      filters << name + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
+  for (const auto& read : toolkit::FileFiltersOf(filter)) {
+    QStringList patterns;
+    for (const auto& pattern : read.patterns) patterns << ToQString(pattern);
+    filters << ToQString(read.name) + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) +
+                   QLatin1Char(')');
   }
   return filters;
 }

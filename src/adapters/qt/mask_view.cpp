@@ -10,6 +10,7 @@
 #include "adapters/qt/commits.h"
 #include "adapters/qt/edit_menu.h"
 #include "adapters/qt/qt_application.h"
+#include "adapters/qt/texts.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -98,19 +99,19 @@ void MaskView::EditByCommit(QInputMethodEvent& event) {
 }
 
 void MaskView::NativeTextChanged() {
-  if (showing_ || native_->text() == shown_.Shown()) return;
+  if (showing_ || ViewOf(native_->text()) == shown_.Shown()) return;
   const auto life = Life();
   Context().application.Guard([this] { box_.UserReplaceAll(ToUtf8(native_->text())); });
   if (!life.expired()) ShowText();
 }
 
 void MaskView::NativeSelectionChanged() {
-  if (showing_ || native_->text() != shown_.Shown()) return;
-  const bool selected = native_->hasSelectedText();
-  const qsizetype start = selected ? native_->selectionStart() : native_->cursorPosition();
-  const std::size_t from = shown_.ModelPosition(start);
-  const std::size_t to = shown_.ModelPosition(start + (selected ? native_->selectionLength() : 0));
-  box_.UserSelect(from, to - from);
+  if (showing_ || ViewOf(native_->text()) != shown_.Shown()) return;
+  const bool selects = native_->hasSelectedText();
+  const auto start = selects ? native_->selectionStart() : native_->cursorPosition();
+  const auto selected = shown_.ModelSelection(
+      static_cast<std::size_t>(start), static_cast<std::size_t>(selects ? native_->selectionLength() : 0));
+  box_.UserSelect(selected.start, selected.length);
 }
 
 void MaskView::ShowStyle() {
@@ -128,19 +129,19 @@ void MaskView::ShowStyle() {
 }
 
 void MaskView::ShowText() {
-  shown_ = ShownText(box_.Text(), false);
+  shown_ = toolkit::ShownText(box_.Text(), false);
   showing_ = true;
-  if (native_->text() != shown_.Shown()) native_->setText(shown_.Shown());
+  if (ViewOf(native_->text()) != shown_.Shown()) native_->setText(ToQString(shown_.Shown()));
   showing_ = false;
   ShowSelection();
 }
 
 void MaskView::ShowSelection() {
-  const auto start = static_cast<int>(shown_.ShownPosition(box_.SelStart()));
-  const auto end = static_cast<int>(shown_.ShownPosition(box_.SelStart() + box_.SelLength()));
+  const auto selected = shown_.ShownSelection(box_.GetSelection());
+  const auto start = static_cast<int>(selected.start);
   showing_ = true;
-  if (end > start) {
-    native_->setSelection(start, end - start);
+  if (selected.length > 0) {
+    native_->setSelection(start, static_cast<int>(selected.length));
   } else {
     native_->deselect();
     native_->setCursorPosition(start);

@@ -1,11 +1,9 @@
 // MaskView: a box that the model edits. The native widget never edits itself.
 #pragma once
 
-#include <string>
-
-#include "adapters/qt/texts.h"
 #include "adapters/qt/widget_view.h"
 #include "platform/toolkit/controls/mask_ed_box.h"
+#include "platform/toolkit/controls/shown_text.h"
 
 class QContextMenuEvent;
 class QInputMethodEvent;
@@ -32,7 +30,7 @@ class MaskView : public WidgetView {
 
   toolkit::MaskEdBox& box_;
   QLineEdit* native_;
-  ShownText shown_;
+  toolkit::ShownText shown_;
   bool showing_ = false;
 };
 

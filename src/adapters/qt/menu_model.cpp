@@ -14,7 +14,15 @@ constexpr int kIconSize = 32;
 constexpr int kRowHeight = 38;
 constexpr int kGap = 5;
 
+QIcon ReadIcon(const std::string& path) {
+  const QString native = ToNativePath(path);
+  return QFile::exists(native) ? QIcon(native) : QIcon();
+}
+
 }  // namespace
+
+MenuModel::MenuModel(toolkit::VerticalMenu& menu, QObject* parent)
+    : QAbstractListModel(parent), menu_(&menu), icons_(ReadIcon) {}
 
 void MenuModel::Detach() {
   beginResetModel();
@@ -39,16 +47,9 @@ int MenuModel::Selected() const { return menu_ ? menu_->menuitemcur() - 1 : -1; 
 bool MenuModel::AnyIcon() const {
   if (!menu_) return false;
   for (const auto& item : menu_->Items()) {
-    if (!item.icon.empty() && !IconOf(item.icon).isNull()) return true;
+    if (!item.icon.empty() && !icons_.Of(item.icon).isNull()) return true;
   }
   return false;
-}
-
-const QIcon& MenuModel::IconOf(const std::string& path) const {
-  const QString native = ToNativePath(path);
-  const auto found = icons_.constFind(native);
-  if (found != icons_.constEnd()) return *found;
-  return *icons_.insert(native, QFile::exists(native) ? QIcon(native) : QIcon());
 }
 
 int MenuModel::rowCount(const QModelIndex& parent) const { return parent.isValid() || !menu_ ? 0 : rows_; }
@@ -59,7 +60,7 @@ QVariant MenuModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole: return ToQString(item.caption);
-    case Qt::DecorationRole: return item.icon.empty() ? QIcon() : IconOf(item.icon);
+    case Qt::DecorationRole: return item.icon.empty() ? QIcon() : icons_.Of(item.icon);
     default: return {};
   }
 }

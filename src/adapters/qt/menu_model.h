@@ -2,11 +2,11 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QHash>
 #include <QIcon>
 
 #include "adapters/qt/elided.h"
 #include "adapters/qt/look.h"
+#include "platform/toolkit/controls/picture_cache.h"
 
 namespace dossierkit::toolkit {
 class VerticalMenu;
@@ -16,7 +16,7 @@ namespace dossierkit::qt {
 
 class MenuModel : public QAbstractListModel {
  public:
-  MenuModel(toolkit::VerticalMenu& menu, QObject* parent) : QAbstractListModel(parent), menu_(&menu) {}
+  MenuModel(toolkit::VerticalMenu& menu, QObject* parent);
 
   void Detach();
   void Refresh();
@@ -27,11 +27,9 @@ class MenuModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override;
 
  private:
-  const QIcon& IconOf(const std::string& path) const;
-
   toolkit::VerticalMenu* menu_;
   int rows_ = 0;
-  mutable QHash<QString, QIcon> icons_;  // by path; null for a file that is missing
+  mutable toolkit::PictureCache<QIcon> icons_;  // null for a file that is missing
 };
 
 class MenuDelegate : public TipDelegate {

@@ -14,6 +14,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "adapters/qt/keys.h"
+#include "adapters/qt/texts.h"
+#include "platform/toolkit/controls/mnemonic.h"
+
 namespace dossierkit::qt {
 namespace {
 
@@ -22,11 +26,10 @@ constexpr int kTextWidth = 440;
 constexpr int kButtonWidth = 88;
 constexpr int kButtonHeight = 28;
 constexpr int kMargin = 18;
-constexpr int kIconMask = 0xF0;
 
 // A disc with a sign: "?" on blue, "!" on amber, "i" on blue; null without an icon.
 QPixmap IconOf(int flags, int side, double pixel_ratio) {
-  const int kind = flags & kIconMask;
+  const int kind = toolkit::MessageIconOf(flags);
   const char* sign = kind == toolkit::kQuestionIcon      ? "?"
                      : kind == toolkit::kExclamationIcon ? "!"
                      : kind == toolkit::kInformationIcon ? "i"
@@ -49,16 +52,17 @@ QPixmap IconOf(int flags, int side, double pixel_ratio) {
   return picture;
 }
 
-Qt::WindowFlags FlagsOf(bool asks) {
-  const Qt::WindowFlags flags = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-  return asks ? flags : flags | Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
+Qt::WindowFlags WindowFlagsOf(int flags) {
+  const Qt::WindowFlags native = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+  return toolkit::MessageClosed(flags) ? native | Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint
+                                       : native;
 }
 
 }  // namespace
 
 MessageDialog::MessageDialog(const Metrics& metrics, const QString& text, int flags, const QString& title,
                              QWidget* parent)
-    : QDialog(parent, FlagsOf(flags & toolkit::kYesNo)), metrics_(metrics), asks_(flags & toolkit::kYesNo) {
+    : QDialog(parent, WindowFlagsOf(flags)), metrics_(metrics), flags_(flags) {
   setObjectName(QStringLiteral("MessageBox"));
   setAttribute(Qt::WA_QuitOnClose, false);
   setWindowTitle(title);
@@ -108,12 +112,7 @@ MessageDialog::MessageDialog(const Metrics& metrics, const QString& text, int fl
   auto* row = new QHBoxLayout(lower);
   row->setContentsMargins(margin, margin / 2, margin, margin / 2);
   row->addStretch();
-  if (asks_) {
-    AddButton(*row, QStringLiteral("是(&Y)"), "Yes", toolkit::kAnswerYes, true);
-    AddButton(*row, QStringLiteral("否(&N)"), "No", toolkit::kAnswerNo, false);
-  } else {
-    AddButton(*row, QStringLiteral("确定"), "OK", toolkit::kAnswerOk, true);
-  }
+  for (const auto& button : toolkit::MessageButtonsOf(flags)) AddButton(*row, button);
 
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);
@@ -123,16 +122,15 @@ MessageDialog::MessageDialog(const Metrics& metrics, const QString& text, int fl
   all->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void MessageDialog::AddButton(QHBoxLayout& row, const QString& text, const char* name,
-                              toolkit::MessageAnswer answer, bool is_default) {
-  auto* button = new QPushButton(text, this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setAccessibleName(text.left(text.indexOf(QStringLiteral("(&"))));
+void MessageDialog::AddButton(QHBoxLayout& row, const toolkit::MessageButton& offered) {
+  auto* button = new QPushButton(ToQString(offered.caption), this);
+  button->setObjectName(ToQString(offered.name));
+  button->setAccessibleName(ToQString(toolkit::WithoutMnemonic(offered.caption)));
   button->setMinimumSize(metrics_.Scaled(kButtonWidth), metrics_.Scaled(kButtonHeight));
   button->setAutoDefault(true);
-  button->setDefault(is_default);
-  if (is_default) button->setFocus();
-  QObject::connect(button, &QPushButton::clicked, this, [this, answer] { Take(answer); });
+  button->setDefault(offered.is_default);
+  if (offered.is_default) button->setFocus();
+  QObject::connect(button, &QPushButton::clicked, this, [this, answer = offered.answer] { Take(answer); });
   row.addWidget(button);
 }
 
@@ -144,16 +142,9 @@ void MessageDialog::Take(toolkit::MessageAnswer answer) {
 }
 
 void MessageDialog::keyPressEvent(QKeyEvent* event) {
+  if (const auto answer = toolkit::MessageAnswerOf(flags_, StrokeOf(*event))) return Take(*answer);
   switch (event->key()) {
-    case Qt::Key_Escape:
-      if (!asks_) Take(toolkit::kAnswerOk);
-      return;
-    case Qt::Key_Y:
-      if (asks_) Take(toolkit::kAnswerYes);
-      return;
-    case Qt::Key_N:
-      if (asks_) Take(toolkit::kAnswerNo);
-      return;
+    case Qt::Key_Escape: return;  // a question has to be answered
     case Qt::Key_Left:
     case Qt::Key_Up: focusPreviousChild(); return;
     case Qt::Key_Right:
@@ -164,7 +155,7 @@ void MessageDialog::keyPressEvent(QKeyEvent* event) {
 
 void MessageDialog::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (!asks_) Take(toolkit::kAnswerOk);
+  if (const auto answer = toolkit::MessageClosed(flags_)) Take(*answer);
 }
 
 }  // namespace dossierkit::qt

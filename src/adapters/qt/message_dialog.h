@@ -7,14 +7,12 @@
 #include <utility>
 
 #include "adapters/qt/look.h"
-#include "platform/toolkit/loop/platform.h"
+#include "platform/toolkit/loop/message_box.h"
 
 class QHBoxLayout;
 
 namespace dossierkit::qt {
 
-// With flags kYesNo it has 是(&Y), the default, and 否(&N) and no other way out; else 确定, which Esc
-// and the close box mean too.
 class MessageDialog : public QDialog {
  public:
   MessageDialog(const Metrics& metrics, const QString& text, int flags, const QString& title,
@@ -30,12 +28,11 @@ class MessageDialog : public QDialog {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void AddButton(QHBoxLayout& row, const QString& text, const char* name, toolkit::MessageAnswer answer,
-                 bool is_default);
+  void AddButton(QHBoxLayout& row, const toolkit::MessageButton& offered);
   void Take(toolkit::MessageAnswer answer);
 
   Metrics metrics_;
-  bool asks_;
+  int flags_;
   bool answered_ = false;
   toolkit::MessageAnswer answer_ = toolkit::kAnswerOk;
   std::function<void()> wake_;

@@ -3,6 +3,7 @@
 
 #include "adapters/qt/texts.h"
 #include "adapters/qt/widget_view.h"
+#include "platform/toolkit/controls/shown_text.h"
 #include "platform/toolkit/controls/text_box.h"
 
 class QContextMenuEvent;
@@ -44,9 +45,9 @@ class TextView : public WidgetView {
 
  private:
   toolkit::TextBox& box_;
-  ShownText shown_;
-  qsizetype caret_ = 0;   // the native one, before the native widget's last change
-  bool showing_ = false;  // the program is changing the native widget
+  toolkit::ShownText shown_;
+  std::size_t caret_ = 0;  // the native one, before the native widget's last change
+  bool showing_ = false;   // the program is changing the native widget
 };
 
 }  // namespace dossierkit::qt

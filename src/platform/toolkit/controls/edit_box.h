@@ -34,6 +34,7 @@ class EditBox : public Control {
   const std::string& Text() const { return text_; }
   std::size_t SelStart() const { return selection_.start; }
   std::size_t SelLength() const { return selection_.length; }
+  const Selection& GetSelection() const { return selection_; }
   void Select(std::size_t start, std::size_t length);
 
   environment::Event<> Change;

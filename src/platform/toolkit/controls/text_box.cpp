@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/shown_text.h"
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -13,12 +14,6 @@ using environment::Length;
 using environment::Middle;
 
 namespace {
-
-// The text with each line break, however it came, as CR LF.
-std::string WithLineBreaks(const std::string& text) {
-  using environment::Replace;
-  return Replace(Replace(Replace(text, "\r\n", "\n"), "\r", "\n"), "\n", "\r\n");
-}
 
 bool SplitsLineBreak(const std::string& text, std::size_t position) {
   return position > 0 && Middle(text, position - 1, 2) == "\r\n";

@@ -6,20 +6,11 @@
 
 #include "platform/toolkit/controls/basic_controls.h"
 #include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/loop/message_box.h"
 
 namespace dossierkit::toolkit {
 
 class Form;
-
-// Flags of a message box.
-enum MessageFlags {
-  kOkOnly = 0,
-  kYesNo = 4,
-  kQuestionIcon = 32,
-  kExclamationIcon = 48,
-  kInformationIcon = 64,
-};
-enum MessageAnswer { kAnswerOk = 1, kAnswerYes = 6, kAnswerNo = 7 };
 
 class Platform {
  public:
@@ -34,8 +25,7 @@ class Platform {
   // Makes the innermost RunLoop return soon.
   virtual void WakeLoop() = 0;
 
-  // Shows a message box over the topmost window and returns the answer. Yes/No boxes have no other
-  // way out, and Yes is their default.
+  // Shows a message box over the topmost window and returns the answer: see message_box.h.
   virtual MessageAnswer ShowMessage(const std::string& text, int flags, const std::string& title) = 0;
 
   // The file dialog: the chosen path, which need not exist, or empty.
