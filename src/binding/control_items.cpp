@@ -88,7 +88,7 @@ void ControlItem::HearEnter(toolkit::Control& control, void (ControlItem::*rule)
 // On to the next control in tab order, with its whole text selected.
 void ControlItem::MoveOn(char32_t& key) {
   key = 0;
-  if (toolkit::Form* window = Ctrl->Window()) {
+  if (toolkit::ControlWindow* window = Ctrl->Window()) {
     window->SendKeys("{tab}");
     window->SendKeys("{Home}+{End}");
   }

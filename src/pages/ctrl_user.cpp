@@ -30,8 +30,8 @@ void FillCaption(toolkit::Label& label, const cFieldItem& item) {
 ctrlUser::~ctrlUser() = default;
 
 void ctrlUser::UserControl_Initialize() {
-  const toolkit::Form* window = Window();
-  stored.InitProperties(window ? window->GetFont() : toolkit::Font());
+  toolkit::ControlWindow* window = Window();
+  stored.InitProperties(window ? window->AsControl().GetFont() : toolkit::Font());
   cItems_ = std::make_unique<ControlItems>();
   for (const auto& control : Controls()) cItems_->AddControl(control);
   hooks_.push_back(cItems_->Change.Subscribe([this](toolkit::Control& ctl) { cItems_Change(ctl); }));

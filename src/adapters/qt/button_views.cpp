@@ -33,9 +33,13 @@ CommandButtonView::CommandButtonView(ViewContext& context, toolkit::CommandButto
       button_(button),
       native_(static_cast<QPushButton*>(Widget())) {
   native_->setAutoDefault(false);
-  native_->setDefault(button.Default());
   QObject::connect(native_, &QPushButton::clicked, Hub(),
                    [this] { Context().application.Guard([this] { button_.UserClick(); }); });
+}
+
+void CommandButtonView::ShowStyle() {
+  WidgetView::ShowStyle();
+  native_->setDefault(button_.Default());
 }
 
 void CommandButtonView::ShowText() {

@@ -14,6 +14,7 @@ class CommandButtonView : public WidgetView {
   CommandButtonView(ViewContext& context, toolkit::CommandButton& button);
 
  protected:
+  void ShowStyle() override;
   void ShowText() override;
 
  private:

@@ -8,7 +8,7 @@
 namespace dossierkit::qt {
 
 bool FilterCommitted(QInputMethodEvent& event, toolkit::Control& control, const std::weak_ptr<void>& life) {
-  toolkit::Form* window = control.Window();
+  toolkit::Form* window = toolkit::FormOf(control);
   if (window) window->UserCompose(!event.preeditString().isEmpty());
   if (event.commitString().isEmpty()) return true;
   if (!window) return false;

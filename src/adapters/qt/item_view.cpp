@@ -30,7 +30,7 @@ bool ItemView::Report(const std::function<void()>& report) {
   const auto life = Life();
   Context().application.Guard(report);
   if (life.expired()) return false;
-  Flush();
+  Flush();  // also where the report was ignored
   return true;
 }
 

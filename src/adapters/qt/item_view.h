@@ -17,8 +17,7 @@ class ItemView : public WidgetView {
   bool Want(const QModelIndex& index);
   void DoubleClicked();
   int RowsInSight() const override;
-  // Shows at once what still waits.
-  void Settle() {
+  void Settle() override {
     if (waiting_) Flush();
   }
 

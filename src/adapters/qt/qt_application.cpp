@@ -9,7 +9,6 @@
 #include <QThread>
 #include <utility>
 
-#include "adapters/qt/item_view.h"
 #include "adapters/qt/keys.h"
 #include "adapters/qt/window_view.h"
 #include "platform/toolkit/controls/tab_strip.h"
@@ -165,13 +164,8 @@ void QtApplication::ReportMove(QWidget& widget, const QMouseEvent& event) {
 bool QtApplication::PassKey(QWidget& widget, const QKeyEvent& event) {
   WidgetView* view = ViewOf(widget.window());
   if (!view) return true;
-  auto& form = static_cast<toolkit::Form&>(view->GetControl());
-  const auto keep = form.shared_from_this();
   const QPointer<QWidget> alive = &widget;
-  const bool passed = form.UserKey(StrokeOf(event));
-  // What the key did in a list shows at once.
-  const auto& focus = form.ActiveControl();
-  if (auto* items = focus ? dynamic_cast<ItemView*>(focus->GetView()) : nullptr) items->Settle();
+  const bool passed = static_cast<toolkit::Form&>(view->GetControl()).UserKey(StrokeOf(event));
   return passed && alive;
 }
 
@@ -213,7 +207,7 @@ void QtApplication::FollowFocus(QWidget* now) {
   WidgetView* view = now && own_focus_ == 0 ? NearestView(now) : nullptr;
   if (!view) return;
   toolkit::Control& control = view->GetControl();
-  toolkit::Form* form = control.Window();
+  toolkit::Form* form = toolkit::FormOf(control);
   if (!form || control.HasFocus()) return;
   const bool from_window =
       focus_reason_ == Qt::ActiveWindowFocusReason || focus_reason_ == Qt::PopupFocusReason;

@@ -59,12 +59,12 @@ void WidgetView::Show(Aspect aspect) {
     case Aspect::kFocus: break;
   }
   if (aspect == Aspect::kFocus || aspect == Aspect::kState) {
-    if (toolkit::Form* window = control_.Window()) context_.application.SyncFocus(*window);
+    if (toolkit::Form* window = toolkit::FormOf(control_)) context_.application.SyncFocus(*window);
   }
 }
 
 WindowView* WidgetView::Window() const {
-  const toolkit::Form* window = control_.Window();
+  const toolkit::Form* window = toolkit::FormOf(control_);
   return window ? static_cast<WindowView*>(window->GetView()) : nullptr;
 }
 

@@ -262,7 +262,7 @@ TEST_F(DispatchTest, PageThatFailsToInitialiseLeavesNothingBehind) {
 TEST_F(DispatchTest, PageIsInItsWindowWhileItIsInitialised) {
   struct AskingPage : UserControl {
     using UserControl::UserControl;
-    Form* window = nullptr;
+    ControlWindow* window = nullptr;
     void UserControl_Initialize() override { window = Window(); }
   };
   desktop.RegisterClass("AskingPage",

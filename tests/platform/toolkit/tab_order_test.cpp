@@ -160,7 +160,7 @@ TEST_F(TabOrderTest, WindowWithoutStopsStaysAsItIs) {
   Visit([&] {
     form->RemovePage();
     form->Get("VMenu1")->SetVisible(false);
-    EXPECT_EQ(form->NextTabStop(true), nullptr);
+    EXPECT_EQ(toolkit::Focus().NextTabStop(form->Controls(), true), nullptr);
     EXPECT_EQ(Walk(1, true), (Log{""}));
   });
 }

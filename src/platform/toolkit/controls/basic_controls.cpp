@@ -1,8 +1,7 @@
 #include "platform/toolkit/controls/basic_controls.h"
 
 #include "platform/environment/failure.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
+#include "platform/toolkit/controls/control_window.h"
 
 namespace dossierkit::toolkit {
 
@@ -23,9 +22,24 @@ void Label::SetStyle(bool& style, bool on) {
   ShowAspect(Aspect::kStyle);
 }
 
+void Frame::SetBorder(bool border) {
+  border_ = border;
+  ShowAspect(Aspect::kStyle);
+}
+
+void Image::SetBorder(bool border) {
+  border_ = border;
+  ShowAspect(Aspect::kStyle);
+}
+
 void Image::SetPicture(Picture picture) {
   picture_ = std::move(picture);
   ShowAspect(Aspect::kContent);
+}
+
+void CommandButton::SetDefault(bool on) {
+  default_ = on;
+  ShowAspect(Aspect::kStyle);
 }
 
 void CommandButton::UserClick() {
@@ -59,9 +73,9 @@ void CheckBox::UserToggle() {
 }
 
 void CommonDialog::ShowOpen() {
-  Form* window = Window();
+  ControlWindow* window = Window();
   if (!window) throw environment::MakeFailure(environment::kObjectUnloaded);
-  file_name = window->GetDesktop().ChooseFile(*this);
+  file_name = window->ChooseFile(*this);
 }
 
 }  // namespace dossierkit::toolkit

@@ -44,7 +44,7 @@ class Frame : public CaptionedControl {
  public:
   explicit Frame(std::string name) : CaptionedControl(Kind::kFrame, std::move(name)) {}
   bool Border() const { return border_; }  // without one the caption heads what stands inside
-  void SetBorder(bool border) { border_ = border; }
+  void SetBorder(bool border);
 
  private:
   bool border_ = true;
@@ -77,7 +77,7 @@ class Image : public Control {
   const Picture& GetPicture() const { return picture_; }
   void SetPicture(Picture picture);
   bool Border() const { return border_; }
-  void SetBorder(bool border) { border_ = border; }
+  void SetBorder(bool border);
 
  private:
   Picture picture_;
@@ -89,8 +89,8 @@ class CommandButton : public CaptionedControl {
   explicit CommandButton(std::string name) : CaptionedControl(Kind::kCommandButton, std::move(name)) {}
   environment::Event<> Click;
   bool Default() const { return default_; }  // Enter clicks it wherever the focus is
-  void SetDefault(bool on) { default_ = on; }
-  bool Cancel() const { return cancel_; }  // Esc clicks it
+  void SetDefault(bool on);
+  bool Cancel() const { return cancel_; }  // Esc clicks it; no view shows that
   void SetCancel(bool on) { cancel_ = on; }
   // The user clicked the button, pressed the blank on it, or its mnemonic.
   void UserClick();
@@ -113,10 +113,11 @@ class CheckBox : public CaptionedControl {
   int value_ = 0;
 };
 
-// The request for a file name. Shown by ShowOpen of the desktop's platform.
+// The request for a file name. It has no view.
 class CommonDialog : public Control {
  public:
   explicit CommonDialog(std::string name) : Control(Kind::kCommonDialog, std::move(name)) {}
+  // Read when the dialog opens.
   std::string init_dir;
   std::string file_name;  // the choice after ShowOpen, empty if cancelled
   std::string filter;

@@ -4,9 +4,8 @@
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/control_window.h"
 #include "platform/toolkit/controls/user_control.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 
@@ -28,7 +27,7 @@ Control::~Control() = default;
 
 Control::KeepAlive::KeepAlive(Control& control) : self_(control.weak_from_this().lock()) {
   if (control.owner_) owner_ = control.owner_->weak_from_this().lock();
-  if (Form* window = control.Window()) window_ = window->weak_from_this().lock();
+  if (ControlWindow* window = control.Window()) window_ = window->AsControl().weak_from_this().lock();
 }
 
 Control* Control::Container() const {
@@ -46,10 +45,7 @@ UserControl* Control::Page() {
   return owner_ ? owner_->Page() : nullptr;
 }
 
-Form* Control::Window() {
-  if (kind_ == Kind::kForm) return static_cast<Form*>(this);
-  return owner_ ? owner_->Window() : nullptr;
-}
+ControlWindow* Control::Window() { return owner_ ? owner_->Window() : nullptr; }
 
 void Control::Move(const Rect& place) {
   if (place_ == place) return;
@@ -73,10 +69,7 @@ bool Control::Reachable() {
   if (removed_) return false;
   for (Control* control = this; control; control = control->Container()) {
     if (!control->visible_ || !control->enabled_) return false;
-    if (control->kind_ == Kind::kForm) {
-      const auto* window = static_cast<Form*>(control);
-      return window->Shown() && !window->LoopEnded();
-    }
+    if (control->kind_ == Kind::kForm) return control->Window()->Open();
   }
   return false;
 }
@@ -159,13 +152,19 @@ void Control::SetFocus() {
   Window()->MoveFocus(*this);
 }
 
+void Control::ReceiveFocus() {
+  OnFocus();
+  ShowAspect(Aspect::kFocus);
+  Raise(GotFocus);
+}
+
 bool Control::HasFocus() {
-  Form* window = Window();
+  ControlWindow* window = Window();
   return window && window->ActiveControl().get() == this;
 }
 
 bool Control::Report(const std::function<void()>& event) {
-  Form* window = Window();
+  ControlWindow* window = Window();
   if (!window) return false;
   const KeepAlive keep(*this);
   bool ran = false;
@@ -174,11 +173,12 @@ bool Control::Report(const std::function<void()>& event) {
     ran = true;
     event();
   });
+  if (view_) view_->Settle();
   return ran;
 }
 
 bool Control::TakeFocus() {
-  Form* window = Window();
+  ControlWindow* window = Window();
   return window && window->MoveFocus(*this);
 }
 
@@ -199,7 +199,7 @@ void Control::UserMouseMove(int button, int shift, int x, int y) {
 }
 
 void Control::UserFocus() {
-  Form* window = Window();
+  ControlWindow* window = Window();
   if (!window || HasFocus()) return;
   const KeepAlive keep(*this);
   Report([&] {
@@ -218,13 +218,13 @@ void Control::CreateViews() {
   // A container's view comes first. The owner's exists already.
   if (const auto container = container_.lock(); container && container.get() != owner_)
     container->CreateViews();
-  if (Form* window = Window()) view_ = window->GetDesktop().GetPlatform().CreateView(*this);
+  if (ControlWindow* window = Window()) view_ = window->CreateView(*this);
 }
 
 void Control::DestroyViews() { view_.reset(); }
 
 void Control::OnRemoved() {
-  if (Form* window = Window()) window->ForgetFocusOf(*this);
+  if (ControlWindow* window = Window()) window->ForgetFocusOf(*this);
   removed_ = true;
   DestroyViews();
   owner_ = nullptr;

@@ -14,7 +14,7 @@
 
 namespace dossierkit::toolkit {
 
-class Form;
+class ControlWindow;
 class UserControl;
 
 enum class Kind {
@@ -86,7 +86,7 @@ class Control : public std::enable_shared_from_this<Control> {
   // The page on which it stands, itself for a page; nullptr where there is none.
   UserControl* Page();
   // The window in which it stands; nullptr if in none yet or any more.
-  Form* Window();
+  virtual ControlWindow* Window();
 
   const Rect& Place() const { return place_; }
   virtual void Move(const Rect& place);
@@ -99,6 +99,7 @@ class Control : public std::enable_shared_from_this<Control> {
   // hidden.
   bool Reachable();
 
+  // The order of tab stops and the tag are the model's alone: no view is told.
   int TabIndex() const { return tab_index_; }
   void SetTabIndex(int index) { tab_index_ = index; }
   // False for kinds that never take the focus.
@@ -163,6 +164,9 @@ class Control : public std::enable_shared_from_this<Control> {
   // native widget must not see it.
   virtual bool ActOnKey(const KeyStroke& /*stroke*/) { return false; }
 
+  // The window moved the focus here: shows it and raises GotFocus.
+  void ReceiveFocus();
+
   View* GetView() const { return view_.get(); }
   void ShowAspect(Aspect aspect);
 
@@ -190,7 +194,7 @@ class Control : public std::enable_shared_from_this<Control> {
 
   // Called by the owner's Controls and by the window.
   friend class Controls;
-  friend class Form;
+  friend class ControlWindow;
   friend class UserControl;
   virtual void OnRemoved();
   // The focus came here; GotFocus follows.

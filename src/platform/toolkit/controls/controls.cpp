@@ -4,9 +4,8 @@
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/control_window.h"
 #include "platform/toolkit/controls/user_control.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 
@@ -18,9 +17,9 @@ std::shared_ptr<Control> Controls::Find(std::string_view name) const {
 }
 
 std::shared_ptr<Control> Controls::Add(const std::string& class_name, const std::string& name) {
-  Form* window = owner_.Window();
+  ControlWindow* window = owner_.Window();
   if (!window) throw environment::MakeFailure(environment::kObjectUnloaded);
-  auto control = window->GetDesktop().Create(class_name, name);
+  auto control = window->CreateControl(class_name, name);
   Append(control);
   return control;
 }
@@ -36,7 +35,7 @@ void Controls::Append(const std::shared_ptr<Control>& control) {
     throw;
   }
   items_.push_back(control);
-  Form* window = owner_.Window();
+  ControlWindow* window = owner_.Window();
   if (!window) return;
   if (window->Shown()) control->CreateViews();
   if (page) window->PageAdded(page);

@@ -4,7 +4,6 @@
 
 #include "platform/environment/failure.h"
 #include "platform/environment/value.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 namespace {

@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "platform/environment/text.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
+#include "platform/toolkit/controls/control_window.h"
 
 namespace dossierkit::toolkit {
 
@@ -78,13 +77,13 @@ void EditBox::Step(bool back) {
 
 void EditBox::UserCommand(EditCommand command) {
   Edit([&] {
-    Platform& platform = Window()->GetDesktop().GetPlatform();
+    ControlWindow& window = *Window();
     if ((command == EditCommand::kCut || command == EditCommand::kCopy) && selection_.length > 0)
-      platform.SetClipboardText(environment::Middle(text_, selection_.start, selection_.length));
+      window.SetClipboardText(environment::Middle(text_, selection_.start, selection_.length));
     switch (command) {
       case EditCommand::kUndo: Step(true); break;
       case EditCommand::kRedo: Step(false); break;
-      case EditCommand::kPaste: UserPaste(platform.ClipboardText()); break;
+      case EditCommand::kPaste: UserPaste(window.ClipboardText()); break;
       case EditCommand::kSelectAll: Select(0, Length(text_)); break;
       case EditCommand::kCopy: break;
       case EditCommand::kCut:
@@ -108,7 +107,7 @@ bool EditBox::CanDo(EditCommand command) {
     case EditCommand::kCut:
     case EditCommand::kCopy:
     case EditCommand::kDelete: return selection_.length > 0;
-    case EditCommand::kPaste: return !Window()->GetDesktop().GetPlatform().ClipboardText().empty();
+    case EditCommand::kPaste: return !Window()->ClipboardText().empty();
     case EditCommand::kSelectAll: return selection_.length < Length(text_);
   }
   return false;

@@ -4,8 +4,7 @@
 #include <vector>
 
 #include "platform/environment/text.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
+#include "platform/toolkit/controls/control_window.h"
 
 namespace dossierkit::toolkit {
 namespace {
@@ -94,7 +93,7 @@ void MaskEdBox::UserEdit(EditKind kind, const std::function<bool(Draft&, const C
     if (Fills(Text())) draft = {Characters(Text()), {SelStart(), SelLength()}};
     const auto before = draft.characters;
     const bool accepted = edit(draft, mask);
-    if (!accepted) Window()->GetDesktop().Beep();
+    if (!accepted) Window()->Beep();
     if (!accepted && draft.characters == before) {
       ShowAspect(Aspect::kText);
     } else {

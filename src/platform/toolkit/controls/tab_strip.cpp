@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/environment/failure.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 

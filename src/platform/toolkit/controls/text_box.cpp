@@ -3,9 +3,8 @@
 #include <algorithm>
 
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/control_window.h"
 #include "platform/toolkit/controls/shown_text.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 
@@ -57,7 +56,7 @@ void TextBox::Replace(std::size_t start, std::size_t length, const std::string& 
     const std::size_t kept = size - (end - from);
     const std::size_t wanted = accepted.size();
     accepted = Left(accepted, max_length_ > kept ? max_length_ - kept : 0);
-    if (accepted.size() < wanted) Window()->GetDesktop().Beep();
+    if (accepted.size() < wanted) Window()->Beep();
     if (accepted.ends_with('\r')) accepted.pop_back();
   }
   const std::size_t entered = Length(accepted);

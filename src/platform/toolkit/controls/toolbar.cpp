@@ -2,8 +2,8 @@
 
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/control_window.h"
 #include "platform/toolkit/controls/mnemonic.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 
@@ -16,12 +16,20 @@ void ToolbarButton::SetEnabled(bool enabled) {
 std::string ToolbarButton::AccessibleName() const { return WithoutMnemonic(caption_); }
 
 void Toolbar::AddButton(std::string key, std::string caption, int image, bool checks_field) {
+  CheckDesigning();
   ToolbarButton button(*this, std::move(key), std::move(caption), image);
   button.checks_field_ = checks_field;
   buttons_.push_back(std::move(button));
 }
 
-void Toolbar::AddSeparator() { buttons_.push_back(ToolbarButton(*this, {}, {}, 0)); }
+void Toolbar::AddSeparator() {
+  CheckDesigning();
+  buttons_.push_back(ToolbarButton(*this, {}, {}, 0));
+}
+
+void Toolbar::CheckDesigning() const {
+  if (GetView()) throw environment::MakeFailure(environment::kInvalidCall);
+}
 
 ToolbarButton& Toolbar::Button(std::string_view key) {
   for (auto& button : buttons_) {

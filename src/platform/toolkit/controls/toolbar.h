@@ -37,6 +37,7 @@ class Toolbar : public Control {
  public:
   explicit Toolbar(std::string name) : Control(Kind::kToolbar, std::move(name)) {}
 
+  // Both of the design, before the bar has a view; fail (5) once it has one.
   // `checks_field`: a click lets the field with the focus be checked first, and is dropped if that
   // refuses. A mnemonic stands behind "&" in the caption.
   void AddButton(std::string key, std::string caption, int image, bool checks_field = false);
@@ -53,6 +54,8 @@ class Toolbar : public Control {
   int FindMnemonic(char letter) const;
 
  private:
+  void CheckDesigning() const;
+
   std::vector<ToolbarButton> buttons_;
 };
 
@@ -67,6 +70,7 @@ struct Band {
 class CoolBar : public Control {
  public:
   explicit CoolBar(std::string name) : Control(Kind::kCoolBar, std::move(name)) {}
+  // No view shows the bands.
   const std::vector<Band>& Bands() const { return bands_; }
   void AddBand(const Band& band) { bands_.push_back(band); }
   void SetMinHeight(std::size_t band, int height);

@@ -1,7 +1,6 @@
 #include "platform/toolkit/controls/tree_view.h"
 
 #include "platform/environment/failure.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 
@@ -170,13 +169,19 @@ void TreeView::UserSelect(int node) {
   ShowAspect(Aspect::kSelection);
 }
 
+// What the user opened or closed shows at once, while a program's many may wait.
+void TreeView::ShowFolded() {
+  ShowAspect(Aspect::kSelection);
+  if (View* view = GetView()) view->Settle();
+}
+
 void TreeView::UserExpand(int node, bool expanded) {
   const KeepAlive keep(*this);
   Report([&] {
     if (!nodes_.Has(node) || !TakeFocus()) return;
     if (!Removed() && nodes_.Has(node)) Fold(node, expanded);
   });
-  ShowAspect(Aspect::kSelection);
+  ShowFolded();
 }
 
 int TreeView::Away(int rows) const {
@@ -230,7 +235,7 @@ void TreeView::UserDblClick() {
     if (!Reachable() || node == kNoNode || selected_ != node || nodes_.ChildCount(node) == 0) return;
     Fold(node, !nodes_.Get(node).expanded);
   });
-  ShowAspect(Aspect::kSelection);
+  ShowFolded();
 }
 
 }  // namespace dossierkit::toolkit

@@ -152,6 +152,7 @@ class TreeView : public Control {
   friend class Node;
   void Select(int node);
   void Fold(int node, bool expanded);
+  void ShowFolded();
   int LastUnder(int node) const;
   int Away(int rows) const;  // so many rows below (above) the selected node, as far as there are some
 

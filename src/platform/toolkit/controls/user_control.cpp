@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "platform/toolkit/loop/form.h"
+#include "platform/toolkit/controls/control_window.h"
 
 namespace dossierkit::toolkit {
 
@@ -24,10 +24,25 @@ void UserControl::Move(const Rect& place) {
   if (resized) UserControl_Resize();
 }
 
+void UserControl::PreviewKeyDown(int& key, int shift) {
+  const KeepAlive keep(*this);
+  if (key_preview_) UserControl_KeyDown(key, shift);
+}
+
+void UserControl::PreviewKeyPress(char32_t& key) {
+  const KeepAlive keep(*this);
+  if (key_preview_) UserControl_KeyPress(key);
+}
+
+void UserControl::Appear() {
+  const KeepAlive keep(*this);
+  if (!removed_) UserControl_Show();
+}
+
 void UserControl::OnRemoved() {
   // The page counts as removed before its Terminate, so that nothing done there raises its events or
   // brings the focus back; and it goes also if Terminate fails.
-  if (Form* window = Window()) window->ForgetFocusOf(*this);
+  if (ControlWindow* window = Window()) window->ForgetFocusOf(*this);
   removed_ = true;
   for (const auto& control : controls_) control->removed_ = true;
   std::exception_ptr failure;

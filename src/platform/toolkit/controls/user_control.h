@@ -17,12 +17,17 @@ class UserControl : public Control {
   bool KeyPreview() const { return key_preview_; }
   void Move(const Rect& place) override;
 
+  // Called by the window: a key that the control with the focus would see comes here first, where the keys
+  // are previewed; the page shows for the first time.
+  void PreviewKeyDown(int& key, int shift);
+  void PreviewKeyPress(char32_t& key);
+  void Appear();
+
  protected:
   void SetKeyPreview(bool preview) { key_preview_ = preview; }
 
   // Events of the page itself. Show comes once, when the handler that made the page has ended and
   // the window is visible; Terminate at the removal.
-  friend class Form;
   friend class Controls;
   virtual void UserControl_Initialize() {}
   virtual void UserControl_Show() {}

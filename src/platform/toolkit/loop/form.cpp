@@ -71,7 +71,7 @@ void Form::ShowModal() {
       CreateViews();
       Form_Resize();
       if (!LoopEnded()) Form_Activate();
-      if (!LoopEnded() && !focus_ && shows_.empty()) FocusFirstStop();
+      if (!LoopEnded() && !ActiveControl() && !queue_.HasPages()) FocusFirstStop();
     });
   } catch (...) {
     shown_ = false;
@@ -79,7 +79,7 @@ void Form::ShowModal() {
     throw;
   }
   shown_ = false;
-  sent_keys_.clear();
+  queue_.ForgetKeys();
   DestroyViews();
 }
 
@@ -90,16 +90,14 @@ void Form::Hide() { desktop_.EndLoop(*this); }
 void Form::Unload() {
   if (!loaded_) return;
   loaded_ = false;
-  shows_.clear();
-  sent_keys_.clear();
-  late_size_.reset();
+  queue_.Forget();
   std::exception_ptr failure;
   try {
     controls_->Clear();
   } catch (...) {
     failure = std::current_exception();
   }
-  focus_.reset();
+  focus_.Forget();
   DestroyViews();
   ForgetDesign();
   desktop_.EndLoop(*this);
@@ -117,54 +115,75 @@ void Form::UnloadAfterFailure() {
 void Form::CreateViews() {
   Control::CreateViews();
   if (!loaded_) return;
-  for (const auto& control : *controls_) control->CreateViews();
+  for (const auto& control : *controls_) CreateViewsOf(*control);
 }
 
 void Form::DestroyViews() {
   if (controls_) {
-    for (const auto& control : *controls_) control->DestroyViews();
+    for (const auto& control : *controls_) DestroyViewsOf(*control);
   }
   Control::DestroyViews();
 }
 
-void Form::PageAdded(const std::shared_ptr<UserControl>& page) { shows_.push_back(page); }
+std::unique_ptr<View> Form::CreateView(Control& control) {
+  return desktop_.GetPlatform().CreateView(control);
+}
+
+std::shared_ptr<Control> Form::CreateControl(const std::string& class_name, const std::string& name) {
+  return desktop_.Create(class_name, name);
+}
+
+std::string Form::ChooseFile(const CommonDialog& request) { return desktop_.ChooseFile(request); }
+
+std::string Form::ClipboardText() { return desktop_.GetPlatform().ClipboardText(); }
+
+void Form::SetClipboardText(const std::string& text) { desktop_.GetPlatform().SetClipboardText(text); }
+
+void Form::Beep() { desktop_.Beep(); }
+
+bool Form::Composing() const { return desktop_.Composing(); }
+
+void Form::UserCompose(bool composing) { desktop_.SetComposing(composing); }
+
+void Form::PreviewKeyPress(char32_t& character) {
+  if (key_preview_) Form_KeyPress(character);
+}
+
+// A window that set no focus itself starts on its first tab stop.
+void Form::FocusFirstStop() {
+  if (const auto first = focus_.NextTabStop(*controls_, true)) MoveFocus(*first);
+}
 
 bool Form::Deliver(const std::function<void()>& event) {
   if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) return false;
   const auto keep = weak_from_this().lock();
-  ++depth_;
+  const InputQueue::Event counted(queue_);
   try {
     event();
-    if (depth_ == 1) RunQueues();
+    if (queue_.Outermost()) RunQueue();
   } catch (...) {
     desktop_.Fail(std::current_exception());
   }
-  --depth_;
   return true;
 }
 
-void Form::RunQueues() {
+void Form::RunQueue() {
   while (loaded_ && desktop_.IsTopmost(*this)) {
-    if (late_size_) {
-      const auto [width, height] = *std::exchange(late_size_, std::nullopt);
-      Resize(width, height);
-    } else if (!shows_.empty()) {
-      const auto page = shows_.front().lock();
-      shows_.pop_front();
-      if (page && !page->Removed()) page->UserControl_Show();
-    } else if (!sent_keys_.empty()) {
-      const SentKeys sent = sent_keys_.front();
-      sent_keys_.pop_front();
-      DeliverSentKeys(sent);
+    const auto next = queue_.Next();
+    if (!next) return;
+    if (const auto* size = std::get_if<Size>(&*next)) {
+      Resize(size->width, size->height);
+    } else if (const auto* page = std::get_if<std::shared_ptr<UserControl>>(&*next)) {
+      (*page)->Appear();
     } else {
-      return;
+      keys_.Send(std::get<SentKeys>(*next).keys);
     }
   }
 }
 
 void Form::SendKeys(const std::string& keys) {
-  UserControl* page = focus_ ? focus_->Page() : nullptr;
-  sent_keys_.push_back({keys, page ? page->weak_from_this() : std::weak_ptr<Control>(), page != nullptr});
+  UserControl* page = ActiveControl() ? ActiveControl()->Page() : nullptr;
+  queue_.AddKeys({keys, page ? page->weak_from_this() : std::weak_ptr<Control>(), page != nullptr});
 }
 
 void Form::UserClose() {
@@ -176,14 +195,19 @@ void Form::UserClose() {
 }
 
 void Form::UserResize(int width, int height) {
-  late_size_.reset();
-  if (!Deliver([&] { Resize(width, height); })) late_size_ = {width, height};
+  queue_.SetSize({});
+  if (!Deliver([&] { Resize(width, height); })) queue_.SetSize(Size{width, height});
 }
 
 void Form::Resize(int width, int height) {
   if (width == Place().width && height == Place().height) return;
   Move({Place().left, Place().top, width, height});
   Form_Resize();
+}
+
+Form* FormOf(Control& control) {
+  ControlWindow* window = control.Window();
+  return window ? static_cast<Form*>(&window->AsControl()) : nullptr;
 }
 
 }  // namespace dossierkit::toolkit

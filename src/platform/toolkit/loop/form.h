@@ -1,17 +1,16 @@
-// Form: a modal window. Loading, showing, unloading; focus, keys and dispatch inside it.
+// Form: a modal window: loading, showing, unloading, and the reports of its view.
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "platform/toolkit/controls/basic_controls.h"
 #include "platform/toolkit/controls/controls.h"
+#include "platform/toolkit/focus/focus.h"
+#include "platform/toolkit/focus/key_input.h"
+#include "platform/toolkit/loop/input_queue.h"
 
 namespace dossierkit::toolkit {
 
@@ -31,7 +30,7 @@ struct FormPanes {
 
 // A derived window builds its controls in BuildDesign. Its own variables survive unloading; the
 // controls do not. A window must live in a shared pointer while shown.
-class Form : public Control {
+class Form : public Control, public KeyWindow {
  public:
   Form(Desktop& desktop, std::string name);
   ~Form() override;
@@ -58,51 +57,54 @@ class Form : public Control {
   // Destroys the controls and ends the loop.
   void Unload();
   bool Loaded() const { return loaded_; }
-  bool Shown() const { return shown_; }
+  bool Shown() const override { return shown_; }
+  bool Open() const override { return shown_ && !LoopEnded(); }
   bool InVisit() const { return loading_ || shown_; }  // from the load to the end of ShowModal
   bool LoopEnded() const;  // no loop of this window runs, or it is about to return
 
   // The controls; throws 364 while the window is unloaded.
   toolkit::Controls& Controls();
 
-  // --- focus -----------------------------------------------------------------------------------
-  const std::shared_ptr<Control>& ActiveControl() const { return focus_; }
-  // Moves the focus: Validate, LostFocus, GotFocus. False if the check refused or the control went.
-  bool MoveFocus(Control& to);
-  // The check of a focus change without the change, for a toolbar button. False if it refused.
-  bool CheckFocus();
-  // The next reachable tab stop after (or before) the focus, on no hidden tab; nullptr where there is
-  // none.
-  std::shared_ptr<Control> NextTabStop(bool forward);
+  // --- as its controls see it: see control_window.h --------------------------------------------
+  Control& AsControl() override { return *this; }
+  ControlWindow* Window() override { return this; }
+  bool Deliver(const std::function<void()>& event) override;  // all input runs through it
+  void PageAdded(const std::shared_ptr<UserControl>& page) override { queue_.AddPage(page); }
+  void SendKeys(const std::string& keys) override;
+  const std::shared_ptr<Control>& ActiveControl() const override { return focus_.Present(); }
+  bool MoveFocus(Control& to) override { return focus_.Move(to); }
+  bool CheckFocus() override { return focus_.Check(); }
+  void ForgetFocusOf(const Control& removed) override { focus_.ForgetOf(removed); }
+  std::unique_ptr<View> CreateView(Control& control) override;
+  std::shared_ptr<Control> CreateControl(const std::string& class_name, const std::string& name) override;
+  std::string ChooseFile(const CommonDialog& request) override;
+  std::string ClipboardText() override;
+  void SetClipboardText(const std::string& text) override;
+  void Beep() override;
+  const toolkit::Controls* LoadedControls() const override { return loaded_ ? controls_.get() : nullptr; }
+  bool Composing() const override;
+  void PreviewKeyPress(char32_t& character) override;
 
   // --- reports of the view ---------------------------------------------------------------------
-  // All input runs through Deliver: one event of the user, with whatever it queues. Ignored while
-  // the window is not the topmost modal one; gives false then. Never throws: a failure ends the
-  // window's loop.
-  bool Deliver(const std::function<void()>& event);
   // A key was pressed, whichever control has the focus. In turn, as long as nobody took it: Enter that ends a
   // composition goes nowhere; Tab and Shift+Tab move the focus; a mnemonic clicks its button or check box;
   // KeyDown; KeyPress for each of its characters; what the key means to the control that has the focus. True
   // where the native widget of that control is to do the rest: move a caret, edit a text, press a button.
-  bool UserKey(const KeyStroke& stroke);
+  bool UserKey(const KeyStroke& stroke) { return keys_.Key(stroke); }
   // An input method composes a text, or does so no longer. A message box or window that opens ends it.
   void UserCompose(bool composing);
   // An input method hands over a text: it passes KeyPress character by character, with no KeyDown. Gives the
   // characters that were not swallowed, which the control that has the focus is to enter; none where that
   // control went meanwhile.
-  std::string UserCommit(const std::string& text);
+  std::string UserCommit(const std::string& text) { return keys_.Commit(text); }
   // Parts of UserKey. A key went down or a character came; false if it must go no further, as where the focus
   // moved. F4 and Alt+Down that nobody swallowed raise DblClick of a text box, and do nothing else.
-  bool UserKeyDown(int key, int shift);
-  bool UserKeyPress(char32_t character);
-  void UserTab(bool forward);
+  bool UserKeyDown(int key, int shift) { return keys_.KeyDown(key, shift); }
+  bool UserKeyPress(char32_t character) { return keys_.KeyPress(character); }
+  void UserTab(bool forward) { keys_.Tab(forward); }
   void UserClose();  // the close box
   // The outer size, in twips. Form_Resize comes at once, or after the message box or window above.
   void UserResize(int width, int height);
-
-  // Queues "{tab}" or "{Home}+{End}" for after the present event; dropped if the page that has the
-  // focus now is gone by then.
-  void SendKeys(const std::string& keys);
 
  protected:
   virtual void BuildDesign() = 0;
@@ -119,30 +121,15 @@ class Form : public Control {
   // Of the design: toolbar and menu stay in sight on every screen, `scrolled` alone scrolls.
   void SetPanes(Control& bar, Control& side, Control& scrolled);
 
-  friend class Control;
-  friend class toolkit::Controls;
-  friend class UserControl;
   void CreateViews() override;
   void DestroyViews() override;
 
  private:
-  struct SentKeys {
-    std::string keys;
-    std::weak_ptr<Control> page;
-    bool had_page;
-  };
-
   void Load();
   void UnloadAfterFailure();
-  void PageAdded(const std::shared_ptr<UserControl>& page);
   void FocusFirstStop();
-  void ForgetFocusOf(const Control& removed);
-  void RunQueues();
+  void RunQueue();
   void Resize(int width, int height);
-  std::shared_ptr<Control> KeyTarget() const;
-  bool ClickButtonOf(int key);
-  void DeliverSentKeys(const SentKeys& sent);
-  std::vector<std::shared_ptr<Control>> TabOrder() const;
 
   Desktop& desktop_;
   std::string caption_;
@@ -154,14 +141,14 @@ class Form : public Control {
   bool loading_ = false;  // by ShowModal
   bool loaded_ = false;
   bool shown_ = false;
-  bool checking_ = false;  // a Validate is being raised
-  int depth_ = 0;          // of events being delivered
   std::shared_ptr<toolkit::Controls> controls_;
-  std::shared_ptr<Control> focus_;
-  std::deque<std::weak_ptr<UserControl>> shows_;
-  std::deque<SentKeys> sent_keys_;
-  std::optional<std::pair<int, int>> late_size_;  // came while something stood above this window
+  Focus focus_;
+  KeyInput keys_{*this, focus_};
+  InputQueue queue_;
   FormPanes panes_;
 };
+
+// The window in which a control stands; nullptr if in none yet or any more.
+Form* FormOf(Control& control);
 
 }  // namespace dossierkit::toolkit

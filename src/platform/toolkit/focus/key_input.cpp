@@ -1,12 +1,12 @@
-// The part of a window that decides what a key passes through and where it goes.
+#include "platform/toolkit/focus/key_input.h"
+
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/basic_controls.h"
 #include "platform/toolkit/controls/mnemonic.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/text_box.h"
 #include "platform/toolkit/controls/toolbar.h"
 #include "platform/toolkit/controls/user_control.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::toolkit {
 namespace {
@@ -43,53 +43,58 @@ bool ClickMnemonicIn(const Controls& controls, char letter) {
 
 }  // namespace
 
-bool Form::UserKey(const KeyStroke& stroke) {
-  const auto keep = shared_from_this();
-  if (desktop_.Composing() && stroke.code == kKeyReturn) return false;  // it only ends the composition
+bool KeyInput::Key(const KeyStroke& stroke) {
+  const auto keep = window_.AsControl().shared_from_this();
+  if (window_.Composing() && stroke.code == kKeyReturn) return false;  // it only ends the composition
   if (stroke.code == kKeyTab && !(stroke.shift & (kCtrl | kAlt))) {
-    UserTab(!(stroke.shift & kShift));
+    Tab(!(stroke.shift & kShift));
     return false;
   }
-  if (const char letter = MnemonicKeyOf(stroke); letter && loaded_ && ClickMnemonicIn(*controls_, letter))
-    return false;
-  if (stroke.code != 0 && !UserKeyDown(stroke.code, stroke.shift)) return false;
+  if (const char letter = MnemonicKeyOf(stroke); letter != 0) {
+    if (const Controls* controls = window_.LoadedControls(); controls && ClickMnemonicIn(*controls, letter))
+      return false;
+  }
+  if (stroke.code != 0 && !KeyDown(stroke.code, stroke.shift)) return false;
   for (const char32_t character : CharactersOf(stroke)) {
-    if (!UserKeyPress(character)) return false;
+    if (!KeyPress(character)) return false;
   }
-  const auto target = KeyTarget();
+  const auto target = focus_.KeyTarget();
   return !target || !target->ActOnKey(stroke);
 }
 
-void Form::UserCompose(bool composing) { desktop_.SetComposing(composing); }
-
-std::string Form::UserCommit(const std::string& text) {
-  const auto keep = shared_from_this();
-  const auto target = focus_;
+std::string KeyInput::Commit(const std::string& text) {
+  const auto keep = window_.AsControl().shared_from_this();
+  const auto target = focus_.Present();
   std::string passed;
   for (std::size_t position = 0; position < text.size();) {
     const char32_t character = environment::NextCharacter(text, position);
-    if (UserKeyPress(character)) passed += environment::Encode(character);
+    if (KeyPress(character)) passed += environment::Encode(character);
     if (target && target->Removed()) return {};
   }
   return passed;
 }
 
-// A control that was disabled or hidden while it has the focus keeps it, but gets no keys.
-std::shared_ptr<Control> Form::KeyTarget() const { return focus_ && focus_->Reachable() ? focus_ : nullptr; }
+void KeyInput::Tab(bool forward) {
+  window_.Deliver([&] {
+    const Controls* controls = window_.LoadedControls();
+    const auto next = controls ? focus_.NextTabStop(*controls, forward) : nullptr;
+    if (!next || !focus_.Move(*next)) return;
+    // As on every desktop; what is typed replaces the text.
+    if (auto* box = dynamic_cast<TextBox*>(next.get()); box && !box->MultiLine())
+      box->Select(0, environment::Length(box->Text()));
+  });
+}
 
-bool Form::UserKeyDown(int key, int shift) {
+bool KeyInput::KeyDown(int key, int shift) {
   bool passed = false;
   std::shared_ptr<Control> target;
-  Deliver([&] {
-    target = KeyTarget();
+  window_.Deliver([&] {
+    target = focus_.KeyTarget();
     if (shift == 0 && ClickButtonOf(key)) return;
     if (target) {
-      if (UserControl* page = target->Page(); page && page->KeyPreview()) {
-        const auto keep = page->shared_from_this();
-        page->UserControl_KeyDown(key, shift);
-      }
+      if (UserControl* page = target->Page()) page->PreviewKeyDown(key, shift);
       if (key != 0) target->Raise(target->KeyDown, key, shift);
-      if (ChoosesByKey(key, shift) && KeyTarget() == target) {
+      if (ChoosesByKey(key, shift) && focus_.KeyTarget() == target) {
         if (auto* box = dynamic_cast<TextBox*>(target.get())) {
           key = 0;
           box->Raise(box->DblClick);
@@ -98,19 +103,21 @@ bool Form::UserKeyDown(int key, int shift) {
     }
     passed = key != 0;
   });
-  return passed && KeyTarget() == target;
+  return passed && focus_.KeyTarget() == target;
 }
 
 // Enter clicks the window's default button and Esc its cancel button, where it has one.
-bool Form::ClickButtonOf(int key) {
-  if (key != kKeyReturn && key != kKeyEscape) return false;
-  for (const auto& control : *controls_) {
+bool KeyInput::ClickButtonOf(int key) {
+  const Controls* controls = window_.LoadedControls();
+  if (!controls || (key != kKeyReturn && key != kKeyEscape)) return false;
+  for (const auto& control : *controls) {
     auto* button = dynamic_cast<CommandButton*>(control.get());
     if (!button || !button->Reachable() || !(key == kKeyReturn ? button->Default() : button->Cancel()))
       continue;
     // A button that has the focus takes Enter itself.
-    if (key == kKeyReturn && focus_ && focus_->GetKind() == Kind::kCommandButton) {
-      button = static_cast<CommandButton*>(focus_.get());
+    const auto& focus = focus_.Present();
+    if (key == kKeyReturn && focus && focus->GetKind() == Kind::kCommandButton) {
+      button = static_cast<CommandButton*>(focus.get());
     }
     button->UserClick();
     return true;
@@ -118,22 +125,30 @@ bool Form::ClickButtonOf(int key) {
   return false;
 }
 
-bool Form::UserKeyPress(char32_t character) {
+bool KeyInput::KeyPress(char32_t character) {
   bool passed = false;
   std::shared_ptr<Control> target;
-  Deliver([&] {
-    target = KeyTarget();
-    if (key_preview_) Form_KeyPress(character);
+  window_.Deliver([&] {
+    target = focus_.KeyTarget();
+    window_.PreviewKeyPress(character);
     if (target && character != 0) {
-      if (UserControl* page = target->Page(); page && page->KeyPreview()) {
-        const auto keep = page->shared_from_this();
-        page->UserControl_KeyPress(character);
-      }
+      if (UserControl* page = target->Page()) page->PreviewKeyPress(character);
       if (character != 0) target->Raise(target->KeyPress, character);
     }
     passed = character != 0;
   });
-  return passed && KeyTarget() == target;
+  return passed && focus_.KeyTarget() == target;
+}
+
+void KeyInput::Send(const std::string& keys) {
+  if (keys == "{tab}") {
+    const Controls* controls = window_.LoadedControls();
+    if (const auto next = controls ? focus_.NextTabStop(*controls, true) : nullptr) focus_.Move(*next);
+    return;
+  }
+  // {Home}+{End}: the whole text.
+  if (auto* box = dynamic_cast<EditBox*>(focus_.Present().get()))
+    box->Select(0, environment::Length(box->Text()));
 }
 
 }  // namespace dossierkit::toolkit
