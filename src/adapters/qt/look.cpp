@@ -67,18 +67,9 @@ QColor SelectionColor() { return QColor(0xD3, 0xE4, 0xF7); }
 QColor SelectedTextColor() { return kAccent.darker(135); }
 QColor SoftInkColor() { return QColor(0x57, 0x63, 0x73); }
 
-int Metrics::Pixels(double twips) const {
-  return static_cast<int>(std::lround(twips * scale_ / kTwipsPerPixel));
-}
-
-int Metrics::Twips(double pixels) const {
-  return static_cast<int>(std::lround(pixels * kTwipsPerPixel / scale_));
-}
-
 QRect Metrics::Pixels(const toolkit::Rect& place) const {
-  const int left = Pixels(place.left);
-  const int top = Pixels(place.top);
-  return {left, top, Pixels(place.left + place.width) - left, Pixels(place.top + place.height) - top};
+  const toolkit::Rect pixels = scale_.Pixels(place);
+  return {pixels.left, pixels.top, pixels.width, pixels.height};
 }
 
 QFont Metrics::FontOf(const toolkit::Font& font) const {

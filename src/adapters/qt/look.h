@@ -8,13 +8,11 @@
 #include <QRect>
 #include <algorithm>
 
-#include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/loop/scale.h"
 
 class QPainter;
 
 namespace dossierkit::qt {
-
-inline constexpr double kTwipsPerPixel = 15.0;  // at 96 dpi
 
 // The palette of the whole program: calm, with enough contrast for a working day.
 QPalette ProgramPalette();
@@ -43,21 +41,21 @@ inline constexpr double kBarWidth = 3;  // at the left of a chosen item, in pixe
 class Metrics {
  public:
   explicit Metrics(double scale) : scale_(scale) {}
-  int Pixels(double twips) const;
-  int Twips(double pixels) const;
-  // By edges, so that neighbours stay neighbours.
+  const toolkit::Scale& GetScale() const { return scale_; }
+  int Pixels(double twips) const { return scale_.Pixels(twips); }
+  int Twips(double pixels) const { return scale_.Twips(pixels); }
   QRect Pixels(const toolkit::Rect& place) const;
   // `pixels` of a design at 96 dpi.
-  int Scaled(double pixels) const { return Pixels(pixels * kTwipsPerPixel); }
+  int Scaled(double pixels) const { return Pixels(pixels * toolkit::kTwipsPerPixel); }
   // How wide the edge of a box is, how wide that of the one that has the keyboard, how round both are.
-  int Edge() const { return std::max(1, static_cast<int>(scale_)); }
+  int Edge() const { return std::max(1, static_cast<int>(scale_.Factor())); }
   int Ring() const { return Scaled(2); }
-  double Radius() const { return 3 * scale_; }
+  double Radius() const { return 3 * scale_.Factor(); }
   QFont FontOf(const toolkit::Font& font) const;
   QFont ProgramFont() const;
 
  private:
-  double scale_;
+  toolkit::Scale scale_;
 };
 
 // Fills a box and draws its edge, inside `place`.

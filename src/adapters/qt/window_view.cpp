@@ -59,18 +59,19 @@ QWidget* MakeWindow(ViewContext& context) {
 }  // namespace
 
 WindowView::WindowView(ViewContext& context, toolkit::Form& form)
-    : WidgetView(context, form, MakeWindow(context)), place_(form.Place()) {
+    : WidgetView(context, form, MakeWindow(context)),
+      layout_(form, context.metrics.GetScale()),
+      place_(form.Place()) {
   area_ = new QScrollArea(Widget());
   area_->setFrameShape(QFrame::NoFrame);
   area_->setFocusPolicy(Qt::NoFocus);
   content_ = new QWidget(area_);
-  panes_ = !form.Panes().scrolled.expired();
-  if (panes_) {
-    const toolkit::Rect scrolled = DesignPanes().scrolled;
+  const toolkit::Size scrolled = layout_.ScrolledSize();
+  if (layout_.HasPanes()) {
     content_->resize(scrolled.width, scrolled.height);
   } else {
     area_->setWidgetResizable(true);
-    content_->setMinimumSize(DesignSize());
+    content_->setMinimumSize(scrolled.width, scrolled.height);
   }
   area_->setWidget(content_);
   // Scroll bars that come or go change what is in sight, a little after the window's size.
@@ -86,57 +87,23 @@ WindowView::~WindowView() { Context().application.RemoveWindow(*this); }
 
 toolkit::Form& WindowView::GetForm() const { return static_cast<toolkit::Form&>(GetControl()); }
 
-QSize WindowView::DesignSize() const {
-  return {GetMetrics().Pixels(GetForm().DesignWidth()), GetMetrics().Pixels(GetForm().DesignHeight())};
-}
-
-toolkit::Panes WindowView::DesignPanes() const {
-  const auto place = [this](const std::weak_ptr<toolkit::Control>& pane) {
-    const auto control = pane.lock();
-    return control ? FromQt(GetMetrics().Pixels(control->Place())) : toolkit::Rect();
-  };
-  const auto& panes = GetForm().Panes();
-  return {place(panes.bar), place(panes.side), place(panes.scrolled)};
-}
-
-toolkit::Panes WindowView::ShownPanes() const {
-  return toolkit::FitPanes(DesignPanes(), FromQt(Widget()->size()));
-}
-
 QWidget* WindowView::ContentFor(const toolkit::Control& child) const {
-  return panes_ && &child != GetForm().Panes().scrolled.lock().get() ? Widget() : content_;
+  return layout_.Scrolls(child) ? content_ : Widget();
 }
 
 QRect WindowView::ShownPlace(const toolkit::Control& control) const {
-  const QRect place = GetMetrics().Pixels(control.Place());
-  if (!panes_) return place;
-  const auto& panes = GetForm().Panes();
-  const auto side = panes.side.lock();
-  if (&control == panes.bar.lock().get()) return ToQt(ShownPanes().bar);
-  if (&control == side.get()) return ToQt(ShownPanes().side);
-  if (&control == panes.scrolled.lock().get()) return {QPoint(0, 0), place.size()};
-  if (control.Container() != side.get()) return place;
-  return ToQt(toolkit::FollowLowerEdge(FromQt(place), DesignPanes().side, ShownPanes().side));
+  return ToQt(layout_.ShownPlace(control, FromQt(Widget()->size())));
 }
 
 // Opens, or opens once more, where the frame leaves room for it.
 void WindowView::Place(const QMargins& frame) {
   QWidget& window = *Widget();
   const QWidget* owner = GetForm().CenteredOnOwner() ? window.parentWidget() : nullptr;
-  toolkit::WindowRequest request;
-  request.client = request.content = FromQt(DesignSize());
-  if (panes_) {
-    const toolkit::Rect scrolled = DesignPanes().scrolled;
-    request.content = {scrolled.left + scrolled.width, scrolled.top + scrolled.height};
-  }
+  toolkit::WindowRequest request = layout_.Opening();
   request.scroll_bar = area_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   request.frame = FromQt(frame);
   request.screen = FromQt(window.screen()->availableGeometry());
   request.over = owner ? FromQt(owner->frameGeometry()) : request.screen;
-  if (const auto& place = GetForm().Place(); place.left != 0 || place.top != 0) {
-    request.at_corner = true;
-    request.corner = {GetMetrics().Pixels(place.left), GetMetrics().Pixels(place.top)};
-  }
   const QRect client = ToQt(toolkit::PlaceWindow(request));
   opened_ = client.size();
   if (!GetForm().Sizable()) window.setFixedSize(opened_);
@@ -173,15 +140,8 @@ void WindowView::Framed() {
 void WindowView::Withdraw() { Widget()->hide(); }
 
 void WindowView::Arrange() {
-  if (!panes_) {
-    area_->setGeometry(Widget()->rect());
-    return;
-  }
-  area_->setGeometry(ToQt(ShownPanes().scrolled));
-  const auto side = GetForm().Panes().side.lock();
-  if (!GetForm().Loaded()) return;
-  for (const auto& control : GetForm().Controls()) {
-    if (control->Container() != &GetForm() && control->Container() != side.get()) continue;
+  area_->setGeometry(ToQt(layout_.Viewport(FromQt(Widget()->size()))));
+  for (const auto& control : layout_.Stretched()) {
     if (auto* view = static_cast<WidgetView*>(control->GetView())) view->Show(toolkit::Aspect::kPlacement);
   }
 }
@@ -229,16 +189,8 @@ void WindowView::Resized() {
   Arrange();
   BringFocusIntoSight();
   const auto keep = GetForm().shared_from_this();
-  // A smaller window scrolls: for the model it keeps the size of its design.
-  const QSize design = DesignSize();
-  const QSize client = Widget()->size().expandedTo(design);
-  const auto& metrics = GetMetrics();
-  const int width =
-      client.width() == design.width() ? GetForm().DesignWidth() : metrics.Twips(client.width());
-  const int height =
-      client.height() == design.height() ? GetForm().DesignHeight() : metrics.Twips(client.height());
-  Context().application.Guard(
-      [&] { GetForm().UserResize(width + toolkit::kBorderWidth, height + toolkit::kBorderHeight); });
+  const toolkit::Size size = layout_.ModelSize(FromQt(Widget()->size()));
+  Context().application.Guard([&] { GetForm().UserResize(size.width, size.height); });
 }
 
 void WindowView::ShowPlacement() {

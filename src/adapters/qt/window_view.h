@@ -3,7 +3,7 @@
 #pragma once
 
 #include "adapters/qt/widget_view.h"
-#include "platform/toolkit/loop/placement.h"
+#include "platform/toolkit/loop/window_layout.h"
 
 class QScrollArea;
 
@@ -45,16 +45,13 @@ class WindowView : public WidgetView {
 
  private:
   toolkit::Form& GetForm() const;
-  QSize DesignSize() const;
-  toolkit::Panes DesignPanes() const;
-  toolkit::Panes ShownPanes() const;
   void Place(const QMargins& frame);
   void Arrange();
   void BringFocusIntoSight();
 
   QScrollArea* area_ = nullptr;
   QWidget* content_ = nullptr;
-  bool panes_ = false;   // the form names what scrolls
+  toolkit::WindowLayout layout_;
   toolkit::Rect place_;  // as the program set it last
   QSize opened_;         // the size given to the window when it opened
   bool presented_ = false;
