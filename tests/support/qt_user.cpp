@@ -32,6 +32,8 @@ Qt::Key KeyOf(int key) {
     case toolkit::kKeyTab: return Qt::Key_Tab;
     case toolkit::kKeyReturn: return Qt::Key_Return;
     case toolkit::kKeyEscape: return Qt::Key_Escape;
+    case toolkit::kKeyPageUp: return Qt::Key_PageUp;
+    case toolkit::kKeyPageDown: return Qt::Key_PageDown;
     case toolkit::kKeyEnd: return Qt::Key_End;
     case toolkit::kKeyHome: return Qt::Key_Home;
     case toolkit::kKeyLeft: return Qt::Key_Left;
@@ -42,6 +44,7 @@ Qt::Key KeyOf(int key) {
     case toolkit::kKeyDelete: return Qt::Key_Delete;
     case toolkit::kKeyF4: return Qt::Key_F4;
     case 188: return Qt::Key_Comma;
+    case 222: return Qt::Key_Apostrophe;
     case 190: return Qt::Key_Period;
     default: return static_cast<Qt::Key>(key);
   }

@@ -1,5 +1,7 @@
 #include "platform/toolkit/focus/key_input.h"
 
+#include <algorithm>
+
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/basic_controls.h"
 #include "platform/toolkit/controls/mnemonic.h"
@@ -55,9 +57,15 @@ bool KeyInput::Key(const KeyStroke& stroke) {
       return false;
   }
   if (stroke.code != 0 && !KeyDown(stroke.code, stroke.shift)) return false;
-  for (const char32_t character : CharactersOf(stroke)) {
+  const std::u32string characters = CharactersOf(stroke);
+  for (const char32_t character : characters) {
     if (!KeyPress(character)) return false;
   }
+  // A text for which no KeyPress came, as of Alt and an apostrophe, is entered by no widget either.
+  if (characters.empty() && std::any_of(stroke.text.begin(), stroke.text.end(), [](char32_t character) {
+        return character >= 32 && character != 127;
+      }))
+    return false;
   const auto target = focus_.KeyTarget();
   return !target || !target->ActOnKey(stroke);
 }
