@@ -1,6 +1,8 @@
 # cmake --install: libraries, public headers, package files; the demo host and what it needs.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
+# What is not there for development.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/DossierKit)
 set(share ${CMAKE_INSTALL_DATADIR}/dossierkit)
 
@@ -64,5 +66,5 @@ install(FILES data/icons/USER.ICO data/icons/xinxj.ico DESTINATION ${share})
 if(TARGET dossier)
   install(TARGETS dossier RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES ${SAMPLE_DATABASE} ${EMPTY_DATABASE} DESTINATION ${share})
-  install(DIRECTORY data/photos/ DESTINATION ${share}/photos FILES_MATCHING PATTERN *.jpg)
+  install(DIRECTORY data/photos/ DESTINATION ${share}/photos FILES_MATCHING PATTERN *.jpg PATTERN svg EXCLUDE)
 endif()

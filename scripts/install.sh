@@ -26,5 +26,5 @@ install_packages() {
 build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libsqlite3-dev sqlite3 fonts-wqy-zenhei)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-format python3
   xvfb dbus at-spi2-core python3-pyatspi)
-# What the sanitizers, the static analysis and the fuzz targets need besides.
-check_packages=(clang libclang-rt-dev clang-tidy libjpeg-dev)
+# What the sanitizers, the static analysis, the fuzz targets and the packages need besides.
+check_packages=(clang libclang-rt-dev clang-tidy libjpeg-dev dpkg-dev lintian desktop-file-utils appstream)
