@@ -301,10 +301,10 @@ TEST_F(Program, WorkingCopiesOfAProtectedSampleCanBeWritten) {
   fs::create_directories(In("bin"));
   fs::copy(program, In("bin"));
   fs::copy(program.parent_path().parent_path() / "share", In("share"), fs::copy_options::recursive);
-  PutBadPhotograph(In("share/photos"));
+  PutBadPhotograph(In("share/dossierkit/photos"));
   const fs::perms kRead = fs::perms(0444);
-  fs::permissions(In("share/sample.db"), kRead);
-  fs::permissions(In("share/photos/" + kPerson + ".jpg"), kRead);
+  fs::permissions(In("share/dossierkit/sample.db"), kRead);
+  fs::permissions(In("share/dossierkit/photos/" + kPerson + ".jpg"), kRead);
   const std::string command = "XDG_DATA_HOME='" + In("data").string() + "' '" +
                               (In("bin") / program.filename()).string() + "' --person " + kPerson +
                               " >/dev/null 2>&1 </dev/null";
