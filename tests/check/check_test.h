@@ -41,7 +41,7 @@ class Check : public testing::TestWithParam<Mutation> {
  protected:
   Texts Faults() { return TextsOf(check::CheckDatabase(*database)); }
 
-  std::shared_ptr<sqlite::SqliteConnection> database = SampleDatabase();
+  std::shared_ptr<Database> database = SampleDatabase();
 };
 
 }  // namespace dossierkit::tests

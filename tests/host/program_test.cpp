@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 
+#include "adapters/sqlite/sqlite_connection.h"
 #include "platform/ado/recordset.h"
 #include "tests/support/offscreen_complaints.h"
 #include "tests/support/paths.h"

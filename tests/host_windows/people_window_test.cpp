@@ -60,7 +60,7 @@ class PeopleWindows : public testing::Test {
   }
 
   qt::QtPlatform platform_;
-  std::shared_ptr<sqlite::SqliteConnection> database_ = SampleDatabase();
+  std::shared_ptr<tests::Database> database_ = SampleDatabase();
   std::vector<VisitRequest> visits_;
   std::function<void()> in_visit_ = [] {};
   PeopleWindow window_{database_, [this](const VisitRequest& request, QWidget&) {

@@ -52,7 +52,7 @@ class HostVisits : public testing::Test {
   }
 
   tests::StagePlatform stage_;
-  std::shared_ptr<sqlite::SqliteConnection> database_ = tests::SampleDatabase();
+  std::shared_ptr<tests::Database> database_ = tests::SampleDatabase();
   Component component_{stage_, "/opt/dossier"};
   Visits visits_{database_, database_, "/no photographs"};
   tests::StageUser user_{TheRuntime().desktop};

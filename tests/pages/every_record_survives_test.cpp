@@ -13,7 +13,7 @@ namespace {
 using Texts = std::vector<std::string>;
 
 // The rows of a person in a set, without the number of the record.
-Texts RecordsOf(sqlite::SqliteConnection& database, const std::string& set, const std::string& person) {
+Texts RecordsOf(Database& database, const std::string& set, const std::string& person) {
   const auto rows = database.Execute("select * from " + set + " where A00='" + person + "'");
   Texts records;
   for (std::int32_t row = 1; row <= rows->RecordCount(); ++row) {

@@ -47,7 +47,7 @@ struct Outcome {
   std::string thrown;           // the description of the failure that left ShowDossier
   bool open_after_act = false;  // the window stood open behind the command
   bool loaded_after = false;    // after ShowDossier
-  std::shared_ptr<sqlite::SqliteConnection> database;
+  std::shared_ptr<Database> database;
 };
 
 bool IsRead(const std::string& statement) {
@@ -56,7 +56,7 @@ bool IsRead(const std::string& statement) {
 }
 
 // All rows of all tables that are not code tables, with identifiers that were drawn meanwhile made equal.
-Texts Dump(sqlite::SqliteConnection& database, const std::set<std::string>& known) {
+Texts Dump(Database& database, const std::set<std::string>& known) {
   static const Texts sets = {"A01", "A02", "A03", "A04", "A05", "A06", "A08", "A09",
                              "A10", "A11", "A12", "A13", "A14", "A15", "A21", "B01"};
   Texts dump;

@@ -1,24 +1,12 @@
 #include "tests/support/visit.h"
 
-#include <fstream>
-#include <iterator>
 #include <new>
 #include <stdexcept>
 
 #include "metadata/field_items.h"
 #include "platform/ado/recordset.h"
-#include "tests/support/paths.h"
 
 namespace dossierkit::tests {
-
-std::shared_ptr<sqlite::SqliteConnection> SampleDatabase() {
-  static const std::string bytes = [] {
-    std::ifstream file(SampleDatabaseFile(), std::ios::binary);
-    if (!file) throw std::runtime_error("no sample database at " + SampleDatabaseFile());
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-  }();
-  return sqlite::SqliteConnection::OpenInMemory(bytes);
-}
 
 std::vector<std::string> Rows(ado::Connection& database, const std::string& query) {
   const auto rows = database.Execute(query);

@@ -1,4 +1,4 @@
-// Visit: the component on a fresh sample database in memory, on one of the stages.
+// Visit: the component on a fresh sample database, on one of the stages.
 #pragma once
 
 #include <functional>
@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "adapters/sqlite/sqlite_connection.h"
 #include "pages/ctrl_user.h"
 #include "platform/ado/tracing_connection.h"
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
+#include "tests/support/database.h"
 #include "tests/support/failing_connection.h"
 #include "tests/support/failing_files.h"
 #include "tests/support/stage.h"
@@ -26,9 +26,6 @@ class FixedClock : public environment::Clock {
   environment::DateTime now{2026, 11, 21, 10, 30, 0};
   environment::DateTime Now() const override { return now; }
 };
-
-// A fresh copy of the sample database in memory.
-std::shared_ptr<sqlite::SqliteConnection> SampleDatabase();
 
 // The first column of the rows that a query gives, as text; Null as "NULL".
 std::vector<std::string> Column(ado::Connection& database, const std::string& query);
@@ -75,7 +72,7 @@ class Visit {
   FixedClock clock;
   files::LocalFiles local_files;
   FailingFiles files{local_files};
-  std::shared_ptr<sqlite::SqliteConnection> database = SampleDatabase();
+  std::shared_ptr<Database> database = SampleDatabase();
   std::shared_ptr<FailingConnection> failing = std::make_shared<FailingConnection>(database);
   std::vector<std::string> statements;  // that reached the connection, in order
   Runtime runtime{desktop, clock, files, "/opt/dossier", nullptr, nullptr};

@@ -34,7 +34,11 @@ class Translator {
         catalogue_(catalogue),
         renderer_(renderer),
         tokens_(Tokenize(statement)),
-        writer_(statement, tokens_, renderer, catalogue, result_) {}
+        writer_(statement, tokens_, renderer, catalogue, result_) {
+    // Most statements then take each of them at once: a renumbering sends one for every row of a table.
+    result_.text.reserve(statement.size() + 16);
+    result_.constants.reserve(4);
+  }
 
   Statement Run() {
     RequireBalancedParentheses();

@@ -24,6 +24,7 @@ class Tokenizer {
   explicit Tokenizer(std::string_view statement) : statement_(statement) {}
 
   std::vector<Token> Run() {
+    tokens_.reserve(statement_.size() / 3 + 4);
     for (SkipBlanks(); position_ < statement_.size(); SkipBlanks()) {
       if (statement_[position_] == ';') {
         RequireEndBehindSemicolon();

@@ -233,6 +233,9 @@ TEST(StrictEngine, TextsAreComparedWithoutRegardToCase) {
       << "sums stay as they are";
   EXPECT_EQ(Strict("update A02 set A0202='a',A0203=A0204,A0206=(A0202='x')"),
             "update A02 set A0202='a',A0203=A0204,A0206=(lower(A0202)=lower('x'))");
+  EXPECT_EQ(Strict("delete from A02 where ''<>A0202 and A0203=''"),
+            "delete from A02 where ''<>A0202 and A0203=''")
+      << "what is empty has no case";
   EXPECT_EQ(Strict("delete from A77 where B='x' and C=D"),
             "delete from A77 where lower(B)=lower('x') and C=D");
 }
@@ -244,6 +247,9 @@ TEST(StrictEngine, ListsOfTextsDisregardCaseToo) {
   EXPECT_EQ(Strict("select A00 from A02 where A00 in (select A00 from A01 where A0101=A0202) and A0299=1"),
             "select A00 from A02 where lower(A00) in (select lower(A00) from A01 where "
             "lower(A0101)=lower(A0202)) and A0299=1");
+  EXPECT_EQ(Strict("select A00 from A02 where A00 in (select A00+'x' from A01)"),
+            "select A00 from A02 where lower(A00) in (select A00+'x' from A01)")
+      << "a sum stays as it is";
 }
 
 TEST(StrictEngine, ANameIsLookedForInItsSelectAndTheOneAround) {

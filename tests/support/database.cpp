@@ -1,0 +1,66 @@
+#include "tests/support/database.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "adapters/sqlite/sqlite_connection.h"
+#include "tests/support/paths.h"
+
+namespace dossierkit::tests {
+namespace {
+
+class SqliteDatabase : public Database {
+ public:
+  explicit SqliteDatabase(const std::string& bytes)
+      : connection_(sqlite::SqliteConnection::OpenInMemory(bytes)) {}
+
+  bool IsOpen() const override { return connection_->IsOpen(); }
+  ado::Snapshot Run(const std::string& statement) override { return connection_->Run(statement); }
+  std::int32_t BeginTrans() override { return connection_->BeginTrans(); }
+  void CommitTrans() override { connection_->CommitTrans(); }
+  void RollbackTrans() override { connection_->RollbackTrans(); }
+  void RunScript(const std::string& script) override { connection_->RunScript(script); }
+  std::string Bytes() override { return connection_->Bytes(); }
+  void Close() override { connection_->Close(); }
+
+ private:
+  std::shared_ptr<sqlite::SqliteConnection> connection_;
+};
+
+std::shared_ptr<Database> SampleOnSqlite() {
+  static const std::string bytes = [] {
+    std::ifstream file(SampleDatabaseFile(), std::ios::binary);
+    if (!file) throw std::runtime_error("no sample database at " + SampleDatabaseFile());
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  }();
+  return std::make_shared<SqliteDatabase>(bytes);
+}
+
+constexpr Engine kEngines[] = {{"sqlite", SampleOnSqlite}};
+
+// Looked for before the first test, so that a slip is told at once.
+const Engine& EngineOfThisRun() {
+  const char* name = std::getenv(kEngineVariable);
+  return EngineNamed(name == nullptr || *name == '\0' ? kEngines[0].name : name);
+}
+const Engine& kEngine = EngineOfThisRun();
+
+}  // namespace
+
+const Engine& EngineNamed(const std::string& name) {
+  std::string known;
+  for (const Engine& engine : kEngines) {
+    if (name == engine.name) return engine;
+    known += (known.empty() ? "" : ", ") + std::string(engine.name);
+  }
+  std::fprintf(stderr, "%s=%s: the tests do not know this engine. They run on: %s.\n", kEngineVariable,
+               name.c_str(), known.c_str());
+  std::exit(2);
+}
+
+std::shared_ptr<Database> SampleDatabase() { return kEngine.sample(); }
+
+}  // namespace dossierkit::tests

@@ -1,0 +1,37 @@
+// Database: what a test needs of a database, on the engine that was named when its program was started.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/ado/connection.h"
+
+namespace dossierkit::tests {
+
+// The environment's variable that names the engine; unset or empty it is "sqlite".
+inline constexpr char kEngineVariable[] = "DOSSIERKIT_ENGINE";
+
+class Database : public ado::Connection {
+ public:
+  // Runs statements of SQL past the dialect, one after the other.
+  virtual void RunScript(const std::string& script) = 0;
+  // All that it holds, equal for as long as nothing has changed.
+  virtual std::string Bytes() = 0;
+  // From now on every statement fails.
+  virtual void Close() = 0;
+};
+
+// An engine that tests can run on.
+struct Engine {
+  const char* name;
+  // A fresh copy of the sample database.
+  std::shared_ptr<Database> (*sample)();
+};
+
+// The engine of that name. An unknown one ends the program with a sentence on standard error and exit code 2.
+const Engine& EngineNamed(const std::string& name);
+
+// A fresh copy of the sample database on the engine of this run.
+std::shared_ptr<Database> SampleDatabase();
+
+}  // namespace dossierkit::tests
