@@ -20,7 +20,6 @@
 #include "host/tour/tour.h"
 #include "host/visits.h"
 #include "platform/ado/recordset.h"
-#include "platform/ado/tracing_connection.h"
 #include "platform/environment/failure.h"
 #include "shell/component.h"
 #include "shell/i_user_ctrl.h"
@@ -32,12 +31,11 @@ std::string PhotosFolder(const Options& options) {
   return options.photos.empty() ? WorkingPhotos().string() : options.photos;
 }
 
-// What the component is given: between two statements of a long command the pointer may become a busy one.
-std::shared_ptr<ado::Connection> ForTheComponent(const std::shared_ptr<ado::Connection>& database,
-                                                 const Options& options, qt::QtPlatform& platform) {
-  return std::make_shared<ado::TracingConnection>(TracedForTheComponent(database, options),
-                                                  [&platform](const ado::Trace&) { platform.Tick(); });
-}
+// The views, with the host's own windows dressed like theirs.
+class Views : public qt::QtPlatform {
+ public:
+  Views() { qt::DressApplication(*qApp); }
+};
 
 // The tour starts from fresh copies of the sample database and the photographs, in a folder of its own beside
 // the pictures, unless others were named.
@@ -54,8 +52,8 @@ int RunTour(Options options) {
     CopyPhotos(SamplePhotos(), options.photos);
   }
   const auto database = OpenDatabase(options);
-  qt::QtPlatform platform;
-  const auto connection = ForTheComponent(database, options, platform);
+  Views platform;
+  const auto connection = TracedForTheComponent(database, options);
   const Component component(platform, ShareFolder().string());
   IUserCtrl dossier;
   dossier.SetConnection(connection);
@@ -139,8 +137,8 @@ int Run(const Options& options) {
   ChooseDisplay(options);
   if (options.action == Options::Action::kTour) return RunTour(options);
   const auto database = OpenDatabase(options);
-  qt::QtPlatform platform;
-  const auto connection = ForTheComponent(database, options, platform);
+  Views platform;
+  const auto connection = TracedForTheComponent(database, options);
   const Component component(platform, ShareFolder().string());
   const KeysHelp keys;
   Visits visits(database, connection, PhotosFolder(options));
@@ -161,7 +159,7 @@ void TellFailure(const std::exception& failure, const Options& options) {
   const bool with_windows =
       options.action == Options::Action::kPeople || options.action == Options::Action::kVisit;
   if (!with_windows || !HasDisplay()) return;
-  const qt::QtPlatform platform;
+  const Views platform;
   if (QApplication::platformName() == "offscreen" || QApplication::platformName() == "minimal") return;
   QMessageBox::critical(nullptr, "人员档案", failure.what());
 }

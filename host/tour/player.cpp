@@ -8,6 +8,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
+#include <QScrollArea>
+#include <QWindow>
 #include <algorithm>
 
 namespace dossierkit::host {
@@ -39,12 +41,16 @@ QWidget* Find(const QString& name) {
   return found;
 }
 
+// As a mouse does: the window of the screen gets it, and looks for the widget.
 void PostClick(QWidget& widget, const QPoint& place, QEvent::Type press = QEvent::MouseButtonPress) {
-  const QPointF local = place;
-  const QPointF global = widget.mapToGlobal(local);
+  for (QWidget* parent = widget.parentWidget(); parent; parent = parent->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(parent)) area->ensureWidgetVisible(&widget);
+  }
+  const QPointF local = widget.mapTo(widget.window(), place);
+  const QPointF global = widget.mapToGlobal(QPointF(place));
   for (const auto type : {press, QEvent::MouseButtonRelease}) {
     const auto held = type == press ? Qt::LeftButton : Qt::NoButton;
-    QApplication::postEvent(&widget,
+    QApplication::postEvent(widget.window()->windowHandle(),
                             new QMouseEvent(type, local, global, Qt::LeftButton, held, Qt::NoModifier));
   }
 }

@@ -31,6 +31,7 @@ Runtime& TheRuntime() {
 }
 
 ado::Connection& gConnection() {
+  TheRuntime().desktop.Busy().Tick();  // each statement comes by here
   auto& connection = TheRuntime().connection;
   if (!connection) connection = std::make_shared<ado::UnopenedConnection>();
   return *connection;

@@ -6,12 +6,12 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPointer>
-#include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
 
 #include "shell/component.h"
 #include "tests/support/visit.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::host {
 namespace {

@@ -11,10 +11,10 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTableView>
-#include <QTest>
 
 #include "tests/support/paths.h"
 #include "tests/support/visit.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::host {
 namespace {

@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTest>
 #include <stdexcept>
 
 #include "host/people_window.h"
@@ -16,6 +15,7 @@
 #include "shell/component.h"
 #include "tests/host_windows/boxes.h"
 #include "tests/support/visit.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::host {
 namespace {

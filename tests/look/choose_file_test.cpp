@@ -4,12 +4,12 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QTest>
 #include <QTimer>
 
 #include "platform/environment/failure.h"
 #include "tests/look/preview_window.h"
 #include "tests/support/qt_warnings.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::tests {
 namespace {

@@ -12,7 +12,6 @@
 #include <QPlainTextEdit>
 #include <QStyle>
 #include <QTableView>
-#include <QTest>
 #include <QWidget>
 #include <set>
 #include <vector>
@@ -21,6 +20,7 @@
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
 #include "tests/support/visit.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::tests {
 namespace {

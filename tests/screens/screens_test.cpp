@@ -7,15 +7,16 @@
 #include <QLabel>
 #include <QScreen>
 #include <QScrollArea>
-#include <QTest>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
 #include <map>
 #include <utility>
 
 #include "codes/fm_grp_cod.h"
 #include "photos/frm_picture_preview.h"
 #include "tests/support/visit.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -114,7 +115,7 @@ TEST_F(Screens, TabBringsEveryFieldIntoSight) {
       QCoreApplication::processEvents();
       ExpectInSight(Native(name.c_str()));
       if (name.ends_with("_v")) ExpectInSight(Native((name.substr(0, name.size() - 1) + "c").c_str()));
-      QTest::keyClick(QApplication::activeWindow(), Qt::Key_Tab);
+      QTest::keyClick(QApplication::activeWindow()->windowHandle(), Qt::Key_Tab);
     } while (visit.Focus() != first && fields < 100);
     EXPECT_EQ(fields, 31) << "fields, the button of the photograph, the menu";
   });

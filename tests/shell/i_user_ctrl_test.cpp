@@ -1,4 +1,6 @@
 // The component as its host sees it.
+#include <chrono>
+#include <thread>
 #include <type_traits>
 
 #include "tests/shell/shell_test.h"
@@ -284,6 +286,19 @@ TEST_F(UserCtrl, TheResultIsClearedAgainBehindTheMenusQuery) {
 TEST_F(UserCtrl, TheResultStaysInTheWindowBehindTheVisit) {
   EXPECT_TRUE(visit.Open([&] { visit.user.ClickToolbar("Save"); }));
   EXPECT_TRUE(visit.Window().IsSaved);
+}
+
+TEST_F(UserCtrl, ABusyPointerShowsBetweenTheStatementsOfALongLoad) {
+  std::vector<bool> busy;
+  visit.component.SetConnection(
+      std::make_shared<ado::TracingConnection>(visit.database, [&](const ado::Trace&) {
+        busy.push_back(visit.platform.busy);
+        std::this_thread::sleep_for(std::chrono::milliseconds(110));
+      }));
+  visit.Open([&] { EXPECT_FALSE(visit.platform.busy); });
+  ASSERT_GT(busy.size(), 4U);
+  EXPECT_FALSE(busy[2]);
+  EXPECT_TRUE(busy[4]);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTabBar>
-#include <QTest>
 #include <QTextCursor>
 #include <QTreeView>
 #include <stdexcept>
@@ -14,6 +13,7 @@
 #include "tests/adapters/views/driver.h"
 #include "tests/support/qt_stage.h"
 #include "tests/support/qt_user.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::views {
 namespace {

@@ -1,10 +1,12 @@
-// Tests with Qt run without a screen, unless told otherwise, and Qt has nothing to complain about.
+// Tests with Qt run in a plain application object, or as guests in a foreign one, without a screen, unless
+// told otherwise, and Qt has nothing to complain about.
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
+#include "tests/support/foreign_application.h"
 #include "tests/support/qt_warnings.h"
 #include "tests/support/watchdog.h"
 
@@ -17,5 +19,6 @@ int main(int argc, char** argv) {
   std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
   setenv("XDG_RUNTIME_DIR", runtime.c_str(), 0);
   dossierkit::tests::MakeQtWarningsFatal();
+  const auto application = dossierkit::tests::MakeForeignApplication(argc, argv);
   return dossierkit::tests::RunTests(argc, argv);
 }

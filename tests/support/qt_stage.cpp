@@ -1,11 +1,11 @@
 #include "tests/support/qt_stage.h"
 
 #include <QApplication>
-#include <QTest>
 #include <QTimer>
 #include <stdexcept>
 
 #include "platform/toolkit/loop/form.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::tests {
 

@@ -7,13 +7,13 @@
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTableView>
-#include <QTest>
 #include <QTreeView>
 #include <stdexcept>
 
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/tree_view.h"
 #include "platform/toolkit/controls/user_control.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::tests {
 namespace {

@@ -47,6 +47,8 @@ class DOSSIERKIT_EXPORT HeadlessPlatform : public toolkit::Platform {
   // The boxes shown so far, and what is left of the preparations.
   std::vector<Message> messages;
   int beeps = 0;
+  int busy_pointers = 0;  // that were shown so far
+  bool busy = false;      // one shows
   std::string clipboard;
   bool AllUsed() const { return scenes_.empty() && answers_.empty() && choices_.empty(); }
 
@@ -58,6 +60,10 @@ class DOSSIERKIT_EXPORT HeadlessPlatform : public toolkit::Platform {
   toolkit::Picture LoadPicture(const std::string& path, const toolkit::Rect& place) override;
   toolkit::Rect Screen() const override { return kScreen; }
   void Beep() override { ++beeps; }
+  void ShowBusy(bool shows) override {
+    busy = shows;
+    if (shows) ++busy_pointers;
+  }
   std::string ClipboardText() override { return clipboard; }
   void SetClipboardText(const std::string& text) override { clipboard = text; }
 

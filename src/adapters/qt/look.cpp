@@ -17,6 +17,17 @@ const QColor kShadow(0x6F, 0x79, 0x87);
 const QColor kWorkspace(0x4A, 0x63, 0x80);
 const QColor kAccent(0x2B, 0x6C, 0xB0);
 
+// Says each of its colours itself, so that none comes from the program's.
+QPalette Complete(QPalette palette) {
+  for (const auto group : {QPalette::Active, QPalette::Disabled, QPalette::Inactive}) {
+    for (int role = 0; role < QPalette::NColorRoles; ++role) {
+      const auto known = static_cast<QPalette::ColorRole>(role);
+      palette.setBrush(group, known, palette.brush(group, known));
+    }
+  }
+  return palette;
+}
+
 }  // namespace
 
 QPalette ProgramPalette() {
@@ -39,7 +50,7 @@ QPalette ProgramPalette() {
   }
   palette.setColor(QPalette::Disabled, QPalette::Base, QColor(0xF7, 0xF8, 0xFA));
   palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xC4, 0xCE, 0xDA));
-  return palette;
+  return Complete(palette);
 }
 
 QColor ColorOf(toolkit::Color color) {
@@ -73,11 +84,12 @@ QRect Metrics::Pixels(const toolkit::Rect& place) const {
 }
 
 QFont Metrics::FontOf(const toolkit::Font& font) const {
-  QFont native;
-  native.setFamilies(
-      {ToQString(font.name), QString::fromLatin1(kProgramFont), QString::fromLatin1(kProgramFontElsewhere)});
+  QFont native(QStringList{ToQString(font.name), QString::fromLatin1(kProgramFont),
+                           QString::fromLatin1(kProgramFontElsewhere)});
   native.setPixelSize(std::max(1, Pixels(font.size * 20)));  // 20 twips to the point
   native.setBold(font.bold);
+  // Nothing of it comes from the program's font.
+  native.setResolveMask(QFont::AllPropertiesResolved);
   return native;
 }
 

@@ -111,7 +111,7 @@ void MaskView::NativeSelectionChanged() {
   const auto start = selects ? native_->selectionStart() : native_->cursorPosition();
   const auto selected = shown_.ModelSelection(
       static_cast<std::size_t>(start), static_cast<std::size_t>(selects ? native_->selectionLength() : 0));
-  box_.UserSelect(selected.start, selected.length);
+  Context().application.Guard([&] { box_.UserSelect(selected.start, selected.length); });
 }
 
 void MaskView::ShowStyle() {

@@ -1,97 +1,81 @@
-// QtApplication: sees every native event first and asks the model before a widget acts on it.
+// QtApplication: the component's part in the program's QApplication, whoever made that.
 #pragma once
 
-#include <QApplication>
-#include <QEventLoop>
 #include <QHash>
+#include <QObject>
 #include <QPointer>
-#include <chrono>
-#include <deque>
-#include <exception>
 #include <functional>
-#include <memory>
 #include <vector>
 
+#include "adapters/qt/focus_sync.h"
+#include "adapters/qt/input_filter.h"
+#include "adapters/qt/looks.h"
+#include "adapters/qt/loops.h"
 #include "adapters/qt/widget_view.h"
 
-class QKeyEvent;
-class QMouseEvent;
-
-namespace dossierkit::toolkit {
-class Form;
-}
+class QWindow;
 
 namespace dossierkit::qt {
 
-class WindowView;
-
-// One for a process. A mouse press moves the model's focus first and is swallowed where that was
-// refused; keys pass the model's KeyDown and KeyPress first; the native focus follows the model's.
-// What a slot, timer or event handler of the host's own throws is the host's: it leaves the host's loop as
-// in any Qt program, but never one of the loops here; during a visit it waits for the visit's end.
-class QtApplication : public QApplication {
+// One for each platform. It knows which widgets and windows are the component's, sees the program's events
+// as a filter, and acts on those of these widgets alone; what the rest of the program does stays as it is.
+class QtApplication : public QObject {
  public:
-  QtApplication(int& argc, char** argv);
-  ~QtApplication() override;
-
-  bool notify(QObject* receiver, QEvent* event) override;
+  explicit QtApplication(const Metrics& metrics);
 
   // --- widgets and views -----------------------------------------------------------------------
-  void Link(QWidget& widget, WidgetView& view);
-  void Unlink(QWidget& widget);
+  void Link(QWidget& widget, WidgetView& view) { views_.insert(&widget, &view); }
+  void Unlink(QWidget& widget) { views_.remove(&widget); }
   // The view of the widget itself; nullptr once it is gone.
-  WidgetView* ViewOf(const QWidget* widget) const;
+  WidgetView* ViewOf(const QWidget* widget) const { return views_.value(widget, nullptr); }
   // The view of the nearest widget with one, up to the window.
   WidgetView* NearestView(const QWidget* widget) const;
   void AddWindow(WindowView& window) { windows_.push_back(&window); }
   void RemoveWindow(WindowView& window) { std::erase(windows_, &window); }
   // The window that was made last; nullptr if none is left.
   WindowView* TopWindow() const { return windows_.empty() ? nullptr : windows_.back(); }
+  // The widget of the window of the component's that stands in that window of the screen; nullptr for others.
+  QWidget* WidgetOf(const QWindow& native) const;
+  // A top-level window that looks like the component from now on.
+  void Adopt(QWidget& window) { looks_.Adopt(window); }
+
+  // --- the host's window -----------------------------------------------------------------------
+  // The window over which visits stand from now on; nullptr: whichever is active then.
+  void SetHostWindow(QWidget* window) { host_window_ = window; }
+  // Puts a native window over that one. For the window manager alone: no widget gets an owner.
+  void PutOverHost(QWidget& window);
 
   // --- focus -----------------------------------------------------------------------------------
   // Gives the native focus to the control that has the model's focus.
-  void SyncFocus(toolkit::Form& form);
+  void SyncFocus(toolkit::Form& form) { focus_.Show(form); }
+  bool MouseHeld() const { return input_.MouseHeld(); }
 
   // --- loops -----------------------------------------------------------------------------------
   // Runs events until `done`; asked again whenever the loops are woken.
-  void RunUntil(const std::function<bool()>& done);
-  void WakeLoops();
-  // After a modal window or message box: makes the window below the active one again.
+  void RunUntil(const std::function<bool()>& done) { loops_.RunUntil(done); }
+  void WakeLoops() { loops_.Wake(); }
+  Loops& GetLoops() { return loops_; }
+  // After a modal window or message box: makes the window below the active one again, at the end of a visit
+  // the host's.
   void ReactivateTop();
-
-  // --- busy pointer, failures ------------------------------------------------------------------
-  // Called now and then in the course of one event: a busy pointer shows after 300 ms of it.
-  void Tick();
   // Runs what a handler of a view does on its own; its failure ends the topmost window's loop.
   void Guard(const std::function<void()>& work);
 
- private:
-  struct Busy {
-    int depth = 0;   // of native events inside one another
-    int guards = 0;  // handlers of views among them
-    bool shown = false;
-    std::chrono::steady_clock::time_point since;
-  };
+ protected:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
 
-  bool PassPress(QWidget& widget, const QMouseEvent& event, bool& nested);
-  void ReportMove(QWidget& widget, const QMouseEvent& event);
-  bool PassKey(QWidget& widget, const QKeyEvent& event);
-  QWidget* BehindTab(const QWidget& widget) const;
-  void FollowFocus(QWidget* now);
-  bool Notify(QObject* receiver, QEvent* event);
-  void EndBusy();
-  void ReportFailure(std::exception_ptr failure);
-  void HandBack();
+ private:
+  bool StopsAtWidget(QWidget& widget, QEvent& event);
+  void FocusChanged(QWidget* before, QWidget* now);
 
   QHash<const QWidget*, WidgetView*> views_;
   std::vector<WindowView*> windows_;
-  std::vector<QEventLoop*> loops_;
-  std::deque<std::exception_ptr> held_;  // what the host's own handlers threw during the visit
-  Busy busy_;
-  int loops_run_ = 0;
-  int own_focus_ = 0;  // the native focus is being set by the program
-  Qt::FocusReason focus_reason_ = Qt::OtherFocusReason;
-  Qt::MouseButton swallowed_ = Qt::NoButton;
+  QPointer<QWidget> host_window_;
+  QPointer<QWidget> below_;  // the host's window under the visit
+  Looks looks_;
+  Loops loops_;
+  FocusSync focus_{*this};
+  InputFilter input_{*this};
 };
 
 }  // namespace dossierkit::qt

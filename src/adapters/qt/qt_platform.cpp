@@ -1,6 +1,9 @@
 #include "adapters/qt/qt_platform.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QClipboard>
+#include <QCompleter>
 #include <QFileDialog>
 #include <QPointer>
 #include <QScreen>
@@ -18,7 +21,8 @@
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
-// The toolbar's pictures are compiled in; a linker leaves them out of a program unless somebody asks for them.
+// The toolbar's pictures are compiled in; a linker leaves them out of a program unless somebody asks for
+// them.
 static void LoadIcons() { Q_INIT_RESOURCE(dossierkit_icons); }
 
 namespace dossierkit::qt {
@@ -29,42 +33,37 @@ int argument_count = 1;
 char program_name[] = "DossierKit";
 char* arguments[] = {program_name, nullptr};
 
-QtApplication& TheApplication() {
-  if (auto* application = dynamic_cast<QtApplication*>(QCoreApplication::instance())) return *application;
-  throw std::logic_error("another QApplication exists: the first QtPlatform makes the program's one");
+// A plain application object where the program has none.
+std::unique_ptr<QApplication> MakeApplication() {
+  if (!QCoreApplication::instance()) return std::make_unique<QApplication>(argument_count, arguments);
+  if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+    throw std::logic_error("the program's application object is no QApplication: it can show no windows");
+  return nullptr;
 }
 
 }  // namespace
 
 struct QtPlatform::Parts {
-  std::unique_ptr<QtApplication> owned;
-  std::unique_ptr<Translator> translator;
+  std::unique_ptr<QApplication> made;
+  QtApplication application;
   ViewContext context;
 
-  Parts(const QtOptions& options, std::unique_ptr<QtApplication> made)
-      : owned(std::move(made)), context{TheApplication(), Metrics(options.scale)} {
-    if (!owned) return;
-    translator = std::make_unique<Translator>();
-    owned->installTranslator(translator.get());
-    QApplication::setStyle(new ProgramStyle(context.metrics));
-    QApplication::setPalette(ProgramPalette());
-    QApplication::setFont(context.metrics.ProgramFont());
-  }
+  explicit Parts(const QtOptions& options)
+      : made(MakeApplication()),
+        application(Metrics(options.scale)),
+        context{application, Metrics(options.scale)} {}
 };
 
 QtPlatform::QtPlatform(const QtOptions& options) {
   LoadIcons();
-  std::unique_ptr<QtApplication> application;
-  if (!QCoreApplication::instance()) {
-    application = std::make_unique<QtApplication>(argument_count, arguments);
-  }
-  parts_ = std::make_unique<Parts>(options, std::move(application));
+  parts_ = std::make_unique<Parts>(options);
 }
 
 QtPlatform::~QtPlatform() = default;
 
+void QtPlatform::StandOver(QWidget* window) { parts_->application.SetHostWindow(window); }
+
 std::unique_ptr<toolkit::View> QtPlatform::CreateView(toolkit::Control& control) {
-  parts_->context.application.Tick();
   return MakeView(parts_->context, control);
 }
 
@@ -90,6 +89,7 @@ toolkit::MessageAnswer QtPlatform::ShowMessage(const std::string& text, int flag
   if (below && !below->Widget()->isVisible()) below->Present();
   const QPointer<MessageDialog> box = new MessageDialog(parts_->context.metrics, ToQString(text), flags,
                                                         ToQString(title), below ? below->Widget() : nullptr);
+  if (!below) application.Adopt(*box);
   box->OnAnswer([&application] { application.WakeLoops(); });
   box->show();
   box->activateWindow();
@@ -108,7 +108,11 @@ toolkit::MessageAnswer QtPlatform::ShowMessage(const std::string& text, int flag
 std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
   QtApplication& application = parts_->context.application;
   WindowView* below = application.TopWindow();
+  const TextsInChinese texts;
   auto dialog = MakeFileDialog(request.filter, request.init_dir, below ? below->Widget() : nullptr);
+  if (!below) application.Adopt(*dialog);
+  // Its list of suggestions is a window that has no parent.
+  for (const auto* completer : dialog->findChildren<QCompleter*>()) application.Adopt(*completer->popup());
   bool answered = false;
   QObject::connect(dialog.get(), &QDialog::finished, dialog.get(), [&] {
     answered = true;
@@ -128,8 +132,7 @@ std::string QtPlatform::ChooseFile(const toolkit::CommonDialog& request) {
 
 toolkit::Picture QtPlatform::LoadPicture(const std::string& path, const toolkit::Rect& place) {
   // In pixels of the finest screen there is.
-  return ReadPicture(
-      path, parts_->context.metrics.Pixels(place).size() * parts_->context.application.devicePixelRatio());
+  return ReadPicture(path, parts_->context.metrics.Pixels(place).size() * qApp->devicePixelRatio());
 }
 
 toolkit::Rect QtPlatform::Screen() const {
@@ -140,6 +143,14 @@ toolkit::Rect QtPlatform::Screen() const {
 
 void QtPlatform::Beep() { QApplication::beep(); }
 
+void QtPlatform::ShowBusy(bool busy) {
+  if (busy) {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QGuiApplication::restoreOverrideCursor();
+  }
+}
+
 std::string QtPlatform::ClipboardText() { return ToUtf8(QGuiApplication::clipboard()->text()); }
 
 void QtPlatform::SetClipboardText(const std::string& text) {
@@ -148,6 +159,14 @@ void QtPlatform::SetClipboardText(const std::string& text) {
   QGuiApplication::clipboard()->setText(native.replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
 }
 
-void QtPlatform::Tick() { parts_->context.application.Tick(); }
+void DressApplication(QApplication& application, double scale) {
+  const Metrics metrics(scale);
+  QApplication::setStyle(new ProgramStyle(metrics));
+  QApplication::setPalette(ProgramPalette());
+  QApplication::setFont(metrics.ProgramFont());
+  auto* translator = new Translator;
+  translator->setParent(&application);
+  QCoreApplication::installTranslator(translator);
+}
 
 }  // namespace dossierkit::qt

@@ -34,7 +34,7 @@ void TextView::NativeSelectionChanged() {
   caret_ = static_cast<std::size_t>(NativeCaret());
   const auto selected = shown_.ModelSelection(static_cast<std::size_t>(NativeSelectionStart()),
                                               static_cast<std::size_t>(NativeSelectionLength()));
-  box_.UserSelect(selected.start, selected.length);
+  Context().application.Guard([&] { box_.UserSelect(selected.start, selected.length); });
 }
 
 void TextView::ShowStyle() {

@@ -1,5 +1,7 @@
 #include "adapters/qt/translator.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <cstring>
 
 namespace dossierkit::qt {
@@ -76,11 +78,27 @@ constexpr TextRow kTexts[] = {
 
 }  // namespace
 
-QString Translator::translate(const char*, const char* source, const char*, int) const {
+QString Translator::translate(const char* context, const char* source, const char*, int) const {
+  // Qt's own classes alone: a host's text may read the same.
+  if (!context || context[0] != 'Q') return {};
   for (const TextRow& row : kTexts) {
     if (source && std::strcmp(row.source, source) == 0) return QString::fromUtf8(row.text);
   }
   return {};
 }
+
+TextsInChinese::TextsInChinese() {
+  qApp->installEventFilter(this);
+  QCoreApplication::installTranslator(&translator_);
+  qApp->removeEventFilter(this);
+}
+
+TextsInChinese::~TextsInChinese() {
+  qApp->installEventFilter(this);
+  QCoreApplication::removeTranslator(&translator_);
+  qApp->removeEventFilter(this);
+}
+
+bool TextsInChinese::eventFilter(QObject*, QEvent* event) { return event->type() == QEvent::LanguageChange; }
 
 }  // namespace dossierkit::qt

@@ -12,4 +12,18 @@ class Translator : public QTranslator {
   bool isEmpty() const override { return false; }
 };
 
+// Qt's own texts are in Chinese as long as this lives. The program is not told of it, which would write the
+// texts of all its windows anew.
+class TextsInChinese : public QObject {
+ public:
+  TextsInChinese();
+  ~TextsInChinese() override;
+
+ protected:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+ private:
+  Translator translator_;
+};
+
 }  // namespace dossierkit::qt

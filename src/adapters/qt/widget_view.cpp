@@ -48,7 +48,10 @@ void WidgetView::ShowAll() {
 
 void WidgetView::Show(Aspect aspect) {
   if (!widget_) return;
-  context_.application.Tick();
+  context_.application.GetLoops().Contain([&] { ShowNow(aspect); });
+}
+
+void WidgetView::ShowNow(Aspect aspect) {
   switch (aspect) {
     case Aspect::kPlacement: ShowPlacement(); break;
     case Aspect::kState: ShowState(); break;

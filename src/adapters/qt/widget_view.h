@@ -60,6 +60,7 @@ class WidgetView : public toolkit::View {
   std::weak_ptr<void> Life() const { return life_; }
 
  private:
+  void ShowNow(toolkit::Aspect aspect);
   // Visible, and its tab is in front.
   bool Shown() const;
 

@@ -53,7 +53,10 @@ class Window : public QWidget {
 
 QWidget* MakeWindow(ViewContext& context) {
   WindowView* below = context.application.TopWindow();
-  return new Window(context.application, below && below->Widget()->isVisible() ? below->Widget() : nullptr);
+  QWidget* parent = below && below->Widget()->isVisible() ? below->Widget() : nullptr;
+  auto* window = new Window(context.application, parent);
+  if (!parent) context.application.Adopt(*window);
+  return window;
 }
 
 }  // namespace
@@ -118,6 +121,7 @@ void WindowView::Place(const QMargins& frame) {
 void WindowView::Present() {
   QWidget& window = *Widget();
   const bool first = !std::exchange(presented_, true);
+  if (first && !window.parentWidget()) Context().application.PutOverHost(window);
   if (first) Place(FrameOf(window));
   window.show();
   window.raise();

@@ -29,6 +29,7 @@ class WindowView : public WidgetView {
   void Withdraw();
   // Scrolls to a control and its label; to `part` of its widget where that is given.
   void BringIntoSight(const WidgetView& view, const QRect& part = {});
+  void BringFocusIntoSight();
   // Another page came: it shows from its upper left corner.
   void ScrollToOrigin();
 
@@ -47,7 +48,6 @@ class WindowView : public WidgetView {
   toolkit::Form& GetForm() const;
   void Place(const QMargins& frame);
   void Arrange();
-  void BringFocusIntoSight();
 
   QScrollArea* area_ = nullptr;
   QWidget* content_ = nullptr;

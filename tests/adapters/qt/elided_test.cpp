@@ -217,7 +217,7 @@ TEST_F(QtTexts, ThePromptsOfABlankMaskStandApart) {
 }
 
 TEST(ElidedLines, BreakWhereTheTextSaysSoAndWhereThereIsNoMoreRoom) {
-  QFont font;
+  QFont font = Metrics(1).ProgramFont();
   font.setPixelSize(12);
   int all = 0;
   EXPECT_EQ(ElidedLines("一二三四五\r\n\r\n六", font, 36, 0, 9, all),

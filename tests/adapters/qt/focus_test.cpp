@@ -1,4 +1,6 @@
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "tests/adapters/qt/stage.h"
 
@@ -74,6 +76,26 @@ TEST_F(QtFocus, TheClickIsDeliveredOnceAfterACheckThatOpenedAMessage) {
     EXPECT_TRUE(Native(*Page().button)->hasFocus());
   });
   EXPECT_EQ(events, "check lost got click ");
+}
+
+// What would scroll below the pointer between press and release would miss the click.
+TEST_F(QtFocus, AButtonHalfInSightIsClickedAndThenScrollsIntoSight) {
+  int clicks = 0;
+  Play([&] {
+    On(Page().button->Click, [&] { ++clicks; });
+    QApplication::activeWindow()->resize(600, 500);
+    auto* button = Native(*Page().button);
+    auto* area = QApplication::activeWindow()->findChild<QScrollArea*>();
+    ASSERT_TRUE(area);
+    const QPoint place = button->mapTo(area->widget(), QPoint(0, 0));
+    area->verticalScrollBar()->setValue(place.y() - 100);
+    area->horizontalScrollBar()->setValue(place.x() + 20 - area->viewport()->width());
+    EXPECT_EQ(button->visibleRegion().boundingRect().width(), 20);
+    QTest::mouseClick(button, Qt::LeftButton, {}, {10, 10});
+    EXPECT_EQ(clicks, 1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(button->visibleRegion().boundingRect().width(), button->width());
+  });
 }
 
 TEST_F(QtFocus, FromOutsideAsksTheModel) {

@@ -2,6 +2,7 @@
 
 #include <QInputMethodEvent>
 #include <QLabel>
+#include <QScrollArea>
 
 namespace dossierkit::qt {
 
@@ -30,7 +31,10 @@ void Stage::Play(toolkit::Form& window, const std::function<void()>& scene) {
       QTimer::singleShot(5, qApp, start);
       return;
     }
-    EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activeWindow() != nullptr; }));
+    EXPECT_TRUE(QTest::qWaitFor([] {
+      return QApplication::activeWindow() &&
+             QApplication::activeWindow() == QApplication::activeModalWidget();
+    }));
     scene();
     if (window.Loaded()) window.UserClose();
   };
@@ -56,6 +60,14 @@ void Stage::AnswerNext(const char* button) {
     message = box->findChild<QLabel*>("Text")->text().toStdString();
     Click(box->findChild<QPushButton*>(button));
   });
+}
+
+void Stage::Click(QWidget* widget) {
+  ASSERT_TRUE(widget);
+  for (QWidget* parent = widget->parentWidget(); parent; parent = parent->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(parent)) area->ensureWidgetVisible(widget);
+  }
+  QTest::mouseClick(widget, Qt::LeftButton);
 }
 
 void Stage::Commit(QWidget* widget, const char* text, const char* composing) {

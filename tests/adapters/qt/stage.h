@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QTest>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -15,6 +14,7 @@
 #include "adapters/qt/message_dialog.h"
 #include "adapters/qt/qt_platform.h"
 #include "tests/adapters/qt/demo_form.h"
+#include "tests/support/window_test.h"
 
 namespace dossierkit::qt {
 
@@ -45,7 +45,8 @@ class Stage : public ::testing::Test {
   Widget* Native(const toolkit::Control& control) {
     return Native<Widget>(control.Name());
   }
-  static void Click(QWidget* widget) { QTest::mouseClick(widget, Qt::LeftButton); }
+  // In its middle, which scrolls into sight first, as for a user who looks for it.
+  static void Click(QWidget* widget);
   static void Type(QWidget* widget, const char* keys) { QTest::keyClicks(widget, QString::fromUtf8(keys)); }
   static void Press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(widget, key, modifiers);

@@ -5,6 +5,7 @@
 #include <QPlainTextEdit>
 #include <QWindow>
 
+#include "adapters/qt/translator.h"
 #include "platform/environment/text.h"
 #include "tests/adapters/qt/stage.h"
 
@@ -316,7 +317,8 @@ TEST_F(QtTextBox, KeysInTheMenuAreNotThePages) {
   });
 }
 
-TEST_F(QtTextBox, ABoxOfTheHostHasItsOwnMenuInTheSameLanguage) {
+TEST_F(QtTextBox, ABoxOfTheHostHasItsOwnMenuInTheSameLanguageWhereThatIsWanted) {
+  const TextsInChinese texts;
   QLineEdit box(QStringLiteral("甲"));
   const std::unique_ptr<QMenu> menu(box.createStandardContextMenu());
   QStringList items;

@@ -12,10 +12,16 @@ namespace {
 
 TEST(Translator, KnowsWholeTextsOnly) {
   const Translator translator;
-  EXPECT_EQ(translator.translate("", "&Open", nullptr, -1), QString("打开(&O)"));
-  EXPECT_EQ(translator.translate("", "Open", nullptr, -1), QString("打开"));
-  EXPECT_TRUE(translator.translate("", "Open all", nullptr, -1).isEmpty());
-  EXPECT_TRUE(translator.translate("", "", nullptr, -1).isEmpty());
+  EXPECT_EQ(translator.translate("QFileDialog", "&Open", nullptr, -1), QString("打开(&O)"));
+  EXPECT_EQ(translator.translate("QPlatformTheme", "Open", nullptr, -1), QString("打开"));
+  EXPECT_TRUE(translator.translate("QFileDialog", "Open all", nullptr, -1).isEmpty());
+  EXPECT_TRUE(translator.translate("QFileDialog", "", nullptr, -1).isEmpty());
+}
+
+TEST(Translator, LeavesTextsOfTheHostAlone) {
+  const Translator translator;
+  EXPECT_TRUE(translator.translate("MainWindow", "&Open", nullptr, -1).isEmpty());
+  EXPECT_TRUE(translator.translate("", "&Open", nullptr, -1).isEmpty());
 }
 
 QKeyEvent Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const char* text = "") {

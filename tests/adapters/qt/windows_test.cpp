@@ -1,13 +1,11 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <cstdio>
-#include <cstdlib>
-#include <stdexcept>
+#include <typeinfo>
 
-#include "adapters/qt/qt_application.h"
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
+#include "tests/support/foreign_application.h"
 
 namespace dossierkit::qt {
 namespace {
@@ -208,58 +206,47 @@ TEST_F(QtWindows, AListThatWasClosedShowsNothing) {
   });
 }
 
-TEST_F(QtWindows, AFailureInAHandlerOfAViewEndsTheWindow) {
+// In a filter that Qt asks before the widget, in the middle of a press.
+TEST_F(QtWindows, AFailureInAHandlerOfAViewEndsTheWindowBehindQtsFrames) {
   int number = 0;
+  bool went_on = false;
   try {
     Play([&] {
-      static_cast<QtApplication*>(QCoreApplication::instance())->Guard([] {
-        throw environment::MakeFailure(environment::kOverflow);
-      });
-      EXPECT_TRUE(QTest::qWaitFor([&] { return form->LoopEnded(); }));
+      On(form->page->coded->MouseDown,
+         [](int, int, int, int) { throw environment::MakeFailure(environment::kOverflow); });
+      Click(Native(*form->page->coded));
+      went_on = true;
+      EXPECT_TRUE(form->LoopEnded());
     });
   } catch (const environment::Failure& failure) {
     number = failure.number();
   }
+  EXPECT_TRUE(went_on);
   EXPECT_EQ(number, environment::kOverflow);
 }
 
 TEST_F(QtWindows, ABusyPointerShowsInALongEvent) {
   Play([&] {
     On(form->page->button->Click, [&] {
-      the_platform->Tick();
+      form->page->coded->SetText("1");
       EXPECT_FALSE(QApplication::overrideCursor());
       QTest::qSleep(320);
-      the_platform->Tick();
-      EXPECT_TRUE(QApplication::overrideCursor());
+      form->page->coded->SetText("2");
+      ASSERT_TRUE(QApplication::overrideCursor());
+      EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
       AnswerNext("OK");
       Next([&] { EXPECT_FALSE(QApplication::overrideCursor()); });
       desktop.MsgBox("完成。");
     });
-    // As an event of its own, outside the scene's.
-    QTimer::singleShot(0, qApp, [&] { Click(Native(*form->page->button)); });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !message.empty(); }));
+    Click(Native(*form->page->button));
+    EXPECT_EQ(message, "完成。");
     EXPECT_FALSE(QApplication::overrideCursor());
   });
 }
 
-// Ends the process, of which there is one to an application: 3 where the platform refused the host's.
-void MakePlatformBesideAnApplication() {
-  Stage::the_platform->~QtPlatform();
-  int count = 1;
-  char name[] = "host";
-  char* arguments[] = {name, nullptr};
-  const QApplication host(count, arguments);
-  try {
-    const QtPlatform platform;
-  } catch (const std::logic_error& refusal) {
-    std::fputs(refusal.what(), stderr);
-    std::_Exit(3);
-  }
-  std::_Exit(0);
-}
-
-TEST(QtPlatformDeathTest, AnApplicationOfTheHostIsRefused) {
-  EXPECT_EXIT(MakePlatformBesideAnApplication(), ::testing::ExitedWithCode(3), "another QApplication exists");
+TEST_F(QtWindows, TheProgramsApplicationObjectIsUsedAndAPlainOneMadeWhereThereIsNone) {
+  const auto& kind = typeid(*QCoreApplication::instance());
+  EXPECT_TRUE(kind == typeid(QApplication) || kind == typeid(tests::ForeignApplication)) << kind.name();
 }
 
 TEST_F(QtWindows, AFileIsChosenThatNeedNotExist) {

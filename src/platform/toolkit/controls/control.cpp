@@ -210,6 +210,7 @@ void Control::UserFocus() {
 }
 
 void Control::ShowAspect(Aspect aspect) {
+  if (ControlWindow* window = Window()) window->Tick();
   if (view_) view_->Show(aspect);
 }
 

@@ -49,6 +49,8 @@ class ControlWindow {
   virtual std::string ClipboardText() = 0;
   virtual void SetClipboardText(const std::string& text) = 0;
   virtual void Beep() = 0;
+  // In the course of an event, where the work comes by: see busy_pointer.h.
+  virtual void Tick() = 0;
 
  protected:
   // The views of a control and of what it owns come with its window and go with it.

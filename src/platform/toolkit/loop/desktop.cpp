@@ -23,7 +23,7 @@ std::shared_ptr<Control> Desktop::Create(const std::string& class_name, const st
 
 class Desktop::Showing {
  public:
-  explicit Showing(Desktop& desktop) : desktop_(desktop) {
+  explicit Showing(Desktop& desktop) : desktop_(desktop), pause_(desktop.busy_) {
     ++desktop_.messages_;
     desktop_.composing_ = false;
   }
@@ -33,6 +33,7 @@ class Desktop::Showing {
 
  private:
   Desktop& desktop_;
+  BusyPointer::Pause pause_;
 };
 
 MessageAnswer Desktop::MsgBox(const std::string& text, int flags, const std::string& title) {
@@ -67,7 +68,10 @@ void Desktop::RunModal(Form& form, const std::function<void()>& at_start) {
       ~Push() { frames.pop_back(); }
     } pushed(frames_, &frame);
     form.Deliver(at_start);
-    if (!frame.ended) platform_.RunLoop(form);
+    if (!frame.ended) {
+      const BusyPointer::Pause pause(busy_);
+      platform_.RunLoop(form);
+    }
   }
   if (frame.failure) std::rethrow_exception(frame.failure);
 }

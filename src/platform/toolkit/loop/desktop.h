@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/toolkit/loop/busy_pointer.h"
 #include "platform/toolkit/loop/platform.h"
 
 namespace dossierkit::toolkit {
@@ -20,6 +21,7 @@ class Desktop {
   explicit Desktop(Platform& platform) : platform_(platform) {}
 
   Platform& GetPlatform() { return platform_; }
+  BusyPointer& Busy() { return busy_; }
 
   // --- classes ---------------------------------------------------------------------------------
   using Factory = std::function<std::shared_ptr<Control>(const std::string& name)>;
@@ -62,6 +64,7 @@ class Desktop {
   class Showing;
 
   Platform& platform_;
+  BusyPointer busy_{platform_};
   std::map<std::string, Factory> classes_;  // by the name in small letters
   std::vector<Frame*> frames_;
   int messages_ = 0;

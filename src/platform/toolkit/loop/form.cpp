@@ -62,6 +62,7 @@ void Form::Load() {
 
 void Form::ShowModal() {
   if (InVisit()) throw environment::MakeFailure(environment::kAlreadyShown);
+  const BusyPointer::Event busy(desktop_.Busy());
   if (!loaded_) Load();
   if (!loaded_) throw environment::MakeFailure(environment::kObjectUnloaded);
   const auto keep = shared_from_this();
@@ -126,6 +127,7 @@ void Form::DestroyViews() {
 }
 
 std::unique_ptr<View> Form::CreateView(Control& control) {
+  Tick();
   return desktop_.GetPlatform().CreateView(control);
 }
 
@@ -140,6 +142,8 @@ std::string Form::ClipboardText() { return desktop_.GetPlatform().ClipboardText(
 void Form::SetClipboardText(const std::string& text) { desktop_.GetPlatform().SetClipboardText(text); }
 
 void Form::Beep() { desktop_.Beep(); }
+
+void Form::Tick() { desktop_.Busy().Tick(); }
 
 bool Form::Composing() const { return desktop_.Composing(); }
 
@@ -158,6 +162,7 @@ bool Form::Deliver(const std::function<void()>& event) {
   if (!desktop_.IsTopmost(*this) || desktop_.MessageShown()) return false;
   const auto keep = weak_from_this().lock();
   const InputQueue::Event counted(queue_);
+  const BusyPointer::Event busy(desktop_.Busy());
   try {
     event();
     if (queue_.Outermost()) RunQueue();

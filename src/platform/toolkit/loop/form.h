@@ -81,6 +81,7 @@ class Form : public Control, public KeyWindow {
   std::string ClipboardText() override;
   void SetClipboardText(const std::string& text) override;
   void Beep() override;
+  void Tick() override;
   const toolkit::Controls* LoadedControls() const override { return loaded_ ? controls_.get() : nullptr; }
   bool Composing() const override;
   void PreviewKeyPress(char32_t& character) override;
