@@ -110,6 +110,10 @@ TEST_F(WindowLayoutTest, ASmallerWindowKeepsTheSizeOfItsDesignForTheModel) {
     EXPECT_EQ(layout.ModelSize({600, 400}), (Size{9120, 6405}));
     EXPECT_EQ(layout.ModelSize({300, 500}), (Size{9120, 7905}));
     EXPECT_EQ(layout.ModelSize({700, 200}), (Size{10620, 6405}));
+    const WindowLayout enlarged(form, Scale(1.3));
+    EXPECT_EQ(enlarged.DesignSize(), (Size{780, 520}));
+    EXPECT_EQ(enlarged.ModelSize({780, 520}), (Size{9120, 6405}));
+    EXPECT_EQ(enlarged.ModelSize({781, 521}), (Size{9132, 6417}));
   });
 }
 
