@@ -32,7 +32,7 @@ class PageLook : public testing::TestWithParam<double> {
  protected:
   // Opens the sample person at the scale and calls `look` on the native widget of each page.
   void LookAtEveryPage(const std::function<void(const std::string& set, QWidget& page)>& look) {
-    QtStage stage({GetParam(), {}});
+    QtStage stage({GetParam()});
     const Component component(stage, "/opt/dossier");
     IUserCtrl dossier;
     dossier.SetConnection(SampleDatabase());

@@ -18,7 +18,7 @@ class PickerLook : public testing::TestWithParam<double> {
  protected:
   // Shows the picker alone, on the divisions of the country, and calls `look`.
   void Look(const std::string& search, const std::function<void(QWidget& content)>& look) {
-    QtStage stage({GetParam(), {}});
+    QtStage stage({GetParam()});
     toolkit::Desktop desktop(stage);
     const FixedClock clock;
     files::LocalFiles files;
