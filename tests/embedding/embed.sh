@@ -5,6 +5,7 @@
 #   subdirectory  the component is a part of the host's project
 #   fetched       the same by FetchContent
 #   shared        each on an installation of shared libraries
+#   package       each on the Debian package of BUILD
 #
 # FOLDER is for what is built, and kept from one run to the next; SAMPLE is a sample database.
 set -euo pipefail
@@ -67,6 +68,12 @@ case $way in
       exit 1
     fi
     on_installation "$folder/prefix"
+    ;;
+  package)
+    rm -rf "$folder/root" "$folder/packages"
+    (cd "$4" && quietly cpack -B "$folder/packages")
+    dpkg-deb -x "$folder"/packages/libdossierkit-dev_*.deb "$folder/root"
+    on_installation "$folder/root/usr"
     ;;
   *) echo "embed: no such way: $way" >&2; exit 2 ;;
 esac
