@@ -82,4 +82,4 @@ cp "$sample" "$work/people.db"
 told=$(clean "$folder/batch_test/batch_test" "$work/people.db")
 [ "$told" = "192 pages, 0 faults" ] || { echo "embed: batch_test said: $told" >&2; exit 1; }
 "$root/tests/outside/on_a_display.sh" "$root/tests/outside/leave_the_examples.py" "$work/people.db" \
-  "$folder/console/console" 2>"$work/log" || { cat "$work/log" >&2; exit 1; }
+  "$folder/console/console" "$folder/qt_widgets/qt_widgets" 2>"$work/log" || { cat "$work/log" >&2; exit 1; }
