@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMessageBox>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -13,6 +12,7 @@
 #include "dossierkit/version.h"
 #include "host/check/check.h"
 #include "host/database.h"
+#include "host/failure_box.h"
 #include "host/keys_window.h"
 #include "host/options.h"
 #include "host/paths.h"
@@ -20,7 +20,7 @@
 #include "host/tour/tour.h"
 #include "host/visits.h"
 #include "platform/ado/recordset.h"
-#include "platform/environment/failure.h"
+#include "platform/environment/placed_failure.h"
 #include "shell/component.h"
 #include "shell/i_user_ctrl.h"
 
@@ -155,13 +155,15 @@ int Run(const Options& options) {
 void TellFailure(const std::exception& failure, const Options& options) {
   std::cerr << "dossier: " << failure.what() << "\n";
   const auto* known = dynamic_cast<const environment::Failure*>(&failure);
+  if (const auto* placed = dynamic_cast<const environment::PlacedFailure*>(&failure))
+    std::cerr << environment::DetailsOf(*placed) << "\n";
   if (known && known->number() == environment::kObjectUnloaded) return;
   const bool with_windows =
       options.action == Options::Action::kPeople || options.action == Options::Action::kVisit;
   if (!with_windows || !HasDisplay()) return;
   const Views platform;
   if (QApplication::platformName() == "offscreen" || QApplication::platformName() == "minimal") return;
-  QMessageBox::critical(nullptr, "人员档案", failure.what());
+  ShowFailureBox(nullptr, failure.what(), failure);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "host/failure_box.h"
 #include "host/people_model.h"
 #include "platform/environment/failure.h"
 
@@ -165,7 +166,7 @@ void PeopleWindow::Open(const std::string& person) {
 }
 
 void PeopleWindow::ShowFailure(const std::exception& failure) {
-  QMessageBox::warning(this, windowTitle(), QString("无法维护此人：") + failure.what());
+  ShowFailureBox(this, QString("无法维护此人：") + failure.what(), failure);
 }
 
 }  // namespace dossierkit::host

@@ -1,6 +1,7 @@
 #include "metadata/loaders.h"
 
 #include "platform/ado/recordset.h"
+#include "platform/environment/placed_failure.h"
 #include "platform/environment/text.h"
 #include "visit/runtime.h"
 
@@ -37,6 +38,11 @@ std::shared_ptr<cFieldItem> ReadItem(const ado::Recordset& row) {
   return item;
 }
 
+// The field whose row the metadata stand on, for a failure.
+environment::Place PlaceOf(const std::string& table, const ado::Recordset& metadata) {
+  return {table, TextOr(metadata.Fields("itemname"), ""), "读取字段的定义", MetadataQuery(table)};
+}
+
 void AddUnderItsKey(cFieldItems& items, std::shared_ptr<cFieldItem> item) {
   const std::string key = item->TblName + "_" + item->ItemName;
   items.Add(item, key);
@@ -65,7 +71,7 @@ std::shared_ptr<cFieldItems> LoadFieldItems(const std::string& table) {
   metadata.Open(MetadataQuery(table), gConnection());
   const auto rows = environment::ToInt16(std::int64_t{metadata.RecordCount()});
   for (std::int16_t i = 1; i <= rows; i = Next(i)) {
-    AddUnderItsKey(*items, ReadItem(metadata));
+    environment::At(PlaceOf(table, metadata), [&] { AddUnderItsKey(*items, ReadItem(metadata)); });
     metadata.MoveNext();
   }
   metadata.Close();
@@ -84,9 +90,13 @@ std::shared_ptr<cFieldItems> LoadFieldValues(const std::string& table, const std
     if (number >= 1) query += " and " + table + "99=" + std::to_string(number);
     record.Open(query, gConnection());
     for (std::int16_t i = 1; i <= rows; i = Next(i)) {
-      auto item = ReadItem(metadata);
-      if (record.RecordCount() > 0) ReadValue(*item, record);
-      AddUnderItsKey(*items, std::move(item));
+      environment::At(PlaceOf(table, metadata), [&] {
+        auto item = ReadItem(metadata);
+        if (record.RecordCount() > 0) {
+          environment::At({.doing = "读取字段的内容", .statement = query}, [&] { ReadValue(*item, record); });
+        }
+        AddUnderItsKey(*items, std::move(item));
+      });
       metadata.MoveNext();
     }
     record.Close();

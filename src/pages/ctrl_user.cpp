@@ -2,6 +2,7 @@
 #include "pages/ctrl_user.h"
 
 #include "metadata/field_items.h"
+#include "pages/control_place.h"
 #include "photos/photo_files.h"
 #include "platform/environment/format.h"
 #include "platform/environment/text.h"
@@ -56,20 +57,22 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
   mFilling_ = true;
   for (const auto& control : Controls()) {
     if (design_.photo && control->Name() == "imgPerson") {
-      ShowPhotoInImage(*control, PhotoFile());
+      environment::At({.set = wh_info_.TabId, .doing = "显示照片 " + PhotoFile()},
+                      [&] { ShowPhotoInImage(*control, PhotoFile()); });
     }
-    if (IsValueControl(*control)) {
+    const bool is_value = IsValueControl(*control);
+    if (!is_value && environment::Right(control->Name(), 2) != kCaptionEnding) continue;
+    environment::At(PlaceOf(*control, "填写页面"), [&] {
       if (auto* text = dynamic_cast<toolkit::TextBox*>(control.get())) {
         FillTextBox(*text, *Fitems->Item(KeyOf(*control)));
       } else if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(control.get())) {
         FillMaskEdBox(*masked, *Fitems->Item(KeyOf(*control)));
       } else if (auto* check = dynamic_cast<toolkit::CheckBox*>(control.get())) {
         FillCheckBox(*check, *Fitems->Item(KeyOf(*control)));
-      }
-    } else if (environment::Right(control->Name(), 2) == kCaptionEnding) {
-      if (auto* label = dynamic_cast<toolkit::Label*>(control.get()))
+      } else if (auto* label = dynamic_cast<toolkit::Label*>(control.get()); label && !is_value) {
         FillCaption(*label, *Fitems->Item(KeyOf(*control)));
-    }
+      }
+    });
   }
   wh_info_.IsChange = false;
   mFilling_ = false;

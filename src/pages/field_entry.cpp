@@ -2,6 +2,7 @@
 #include "codes/fm_grp_cod.h"
 #include "codes/lookup_code.h"
 #include "pages/check_field_rule.h"
+#include "pages/control_place.h"
 #include "pages/ctrl_user.h"
 #include "platform/environment/dates.h"
 #include "platform/environment/format.h"
@@ -97,20 +98,23 @@ void ctrlUser::cItems_LostFocus(toolkit::Control&) { labExplain_->SetCaption("")
 
 void ctrlUser::cItems_Validate(toolkit::Control& ctl, bool& Cancel) {
   if (!wh_info_.IsChange || mFilling_ || !IsValueControl(ctl)) return;
-  const auto item = field_items_->Item(KeyOf(ctl));
-  if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl)) {
-    CheckMasked(*item, *masked, Cancel);
-  } else if (auto* text = dynamic_cast<toolkit::TextBox*>(&ctl)) {
-    CheckTextBox(*item, *text, Cancel);
-  }
+  environment::At(PlaceOf(ctl, "检查录入的内容"), [&] {
+    const auto item = field_items_->Item(KeyOf(ctl));
+    if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(&ctl)) {
+      CheckMasked(*item, *masked, Cancel);
+    } else if (auto* text = dynamic_cast<toolkit::TextBox*>(&ctl)) {
+      CheckTextBox(*item, *text, Cancel);
+    }
+  });
 }
 
 void ctrlUser::cItems_Dblclick(toolkit::Control& ctl) {
   auto* box = dynamic_cast<toolkit::TextBox*>(&ctl);
   if (!box || !IsValueControl(ctl)) return;
-  const auto item = field_items_->Item(KeyOf(ctl));
-  if (item->CodeTable.empty()) return;
-  ChooseCode(*item, *box, "", environment::TextOf(item->Dmcod), item->Dmcpt);
+  environment::At(PlaceOf(ctl, "选择代码"), [&] {
+    const auto item = field_items_->Item(KeyOf(ctl));
+    if (!item->CodeTable.empty()) ChooseCode(*item, *box, "", environment::TextOf(item->Dmcod), item->Dmcpt);
+  });
 }
 
 }  // namespace dossierkit

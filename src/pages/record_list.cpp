@@ -2,6 +2,7 @@
 #include "metadata/field_items.h"
 #include "metadata/loaders.h"
 #include "pages/ctrl_user.h"
+#include "platform/environment/placed_failure.h"
 #include "visit/runtime.h"
 
 namespace dossierkit {
@@ -55,7 +56,8 @@ void ctrlUser::setDGItems() {
   if (count > 0) {
     for (std::int32_t i = 1; i <= count; ++i) {
       query += (query.empty() ? "select " : ", ") + SelectItem(set, columns);
-      widths.push_back(environment::ToInt16(columns.Fields("fldwidth")));
+      environment::At({set, TextOf(columns.Fields("itemname")), "读取记录列表的列宽"},
+                      [&] { widths.push_back(environment::ToInt16(columns.Fields("fldwidth"))); });
       columns.MoveNext();
     }
     columns.Filter("codetable<>''");
@@ -73,7 +75,7 @@ void ctrlUser::setDGItems() {
       }));
   hooks_.push_back(AdodcRs_->MoveComplete.Subscribe(
       [this](std::int32_t, std::int32_t&, ado::Recordset&) { AdodcRs_MoveComplete(); }));
-  AdodcRs_->Open(query, gConnection());
+  environment::At({.set = set, .doing = "读取记录列表"}, [&] { AdodcRs_->Open(query, gConnection()); });
   DGItems_->SetDataSource(AdodcRs_);
   mTrackMove_ = true;
   if (AdodcRs_->RecordCount() >= 1) {

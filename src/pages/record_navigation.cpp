@@ -2,6 +2,7 @@
 #include "metadata/field_items.h"
 #include "metadata/loaders.h"
 #include "pages/ctrl_user.h"
+#include "platform/environment/placed_failure.h"
 #include "platform/environment/text.h"
 #include "visit/dossier_window.h"
 #include "visit/runtime.h"
@@ -24,21 +25,23 @@ void ctrlUser::AdodcRs_WillMove(std::int32_t /*adReason*/, std::int32_t& adStatu
 // Required: the same after a move that was cancelled, which refills the form and drops the edits.
 void ctrlUser::AdodcRs_MoveComplete() {
   if (!mTrackMove_) return;
-  if (AdodcRs_->RecordCount() > 0) {
-    const std::int16_t number = CurrentRecordNumber();
-    if (number < 1) {
-      field_items_ = LoadFieldItems(wh_info_.TabId);
-    } else {
-      wh_info_.id = number;
-      field_items_ = LoadFieldValues(wh_info_.TabId, wh_info_.personID, number);
-      labOpt_->SetCaption("当前操作：修改 ");
-      DGItems_->SetShowsRow(true);
-      auto& bar = TheRuntime().window->TbMain();
-      bar.Button("Add").SetEnabled(true);
-      bar.Button("Delete").SetEnabled(true);
+  environment::At({.set = wh_info_.TabId, .doing = "显示选中的记录"}, [&] {
+    if (AdodcRs_->RecordCount() > 0) {
+      const std::int16_t number = CurrentRecordNumber();
+      if (number < 1) {
+        field_items_ = LoadFieldItems(wh_info_.TabId);
+      } else {
+        wh_info_.id = number;
+        field_items_ = LoadFieldValues(wh_info_.TabId, wh_info_.personID, number);
+        labOpt_->SetCaption("当前操作：修改 ");
+        DGItems_->SetShowsRow(true);
+        auto& bar = TheRuntime().window->TbMain();
+        bar.Button("Add").SetEnabled(true);
+        bar.Button("Delete").SetEnabled(true);
+      }
+      setCtrl(field_items_);
     }
-    setCtrl(field_items_);
-  }
+  });
   FocusFirstField();
 }
 

@@ -4,6 +4,7 @@
 #include "metadata/record_save.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
+#include "platform/environment/placed_failure.h"
 #include "visit/runtime.h"
 
 namespace dossierkit {
@@ -105,7 +106,8 @@ void frmDossier::Form_Load() {
 
 void frmDossier::LoadMenu() {
   ado::Recordset sets;
-  sets.Open("SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp", gConnection());
+  const std::string query = "SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp";
+  sets.Open(query, gConnection());
   if (sets.RecordCount() > 0) {
     SetCount = environment::ToInt16(std::int64_t{sets.RecordCount()});
     auto& menu = VMenu1();
@@ -113,8 +115,12 @@ void frmDossier::LoadMenu() {
     menu.set_menuitemsmax(environment::ToInt16(std::int64_t{SetCount} + 1));
     for (std::int16_t i = 1; i <= SetCount; ++i) {
       menu.set_menuitemcur(i);
-      menu.set_menuitemcaption(environment::TextOf(sets.Fields("tbldesc")));
-      menu.set_menuitemkey(environment::TextOf(sets.Fields("tblname")));
+      environment::At(
+          {.set = environment::TextOr(sets.Fields("tblname"), ""), .doing = "读取菜单", .statement = query},
+          [&] {
+            menu.set_menuitemcaption(environment::TextOf(sets.Fields("tbldesc")));
+            menu.set_menuitemkey(environment::TextOf(sets.Fields("tblname")));
+          });
       sets.MoveNext();
     }
   }

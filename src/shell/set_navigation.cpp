@@ -2,6 +2,7 @@
 #include "metadata/loaders.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
+#include "platform/environment/placed_failure.h"
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/data_grid.h"
 #include "shell/frm_dossier.h"
@@ -73,26 +74,29 @@ void frmDossier::VMenu1_MenuItemClick(std::int32_t group, std::int32_t item) {
   // Required: the refusal leaves the items and icons half undone.
   if (!MayOpenSet()) return;
   const std::string TabId = menu.menuitemkey();
-  const auto page = LoadUCtrl("ctrlUser" + TabId);
-  IniUCtrl(*page, TabId, DealType);
-  cWhInfo& info = page->WhInfo();
-  info.IsChange = false;
-  const bool may_add = info.TabId == "A01" || info.IsMult;
-  TbMain().Button("Add").SetEnabled(may_add);
-  TbMain().Button("Delete").SetEnabled(may_add);
-  std::string count = "select count(*) from " + TabId + " where A00 ='" + personID + "'";
-  if (info.IsMult) count += " and " + TabId + "99 >0";
-  if (CountOf(count) > 0) {
-    frmCtrl_->SetEnabled(true);
-    SetLabOpt(*page, "Mod");
-  } else {
-    frmCtrl_->SetEnabled(false);
-    TbMain_ButtonClick(TbMain().Button("Add"));
-  }
-  // Fails for a set without a row in s_infotable; the value is not used.
-  gConnection()
-      .Execute("select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='" + info.TabId + "'")
-      ->Fields(0);
+  environment::At({.set = TabId, .doing = "打开信息集"}, [&] {
+    const auto page = LoadUCtrl("ctrlUser" + TabId);
+    IniUCtrl(*page, TabId, DealType);
+    cWhInfo& info = page->WhInfo();
+    info.IsChange = false;
+    const bool may_add = info.TabId == "A01" || info.IsMult;
+    TbMain().Button("Add").SetEnabled(may_add);
+    TbMain().Button("Delete").SetEnabled(may_add);
+    std::string count = "select count(*) from " + TabId + " where A00 ='" + personID + "'";
+    if (info.IsMult) count += " and " + TabId + "99 >0";
+    if (CountOf(count) > 0) {
+      frmCtrl_->SetEnabled(true);
+      SetLabOpt(*page, "Mod");
+    } else {
+      frmCtrl_->SetEnabled(false);
+      TbMain_ButtonClick(TbMain().Button("Add"));
+    }
+    // Fails for a set without a row in s_infotable; the value is not used.
+    gConnection()
+        .Execute("select iif(tbldesc is null,'',tbldesc)  from s_infotable where tblname ='" + info.TabId +
+                 "'")
+        ->Fields(0);
+  });
 }
 
 // Asks about edits of the page on show. False: a save was asked for and failed.

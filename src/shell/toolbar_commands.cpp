@@ -2,6 +2,7 @@
 #include "metadata/loaders.h"
 #include "photos/photo_files.h"
 #include "platform/ado/recordset.h"
+#include "platform/environment/placed_failure.h"
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/data_grid.h"
 #include "shell/frm_dossier.h"
@@ -15,11 +16,15 @@ void frmDossier::TbMain_ButtonClick(const toolkit::ToolbarButton& Button) {
   const auto ctrl = GetUserCtrl();
   if (!ctrl) return;
   const std::string& key = Button.Key();
-  if (key == "Add") Add(*ctrl);
-  if (key == "Delete") Delete(*ctrl);
-  if (key == "Save") SaveCommand(*ctrl);
-  if (key == "Cancel") Cancel(*ctrl);
-  if (key == "Exit") Exit(*ctrl);
+  const std::string set = ctrl->WhInfo().TabId;
+  const auto run = [&](const char* doing, void (frmDossier::*command)(DossierPage&)) {
+    environment::At({.set = set, .doing = doing}, [&] { (this->*command)(*ctrl); });
+  };
+  if (key == "Add") run("增加记录", &frmDossier::Add);
+  if (key == "Delete") run("删除记录", &frmDossier::Delete);
+  if (key == "Save") run("保存记录", &frmDossier::SaveCommand);
+  if (key == "Cancel") run("取消修改", &frmDossier::Cancel);
+  if (key == "Exit") run("退出", &frmDossier::Exit);
 }
 
 toolkit::MessageAnswer frmDossier::Ask(const std::string& question) {

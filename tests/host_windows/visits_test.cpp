@@ -4,14 +4,18 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTimer>
 #include <stdexcept>
 
+#include "host/failure_box.h"
 #include "host/people_window.h"
 #include "platform/ado/tracing_connection.h"
-#include "platform/environment/failure.h"
+#include "platform/environment/placed_failure.h"
 #include "shell/component.h"
 #include "tests/host_windows/boxes.h"
 #include "tests/support/visit.h"
@@ -326,6 +330,66 @@ TEST_F(HostBoxes, AListThatCannotBeReadIsTold) {
   OpenSelected();
   ASSERT_EQ(boxes_.texts.size(), 1U);
   EXPECT_EQ(boxes_.texts[0].find("读取人员列表失败："), 0U) << boxes_.texts[0];
+}
+
+class FailureBoxes : public HostBoxes {
+ protected:
+  // Tells of the failure of a visit while `look` looks at the box, which is closed behind it.
+  void Tell(const std::exception& failure, const std::function<void(QDialog&)>& look) {
+    QTimer::singleShot(50, &timer_, [look] {
+      auto& box = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+      look(box);
+      Button(box, "确定")->click();
+    });
+    ShowFailureBox(nullptr, "无法维护此人：类型不匹配", failure);
+  }
+  static QPushButton* Button(const QDialog& box, const QString& caption) {
+    for (auto* button : box.findChildren<QPushButton*>()) {
+      if (button->text() == caption) return button;
+    }
+    return nullptr;
+  }
+
+ private:
+  QObject timer_;
+};
+
+TEST_F(FailureBoxes, SaysWhereUnderDetailsAndCopiesIt) {
+  boxes_.Rest();
+  environment::PlacedFailure failure(environment::MakeFailure(environment::kTypeMismatch));
+  failure.Add({"A03", "A0302", "读取字段的定义", "select 1"});
+  const QString details =
+      "错误 13：类型不匹配\n信息集：A03\n字段：A0302\n正在：读取字段的定义\n语句：select 1";
+  QApplication::clipboard()->setText("before");
+  bool looked = false;
+  Tell(failure, [&](QDialog& box) {
+    looked = true;
+    EXPECT_EQ(box.findChild<QLabel*>()->text(), "无法维护此人：类型不匹配");
+    auto* shown = box.findChild<QPlainTextEdit*>();
+    ASSERT_TRUE(shown);
+    EXPECT_FALSE(shown->isVisible());
+    EXPECT_FALSE(Button(box, "复制(&C)")->isVisible());
+    Button(box, "详细信息(&D)")->click();
+    EXPECT_TRUE(shown->isVisible());
+    EXPECT_EQ(shown->toPlainText(), details);
+    Button(box, "复制(&C)")->click();
+    Button(box, "详细信息(&D)")->click();
+    EXPECT_FALSE(shown->isVisible());
+  });
+  EXPECT_TRUE(looked);
+  EXPECT_EQ(QApplication::clipboard()->text(), details);
+}
+
+TEST_F(FailureBoxes, HasNoDetailsOfAFailureThatSaysNone) {
+  boxes_.Rest();
+  bool looked = false;
+  Tell(environment::MakeFailure(environment::kPathAccess), [&](QDialog& box) {
+    looked = true;
+    EXPECT_FALSE(box.findChild<QPlainTextEdit*>());
+    EXPECT_FALSE(Button(box, "详细信息(&D)"));
+  });
+  Tell(std::runtime_error("x"), [&](QDialog& box) { EXPECT_FALSE(Button(box, "复制(&C)")); });
+  EXPECT_TRUE(looked);
 }
 
 }  // namespace
