@@ -55,7 +55,7 @@ set(headers
   platform/ado/recordset.h
   platform/ado/tracing_connection.h
   platform/environment/clock.h
-  platform/environment/failure.h
+  platform/environment/placed_failure.h
   platform/files/files.h
   host/care/care.h
   host/check/check.h
