@@ -232,6 +232,25 @@ TEST_F(WholeKeyTest, TheMenuMarksByArrowsAndPagesAndClicksByEnter) {
   });
 }
 
+TEST_F(WholeKeyTest, AKeyChoosesThePresentRowWhereItDoesNotLookChosen) {
+  Visit([&] {
+    ado::Snapshot data;
+    data.AddColumn({"序号", ado::ColumnKind::kInteger, {}});
+    for (int i = 1; i <= 3; ++i) data.AppendInteger(i);
+    const auto rows = std::make_shared<ado::Recordset>(std::move(data));
+    const auto grid = form->Get<DataGrid>("grid");
+    grid->SetDataSource(rows);
+    grid->SetFocus();
+    int moves = 0;
+    On(rows->MoveComplete, [&](std::int32_t, std::int32_t&, ado::Recordset&) { ++moves; });
+    EXPECT_FALSE(form->UserKey({kKeyHome, 0, {}}));
+    EXPECT_EQ(moves, 0) << "it is chosen already";
+    grid->SetShowsRow(false);
+    EXPECT_FALSE(form->UserKey({kKeyHome, 0, {}}));
+    EXPECT_EQ(moves, 1);
+  });
+}
+
 using PickerKeyTest = PickerTest;
 
 TEST_F(PickerKeyTest, AListPagesByTheRowsInSight) {
