@@ -13,6 +13,7 @@
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
 #include "tests/support/stage.h"
+#include "visit/runtime.h"
 
 namespace dossierkit::bench {
 

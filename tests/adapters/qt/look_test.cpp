@@ -1,9 +1,9 @@
 // The fonts of the views.
+#include "adapters/qt/look.h"
+
 #include <gtest/gtest.h>
 
 #include <QFontInfo>
-
-#include "adapters/qt/look.h"
 
 namespace dossierkit::qt {
 namespace {

@@ -247,7 +247,9 @@ TEST(SqliteConnection, SeveralValuesInThePlaceOfOneAreToldInChinese) {
 
 TEST(SqliteConnection, LenIsTheEnginesOwnLength) {
   const auto rendered = [](std::string_view statement) {
-    return jet::Translate(statement, [](std::string_view) { return nullptr; }, kRenderer).text;
+    return jet::Translate(
+               statement, [](std::string_view) { return nullptr; }, kRenderer)
+        .text;
   };
   EXPECT_EQ(rendered("select a from T where LEN (a)=1 and len(b)=2 and x='len(c)'"),
             "select a from T where length (a)=1 and length(b)=2 and x='len(c)'");

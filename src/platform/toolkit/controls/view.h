@@ -12,7 +12,7 @@ enum class Aspect {
   kContent,  // rows, items with their texts and colours, enabled buttons, picture, columns with their widths
   kSelection,  // current row or item, which nodes are open, the tab in front; caret and selection in a text
                // that stays
-  kFocus,  // the control has got the focus, or keeps it where a check refused to let it go
+  kFocus,      // the control has got the focus, or keeps it where a check refused to let it go
 };
 
 // A view shows the model's state and reports what the user wants by the model's User... methods.
