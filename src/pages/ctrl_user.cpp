@@ -60,17 +60,18 @@ void ctrlUser::setCtrl(const std::shared_ptr<cFieldItems>& Fitems) {
       environment::At({.set = wh_info_.TabId, .doing = "显示照片 " + PhotoFile()},
                       [&] { ShowPhotoInImage(*control, PhotoFile()); });
     }
-    const bool is_value = IsValueControl(*control);
-    if (!is_value && environment::Right(control->Name(), 2) != kCaptionEnding) continue;
     environment::At(PlaceOf(*control, "填写页面"), [&] {
-      if (auto* text = dynamic_cast<toolkit::TextBox*>(control.get())) {
-        FillTextBox(*text, *Fitems->Item(KeyOf(*control)));
-      } else if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(control.get())) {
-        FillMaskEdBox(*masked, *Fitems->Item(KeyOf(*control)));
-      } else if (auto* check = dynamic_cast<toolkit::CheckBox*>(control.get())) {
-        FillCheckBox(*check, *Fitems->Item(KeyOf(*control)));
-      } else if (auto* label = dynamic_cast<toolkit::Label*>(control.get()); label && !is_value) {
-        FillCaption(*label, *Fitems->Item(KeyOf(*control)));
+      if (IsValueControl(*control)) {
+        if (auto* text = dynamic_cast<toolkit::TextBox*>(control.get())) {
+          FillTextBox(*text, *Fitems->Item(KeyOf(*control)));
+        } else if (auto* masked = dynamic_cast<toolkit::MaskEdBox*>(control.get())) {
+          FillMaskEdBox(*masked, *Fitems->Item(KeyOf(*control)));
+        } else if (auto* check = dynamic_cast<toolkit::CheckBox*>(control.get())) {
+          FillCheckBox(*check, *Fitems->Item(KeyOf(*control)));
+        }
+      } else if (environment::Right(control->Name(), 2) == kCaptionEnding) {
+        if (auto* label = dynamic_cast<toolkit::Label*>(control.get()))
+          FillCaption(*label, *Fitems->Item(KeyOf(*control)));
       }
     });
   }

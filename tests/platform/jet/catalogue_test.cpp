@@ -248,8 +248,8 @@ TEST(StrictEngine, ListsOfTextsDisregardCaseToo) {
             "select A00 from A02 where lower(A00) in (select lower(A00) from A01 where "
             "lower(A0101)=lower(A0202)) and A0299=1");
   EXPECT_EQ(Strict("select A00 from A02 where A00 in (select A00+'x' from A01)"),
-            "select A00 from A02 where lower(A00) in (select A00+'x' from A01)")
-      << "a sum stays as it is";
+            "select A00 from A02 where A00 in (select A00+'x' from A01)")
+      << "a sum stays as it is, and so does what it is compared with";
 }
 
 TEST(StrictEngine, ANameIsLookedForInItsSelectAndTheOneAround) {
