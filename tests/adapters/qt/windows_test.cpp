@@ -245,7 +245,8 @@ TEST_F(QtWindows, ABusyPointerShowsInALongEvent) {
 }
 
 TEST_F(QtWindows, TheProgramsApplicationObjectIsUsedAndAPlainOneMadeWhereThereIsNone) {
-  const auto& kind = typeid(*QCoreApplication::instance());
+  const QCoreApplication& application = *QCoreApplication::instance();
+  const auto& kind = typeid(application);
   EXPECT_TRUE(kind == typeid(QApplication) || kind == typeid(tests::ForeignApplication)) << kind.name();
 }
 
