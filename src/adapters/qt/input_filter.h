@@ -22,7 +22,7 @@ class InputFilter {
   explicit InputFilter(QtApplication& application) : application_(application) {}
 
   // Whether the event must go no further.
-  bool Stops(QWindow& window, QEvent& event);
+  bool Stops(QWindow& native, QEvent& event);
   bool Stops(QWidget& widget, QEvent& event);
 
   // Between a press that goes on and its release nothing may move below the pointer: the release would miss
