@@ -72,7 +72,7 @@ class Writer {
   void EndOrderItem();
 
   void PlanAround(std::size_t index);
-  void PlanItem(const Operand& operand);
+  void PlanItem(const Operand& item);
   void PlanComparison(const Operand& left, const Operand& right);
   void PlanList(const Operand& left, std::size_t open);
   void FollowPlan();
