@@ -70,10 +70,10 @@ case $way in
     on_installation "$folder/prefix"
     ;;
   package)
-    rm -rf "$folder/root" "$folder/packages"
+    rm -rf "$folder/unpacked" "$folder/packages"
     (cd "$4" && quietly cpack -B "$folder/packages")
-    dpkg-deb -x "$folder"/packages/libdossierkit-dev_*.deb "$folder/root"
-    on_installation "$folder/root/usr"
+    dpkg-deb -x "$folder"/packages/libdossierkit-dev_*.deb "$folder/unpacked"
+    on_installation "$folder/unpacked/usr"
     ;;
   *) echo "embed: no such way: $way" >&2; exit 2 ;;
 esac
