@@ -73,7 +73,6 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent), bar_(new QScrollBar(
   setTextFormat(Qt::PlainText);
   bar_->hide();
   bar_->setFocusPolicy(Qt::NoFocus);
-  bar_->setContextMenuPolicy(Qt::NoContextMenu);
   connect(bar_, &QScrollBar::valueChanged, this, [this] { Arrange(); });
 }
 

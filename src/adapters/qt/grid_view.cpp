@@ -97,14 +97,10 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
   native_->setAlternatingRowColors(true);
   native_->setWordWrap(false);
   native_->setTabKeyNavigation(false);
-  native_->setContextMenuPolicy(Qt::NoContextMenu);
   native_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-  native_->setCornerButtonEnabled(false);
   native_->verticalHeader()->hide();
   native_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   native_->verticalHeader()->setMinimumSectionSize(1);
-  native_->horizontalHeader()->setHighlightSections(false);
-  native_->horizontalHeader()->setSectionsClickable(false);
   native_->horizontalHeader()->setMinimumSectionSize(0);
   native_->horizontalHeader()->setFocusPolicy(Qt::NoFocus);
   QPalette palette = native_->palette();
@@ -131,10 +127,9 @@ int GridView::RowsInSight() const {
   return native_->viewport()->height() / std::max(1, native_->verticalHeader()->defaultSectionSize());
 }
 
+// The model shows what became of it.
 void GridView::RowWanted(int row) {
-  const auto life = Life();
   Context().application.Guard([&] { grid_.UserSelectRow(row + 1); });
-  if (!life.expired()) ShowSelection();
 }
 
 void GridView::ColumnResized(int column, int pixels) {

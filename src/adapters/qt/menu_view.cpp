@@ -68,7 +68,6 @@ MenuView::MenuView(ViewContext& context, toolkit::VerticalMenu& menu)
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list_->setContextMenuPolicy(Qt::NoContextMenu);
   model_ = new MenuModel(menu, Widget());
   list_->setModel(model_);
   list_->setItemDelegate(new MenuDelegate(GetMetrics(), *model_, list_));

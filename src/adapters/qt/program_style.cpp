@@ -48,6 +48,7 @@ int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
                             QStyleHintReturn* result) const {
   switch (hint) {
     case SH_ItemView_ShowDecorationSelected: return 1;
+    case SH_ScrollBar_ContextMenu: return 0;  // in Qt's words, and a loop of its own
     case SH_Table_GridLineColor: return static_cast<int>(LineColor().lighter(108).rgb());
     default: return QProxyStyle::styleHint(hint, option, widget, result);
   }

@@ -37,7 +37,6 @@ TabStripView::TabStripView(ViewContext& context, toolkit::TabStrip& strip)
   bar_->setFocusPolicy(Qt::StrongFocus);
   bar_->setExpanding(false);
   bar_->setDrawBase(false);
-  bar_->setContextMenuPolicy(Qt::NoContextMenu);
   QObject::connect(bar_, &QTabBar::currentChanged, Hub(), [this](int tab) {
     if (!showing_) TabWanted(tab);
   });

@@ -41,7 +41,6 @@ void ToolbarView::Build() {
     button->setObjectName(ToQString(buttons[i].Key()));
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);
-    button->setContextMenuPolicy(Qt::NoContextMenu);
     const QString caption = ToQString(buttons[i].Caption());
     button->setText(caption);
     button->setShortcut({});  // mnemonics are the model's

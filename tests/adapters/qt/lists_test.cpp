@@ -1,3 +1,5 @@
+#include <QAccessible>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QListView>
@@ -63,6 +65,57 @@ TEST_F(QtLists, ACancelledMovePutsTheSelectionBack) {
     Table()->selectRow(3);  // as accessibility does
     EXPECT_EQ(Table()->currentIndex().row(), 0);
     EXPECT_TRUE(Table()->selectionModel()->isRowSelected(0));
+  });
+}
+
+// Selecting a row beside the chosen one adds to it where a list may have several.
+TEST_F(QtLists, ACancelledMoveOfAScreenReaderLeavesOneRowSelected) {
+  Play([&] {
+    On(form->rows->WillMove,
+       [&](std::int32_t, std::int32_t& status, ado::Recordset&) { status = ado::kStatusCancel; });
+    QAccessible::queryAccessibleInterface(Table())->tableInterface()->selectRow(1);
+    EXPECT_EQ(form->page->grid->Row(), 1);
+    const auto rows = Table()->selectionModel()->selectedRows(1);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].row(), 0);
+  });
+}
+
+TEST_F(QtLists, AClickOnAHeadingSelectsNothing) {
+  Play([&] {
+    ClickRow(Table(), 2, 1);
+    auto* head = Table()->horizontalHeader();
+    QTest::mouseClick(head->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      {head->sectionViewportPosition(2) + 40, head->height() / 2});
+    const auto rows = Table()->selectionModel()->selectedRows(1);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].row(), 2);
+    EXPECT_FALSE(Table()->selectionModel()->isSelected(Table()->model()->index(5, 2)));
+    EXPECT_EQ(form->page->grid->Row(), 3);
+  });
+}
+
+// Its texts would be Qt's own.
+TEST_F(QtLists, NoPartOfAListHasAContextMenu) {
+  Play([&] {
+    int menus = 0;
+    for (QAbstractScrollArea* list :
+         {static_cast<QAbstractScrollArea*>(Table()), static_cast<QAbstractScrollArea*>(Menu())}) {
+      for (QWidget* part :
+           {static_cast<QWidget*>(list), list->viewport(), static_cast<QWidget*>(list->verticalScrollBar()),
+            static_cast<QWidget*>(list->horizontalScrollBar())}) {
+        QTimer::singleShot(0, qApp, [&] {
+          if (QWidget* menu = QApplication::activePopupWidget()) {
+            ++menus;
+            menu->close();
+          }
+        });
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, {5, 5}, part->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(part, &asked);
+        QCoreApplication::processEvents();
+      }
+    }
+    EXPECT_EQ(menus, 0);
   });
 }
 
