@@ -93,8 +93,6 @@ QFont Metrics::FontOf(const toolkit::Font& font) const {
   return native;
 }
 
-QFont Metrics::ProgramFont() const { return FontOf({kProgramFont, kProgramFontSize, false}); }
-
 void PaintBox(QPainter& painter, const QRect& place, const QBrush& fill, const BoxEdge& edge) {
   const double inset = edge.width / 2.0;
   painter.save();

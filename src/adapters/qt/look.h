@@ -17,10 +17,9 @@ namespace dossierkit::qt {
 // The palette of the whole program: calm, with enough contrast for a working day.
 QPalette ProgramPalette();
 
-// The family that texts without a font of their own get, and the size in points.
+// The families that stand in for one that is not installed.
 inline constexpr char kProgramFont[] = "WenQuanYi Zen Hei";
 inline constexpr char kProgramFontElsewhere[] = "Noto Sans CJK SC";
-inline constexpr double kProgramFontSize = 9;
 
 // A colour of the model; a system colour is looked up in the program's palette.
 QColor ColorOf(toolkit::Color color);
@@ -52,7 +51,8 @@ class Metrics {
   int Ring() const { return Scaled(2); }
   double Radius() const { return 3 * scale_.Factor(); }
   QFont FontOf(const toolkit::Font& font) const;
-  QFont ProgramFont() const;
+  // Of texts that no control has: as the controls', so that it is loaded once.
+  QFont ProgramFont() const { return FontOf({}); }
 
  private:
   toolkit::Scale scale_;
