@@ -48,10 +48,14 @@ set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "dossiers of award candidates
 One window for one person, a page for each set of information: basic data,
 education, work history, awards, patents and more. With a sample database.")
 
+set(odbc_package)
+if(DOSSIERKIT_ODBC)
+  set(odbc_package ", unixodbc-dev")
+endif()
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libdossierkit-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-  "dossierkit (= ${PROJECT_VERSION}), libsqlite3-dev, qt6-base-dev")
+  "dossierkit (= ${PROJECT_VERSION}), libsqlite3-dev, qt6-base-dev${odbc_package}")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "data-entry component for dossiers, for hosts in C++
 Libraries, headers and package files with which a program opens the window on
 a person of its own database.")

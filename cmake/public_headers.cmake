@@ -66,6 +66,9 @@ set(headers
 if(DOSSIERKIT_QT)
   list(APPEND headers adapters/qt/qt_platform.h)
 endif()
+if(DOSSIERKIT_ODBC)
+  list(APPEND headers adapters/odbc/odbc_connection.h)
+endif()
 dossierkit_publish(${headers})
 
 list(TRANSFORM headers REPLACE "(.+)" "#include \"dossierkit/\\1\"" OUTPUT_VARIABLE DOSSIERKIT_INCLUDES)

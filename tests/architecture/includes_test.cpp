@@ -37,6 +37,7 @@ const std::map<std::string, std::set<std::string>> kAllowed = {
     {"pages", {"platform", "visit", "metadata", "binding", "codes", "photos"}},
     {"shell", {"platform", "visit", "metadata", "binding", "codes", "photos", "pages"}},
     {"adapters/sqlite", {"platform/environment", "platform/ado", "platform/jet"}},
+    {"adapters/odbc", {"platform/environment", "platform/ado", "platform/jet"}},
     {"adapters/headless", {"platform/environment", "platform/files", "platform/toolkit"}},
     {"adapters/qt", {"platform/environment", "platform/files", "platform/toolkit"}},
 };
@@ -50,6 +51,7 @@ const std::set<std::string> kSystemFiles = {"platform/files/disk_posix.cpp"};
 // Headers of libraries, by the folder that may use them.
 const std::regex kQtHeader("Q[A-Za-z]+|Q[A-Za-z]+/.*|qt.*");
 const std::regex kSqliteHeader("sqlite3\\.h");
+const std::regex kOdbcHeader("sql(ext|types|ucode)?\\.h");
 
 std::vector<fs::path> Sources(const fs::path& folder) {
   std::vector<fs::path> files;
@@ -112,6 +114,8 @@ TEST(Architecture, LibrariesStayInTheirAdapters) {
       EXPECT_TRUE(folder == "adapters/qt" || !std::regex_match(header, kQtHeader))
           << file << " includes " << header;
       EXPECT_TRUE(folder == "adapters/sqlite" || !std::regex_match(header, kSqliteHeader))
+          << file << " includes " << header;
+      EXPECT_TRUE(folder == "adapters/odbc" || !std::regex_match(header, kOdbcHeader))
           << file << " includes " << header;
       const bool is_library =
           header.find('.') != std::string::npos || std::isupper(static_cast<unsigned char>(header[0]));

@@ -13,7 +13,7 @@ program=$here/packages/dossierkit_${version}_$(dpkg --print-architecture).deb
 library=$here/packages/libdossierkit-dev_${version}_$(dpkg --print-architecture).deb
 expect "the version of the program" "$(dpkg-deb -f "$program" Version)" "$version"
 expect "what the library asks for" "$(dpkg-deb -f "$library" Depends)" \
-  "dossierkit (= $version), libsqlite3-dev, qt6-base-dev"
+  "dossierkit (= $version), libsqlite3-dev, qt6-base-dev, unixodbc-dev"
 dpkg-deb -f "$program" Depends | grep -q 'libqt6widgets6' || fail "the program does not ask for Qt"
 lintian --fail-on error --tag-display-limit 0 "$program" "$library" >"$here/log" 2>&1 || { cat "$here/log"; fail "lintian"; }
 

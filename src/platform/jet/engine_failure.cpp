@@ -39,6 +39,7 @@ Words WordsOf(EngineFailure what) {
     case EngineFailure::kTooLong: return {kEngineFailure, "语句或数据太长。"};
     case EngineFailure::kRolledBack:
       return {kEngineFailure, "数据库已经撤销了这个事务：请回滚后再重新开始。"};
+    case EngineFailure::kConnectionLost: return {kEngineFailure, "与数据库服务器的连接已断开：%。"};
     case EngineFailure::kOther: break;
   }
   return {kEngineFailure, "数据库错误：%。"};

@@ -35,6 +35,7 @@ TEST(EngineFailure, EachHasItsNumberAndWords) {
       {EngineFailure::kOutOfMemory, "-2147467259 内存不足。"},
       {EngineFailure::kTooLong, "-2147467259 语句或数据太长。"},
       {EngineFailure::kRolledBack, "-2147467259 数据库已经撤销了这个事务：请回滚后再重新开始。"},
+      {EngineFailure::kConnectionLost, "-2147467259 与数据库服务器的连接已断开：x%y。"},
       {EngineFailure::kOther, "-2147467259 数据库错误：x%y。"},
   };
   for (const auto& one : kFailures) {

@@ -1,0 +1,99 @@
+// Handles of ODBC: a link to a server and the queries that run on it, through the W functions.
+#pragma once
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "adapters/odbc/utf16.h"
+#include "platform/environment/value.h"
+
+namespace dossierkit::odbc {
+
+// What a driver says of its last failure.
+struct Diagnosis {
+  std::string state;  // five characters
+  int number = 0;     // the server's own
+  std::string words;  // on one line
+};
+
+// A call of the driver that failed.
+class DriverFailure : public std::runtime_error {
+ public:
+  explicit DriverFailure(Diagnosis told) : std::runtime_error(told.words), diagnosis(std::move(told)) {}
+  Diagnosis diagnosis;
+};
+
+// Owns one handle of ODBC.
+template <SQLSMALLINT kind>
+class Handle {
+ public:
+  explicit Handle(SQLHANDLE parent);
+  ~Handle() { SQLFreeHandle(kind, handle_); }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  SQLHANDLE Get() const { return handle_; }
+  // Throws a DriverFailure unless the call's result is a success.
+  void Require(SQLRETURN result) const;
+
+ private:
+  SQLHANDLE handle_ = SQL_NULL_HANDLE;
+};
+
+// A connection to a server.
+class Link {
+ public:
+  // Connects, within `seconds`. Throws a DriverFailure.
+  Link(const std::string& connection_string, unsigned seconds);
+  ~Link();
+  Link(const Link&) = delete;
+  Link& operator=(const Link&) = delete;
+
+  SQLHANDLE Get() const { return connection_.Get(); }
+  // What the driver tells of the server, as in SQL_DBMS_NAME.
+  std::string Info(SQLUSMALLINT what) const;
+  // Statements belong to a transaction from now on, or each stands for itself.
+  void SetInTransaction(bool in_transaction);
+  void End(bool commit);
+
+ private:
+  Handle<SQL_HANDLE_ENV> environment_;
+  Handle<SQL_HANDLE_DBC> connection_;
+};
+
+// One statement and its rows.
+class Query {
+ public:
+  explicit Query(const Link& link);
+
+  // Sends one text, of which the driver changes nothing.
+  void Execute(const std::string& text);
+
+  int ColumnCount() const;
+  std::string ColumnName(int column) const;  // from 0, as all columns
+  std::string TypeName(int column) const;
+
+  // True while there is a row.
+  bool Fetch();
+  // The cells of a row, from the left to the right; nothing is NULL.
+  std::optional<std::int64_t> Integer(int column);
+  std::optional<double> Floating(int column);
+  std::optional<environment::DateTime> Date(int column);
+  // Points into the query, until the next one.
+  const std::string* Text(int column);
+
+ private:
+  template <typename C>
+  bool Get(int column, SQLSMALLINT type, C& value);
+  std::string Attribute(int column, SQLUSMALLINT what) const;
+
+  Handle<SQL_HANDLE_STMT> statement_;
+  std::string text_;
+};
+
+}  // namespace dossierkit::odbc

@@ -1,0 +1,125 @@
+#include "adapters/odbc/odbc_session.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "adapters/odbc/connection_string.h"
+#include "platform/environment/text.h"
+
+namespace dossierkit::odbc {
+namespace {
+
+using environment::Failure;
+
+// The detail that the words of a failure hold; nothing where they are others.
+std::optional<std::string> DetailOf(std::string_view words, const Meaning& meaning) {
+  if (meaning.before.empty()) return std::string(words);
+  const std::size_t found = words.find(meaning.before);
+  if (found == std::string_view::npos) return {};
+  const std::string_view rest = words.substr(found + meaning.before.size());
+  if (meaning.behind.empty()) return std::string(words);
+  const std::size_t end = rest.find(meaning.behind);
+  return end == std::string_view::npos ? std::nullopt : std::optional<std::string>(rest.substr(0, end));
+}
+
+// A name as the statement writes it: some servers tell it in small letters.
+std::string AsWritten(const std::string& name, const std::string& statement) {
+  const std::size_t found = environment::LowerCase(statement).find(environment::LowerCase(name));
+  return found == std::string::npos ? name : statement.substr(found, name.size());
+}
+
+Failure ConnectFailure(const Diagnosis& diagnosis, const std::string& connection_string) {
+  const std::string words = WithoutPasswords(diagnosis.words, connection_string);
+  const std::string number = diagnosis.number == 0 ? diagnosis.state : std::to_string(diagnosis.number);
+  return Failure(environment::kEngineFailure, "无法连接数据库服务器：" + words + "（" + number + "）。");
+}
+
+}  // namespace
+
+Session::Session(std::string connection_string, std::chrono::milliseconds busy_timeout)
+    : connection_string_(std::move(connection_string)), busy_timeout_(busy_timeout) {
+  Connect();
+}
+
+void Session::Connect() {
+  const auto seconds = static_cast<unsigned>(
+      std::max<std::int64_t>(1, std::chrono::ceil<std::chrono::seconds>(busy_timeout_).count()));
+  const auto connect = [&] {
+    try {
+      link_.reset();
+      link_ = std::make_unique<Link>(connection_string_, seconds);
+    } catch (const DriverFailure& failure) {
+      throw ConnectFailure(failure.diagnosis, connection_string_);
+    }
+  };
+  connect();
+  if (engine_ == nullptr) {
+    engine_ = &EngineNamed(Told({}, [&] { return link_->Info(SQL_DBMS_NAME); }));
+    // Only now it is known what the engine needs.
+    std::string whole = WithAttributes(connection_string_, std::string(engine_->attributes));
+    if (whole != connection_string_) {
+      connection_string_ = std::move(whole);
+      connect();
+    }
+  }
+  is_lost_ = in_transaction_ = is_undone_ = false;
+  for (const std::string_view setting : engine_->session) {
+    Run(environment::Replace(environment::Replace(setting, "%ms", std::to_string(busy_timeout_.count())),
+                             "%s", std::to_string(seconds)));
+  }
+  if (!engine_->requirement.empty() && Ask(std::string(engine_->requirement)) == engine_->refused_answer)
+    throw Failure(environment::kEngineFailure, std::string(engine_->refusal));
+}
+
+void Session::BeginTransaction() {
+  Told("BeginTrans", [&] { link_->SetInTransaction(true); });
+  in_transaction_ = true;
+}
+
+void Session::EndTransaction(bool commit) {
+  const auto end = [&] {
+    link_->End(commit);
+    link_->SetInTransaction(false);
+  };
+  // Of a server that has gone nothing is left to roll back.
+  if (commit || !is_lost_) Told(commit ? "CommitTrans" : "RollbackTrans", end);
+  in_transaction_ = is_undone_ = false;
+}
+
+void Session::Run(const std::string& text) {
+  Told(text, [&] { Query(*link_).Execute(text); });
+}
+
+std::string Session::Ask(const std::string& question) {
+  return Told(question, [&] {
+    Query query(*link_);
+    query.Execute(question);
+    if (!query.Fetch()) return std::string();
+    const std::string* answer = query.Text(0);
+    return answer == nullptr ? std::string() : *answer;
+  });
+}
+
+Failure Session::FailureOf(const Diagnosis& diagnosis, const std::string& statement) {
+  using What = jet::EngineFailure;
+  const std::string words = WithoutPasswords(diagnosis.words, connection_string_);
+  // Before the engine is known.
+  if (engine_ == nullptr) return jet::FailureOf(What::kOther, words, statement);
+  for (const Meaning& meaning : engine_->meanings) {
+    if (!diagnosis.state.starts_with(meaning.state)) continue;
+    if (meaning.number != 0 && meaning.number != diagnosis.number) continue;
+    const auto detail = DetailOf(words, meaning);
+    if (!detail) continue;
+    if (meaning.what == What::kConnectionLost) is_lost_ = true;
+    if (meaning.what == What::kRolledBack) is_undone_ = in_transaction_;
+    // A single statement that was undone can be repeated.
+    const What what = meaning.what == What::kRolledBack && !in_transaction_ ? What::kBusy : meaning.what;
+    return jet::FailureOf(what, meaning.behind.empty() ? *detail : AsWritten(*detail, statement), statement);
+  }
+  return jet::FailureOf(What::kOther, words, statement);
+}
+
+}  // namespace dossierkit::odbc

@@ -1,0 +1,108 @@
+#include "adapters/odbc/odbc_statements.h"
+
+#include <charconv>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "platform/environment/text.h"
+#include "platform/jet/coerce.h"
+#include "platform/jet/statement.h"
+#include "platform/jet/tokens.h"
+
+namespace dossierkit::odbc {
+namespace {
+
+using ado::ColumnKind;
+
+ado::Column ColumnAt(const Query& query, int index, const jet::Statement& statement, const Engine& engine) {
+  const auto at = static_cast<std::size_t>(index);
+  // Of an expression the statement may know better.
+  const bool is_told = at < statement.columns.size() && statement.columns[at].kind != ColumnKind::kUnknown;
+  std::string type = query.TypeName(index);
+  if (environment::EqualIgnoringCase(type, engine.boolean_type)) type = "boolean";
+  return statement.ColumnAt(at, query.ColumnName(index),
+                            is_told ? std::optional<std::string_view>() : std::string_view(type));
+}
+
+template <typename Cell, typename Append>
+void AppendOr(ado::Snapshot& rows, const Cell& cell, Append append) {
+  if (cell) {
+    append(*cell);
+  } else {
+    rows.AppendNull();
+  }
+}
+
+void AppendCell(ado::Snapshot& rows, Query& query, int index) {
+  switch (rows.ColumnAt(static_cast<std::size_t>(index)).kind) {
+    case ColumnKind::kBoolean:
+    case ColumnKind::kInteger:
+      return AppendOr(rows, query.Integer(index), [&](std::int64_t value) { rows.AppendInteger(value); });
+    case ColumnKind::kFloating:
+      return AppendOr(rows, query.Floating(index), [&](double value) { rows.AppendFloating(value); });
+    case ColumnKind::kDate:
+      return AppendOr(rows, query.Date(index),
+                      [&](const environment::DateTime& value) { rows.AppendText(jet::TextOfDate(value)); });
+    case ColumnKind::kText:
+    case ColumnKind::kUnknown: break;
+  }
+  AppendOr(rows, query.Text(index), [&](const std::string& text) { rows.AppendText(text); });
+}
+
+}  // namespace
+
+Statements::Statements(Session& session)
+    : session_(session),
+      tables_({[this] {
+                 const std::string answer = session_.Ask(std::string(session_.engine().schema_version));
+                 std::int64_t version = 0;
+                 std::from_chars(answer.data(), answer.data() + answer.size(), version);
+                 return version;
+               },
+               [this](const std::string& table) { return ColumnsOf(table); }}) {}
+
+ado::Snapshot Statements::Run(const std::string& statement) {
+  while (true) {
+    const jet::Statement translated = tables_.Translate(statement, session_.engine().renderer);
+    try {
+      return session_.Told(statement, [&] { return Rows(translated); });
+    } catch (const environment::Failure&) {
+      // The tables may have changed since their columns were read.
+      if (session_.IsLost() || !tables_.ForgetOldSchema()) throw;
+    }
+  }
+}
+
+jet::TableColumns Statements::ColumnsOf(const std::string& table) {
+  const std::string text = environment::Replace(session_.engine().columns, "%",
+                                                jet::ConstantOf(table, session_.engine().renderer));
+  return session_.Told(text, [&] {
+    Query query(session_.link());
+    query.Execute(text);
+    jet::TableColumns columns;
+    while (query.Fetch()) {
+      const std::string* name = query.Text(0);
+      if (name == nullptr) continue;
+      std::string column = *name;
+      const std::string* type = query.Text(1);
+      columns.push_back(jet::ColumnOfDeclaration(std::move(column), type == nullptr ? "" : *type));
+    }
+    return columns;
+  });
+}
+
+ado::Snapshot Statements::Rows(const jet::Statement& translated) {
+  Query query(session_.link());
+  query.Execute(translated.text);
+  ado::Snapshot rows;
+  if (translated.kind != jet::Statement::Kind::kSelect) return rows;
+  const int count = query.ColumnCount();
+  for (int i = 0; i < count; ++i) rows.AddColumn(ColumnAt(query, i, translated, session_.engine()));
+  while (query.Fetch()) {
+    for (int i = 0; i < count; ++i) AppendCell(rows, query, i);
+  }
+  return rows;
+}
+
+}  // namespace dossierkit::odbc

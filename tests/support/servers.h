@@ -1,0 +1,22 @@
+// Servers: the servers that scripts/servers.sh started, as the tests reach them.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "adapters/odbc/odbc_connection.h"
+
+namespace dossierkit::tests {
+
+// The connection string of the server of that engine ("postgresql", "mariadb"), to a database on it unless
+// that is empty. Where no server was started it ends the program with a sentence on standard error and exit
+// code 2.
+std::string ServerString(const std::string& engine, const std::string& database = {});
+
+// Opens it.
+std::shared_ptr<odbc::OdbcConnection> OpenServer(const std::string& engine, const std::string& database = {});
+
+// The engine of this run, where it is one of the servers; else as above.
+std::string ServerOfThisRun();
+
+}  // namespace dossierkit::tests
