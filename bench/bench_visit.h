@@ -1,4 +1,4 @@
-// BenchVisit: the component on a database file, on one of the stages of the tests.
+// BenchVisit: the component on a database file, on a stage of the tests.
 #pragma once
 
 #include <filesystem>
@@ -49,14 +49,16 @@ class BenchVisit {
   void GoTo(const std::string& set);
   frmDossier& Window() { return dynamic_cast<frmDossier&>(*TheRuntime().window); }
 
-  tests::StagePlatform platform;
+  const std::unique_ptr<tests::Stage> stage = tests::MakeStage();
+  headless::Script& platform = stage->GetScript();
 
  private:
-  Component component_{platform, "/opt/dossier"};
+  Component component_{stage->GetPlatform(), "/opt/dossier"};
   IUserCtrl dossier_;
 
  public:
-  tests::StageUser user{TheRuntime().desktop};
+  const std::unique_ptr<tests::User> stages_user = stage->MakeUser(TheRuntime().desktop);
+  tests::User& user = *stages_user;
 };
 
 // The sets of the menu besides A01.

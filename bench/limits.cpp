@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QTableWidget>
 
+#include "adapters/qt/qt_platform.h"
 #include "bench/bare_page.h"
 #include "bench/bench_visit.h"
 #include "bench/measure.h"

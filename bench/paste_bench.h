@@ -42,7 +42,7 @@ inline void RegisterPastes(const std::function<void()>& painted) {
         visit.user.Click(paste.field);
         if (auto* box = dynamic_cast<toolkit::TextBox*>(visit.user.Find(paste.field).get()))
           box->SetMaxLength(paste.max_length);
-        visit.platform.SetClipboardText(text);
+        visit.stage->GetPlatform().SetClipboardText(text);
         for (auto _ : state) {
           visit.user.Press('A', toolkit::kCtrl);
           Measure(state, samples, [&] {

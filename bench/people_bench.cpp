@@ -5,6 +5,7 @@
 #include <QTest>
 #include <algorithm>
 
+#include "adapters/qt/qt_platform.h"
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
 #include "host/people_window.h"

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include "shell/component.h"
+#include "tests/support/scripted_qt.h"
 #include "tests/support/visit.h"
 #include "tests/support/window_test.h"
 
@@ -36,7 +37,7 @@ class KeysPage : public testing::Test {
     return modal && modal->windowTitle() == "按键说明" ? modal : nullptr;
   }
 
-  tests::StagePlatform stage_;
+  tests::ScriptedQt stage_;
   KeysHelp help_;
 };
 

@@ -12,6 +12,7 @@
 #include <QScreen>
 #include <QTableView>
 
+#include "adapters/qt/qt_platform.h"
 #include "tests/support/paths.h"
 #include "tests/support/visit.h"
 #include "tests/support/window_test.h"

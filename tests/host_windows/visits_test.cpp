@@ -18,6 +18,8 @@
 #include "platform/environment/placed_failure.h"
 #include "shell/component.h"
 #include "tests/host_windows/boxes.h"
+#include "tests/support/qt_user.h"
+#include "tests/support/scripted_qt.h"
 #include "tests/support/visit.h"
 #include "tests/support/window_test.h"
 
@@ -55,11 +57,11 @@ class HostVisits : public testing::Test {
     return texts;
   }
 
-  tests::StagePlatform stage_;
+  tests::ScriptedQt stage_;
   std::shared_ptr<tests::Database> database_ = tests::SampleDatabase();
   Component component_{stage_, "/opt/dossier"};
   Visits visits_{database_, database_, "/no photographs"};
-  tests::StageUser user_{TheRuntime().desktop};
+  tests::QtUser user_{TheRuntime().desktop};
   Boxes boxes_;
 };
 

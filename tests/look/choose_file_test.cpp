@@ -14,9 +14,9 @@
 namespace dossierkit::tests {
 namespace {
 
-class DialogStage : public QtStage {
+class QtWithDialog : public ScriptedQt {
  public:
-  using QtStage::QtStage;
+  using ScriptedQt::ScriptedQt;
   std::string ChooseFile(const toolkit::CommonDialog& request) override {
     return QtPlatform::ChooseFile(request);
   }
@@ -43,7 +43,7 @@ class ChooseFile : public testing::Test {
     });
   }
 
-  DialogStage stage_;
+  QtWithDialog stage_;
   PreviewWindow window_{stage_};
   std::function<void()> open_ = [this] { window_.user.Click("cmdSelPic"); };
 };

@@ -19,6 +19,7 @@
 #include "shell/component.h"
 #include "shell/frm_dossier.h"
 #include "shell/i_user_ctrl.h"
+#include "tests/support/scripted_qt.h"
 #include "tests/support/visit.h"
 #include "tests/support/window_test.h"
 
@@ -32,7 +33,7 @@ class PageLook : public testing::TestWithParam<double> {
  protected:
   // Opens the sample person at the scale and calls `look` on the native widget of each page.
   void LookAtEveryPage(const std::function<void(const std::string& set, QWidget& page)>& look) {
-    QtStage stage({GetParam()});
+    ScriptedQt stage({GetParam()});
     const Component component(stage, "/opt/dossier");
     IUserCtrl dossier;
     dossier.SetConnection(SampleDatabase());

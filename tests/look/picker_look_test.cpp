@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "codes/fm_grp_cod.h"
+#include "tests/support/scripted_qt.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -18,7 +19,7 @@ class PickerLook : public testing::TestWithParam<double> {
  protected:
   // Shows the picker alone, on the divisions of the country, and calls `look`.
   void Look(const std::string& search, const std::function<void(QWidget& content)>& look) {
-    QtStage stage({GetParam()});
+    ScriptedQt stage({GetParam()});
     toolkit::Desktop desktop(stage);
     const FixedClock clock;
     files::LocalFiles files;

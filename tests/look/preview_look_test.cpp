@@ -19,7 +19,7 @@ class PreviewLook : public testing::TestWithParam<double> {
  protected:
   // Shows the window with another picture chosen, and calls `look`.
   void Look(const std::function<void(QWidget& window)>& look) {
-    QtStage stage({GetParam()});
+    ScriptedQt stage({GetParam()});
     PreviewWindow window(stage);
     stage.WillChoose(kPictures + "green.jpg");
     window.Show([&] {

@@ -7,6 +7,8 @@
 #include "photos/frm_picture_preview.h"
 #include "tests/support/paths.h"
 #include "tests/support/photo_folder.h"
+#include "tests/support/qt_user.h"
+#include "tests/support/scripted_qt.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -16,7 +18,7 @@ inline const std::string kPictures = SourceFolder() + "/tests/photos/pictures/";
 // The window of the person "P1", whose photograph is turned by its camera's note.
 class PreviewWindow {
  public:
-  explicit PreviewWindow(QtStage& stage) : stage_(stage) {
+  explicit PreviewWindow(ScriptedQt& stage) : stage_(stage) {
     InstallRuntime(runtime_);
     PhotoFolder::Write(folder.Photo("P1"), PhotoFolder::Read(kPictures + "turned-right.jpg"));
     runtime_.window = std::make_shared<frmDossier>(desktop);
@@ -34,14 +36,14 @@ class PreviewWindow {
   }
 
  private:
-  QtStage& stage_;
+  ScriptedQt& stage_;
   FixedClock clock_;
   files::LocalFiles files_;
 
  public:
   PhotoFolder folder;
   toolkit::Desktop desktop{stage_};
-  StageUser user{desktop};
+  QtUser user{desktop};
   std::shared_ptr<frmPicturePreview> preview = std::make_shared<frmPicturePreview>(desktop);
 
  private:

@@ -124,10 +124,10 @@ TEST_F(PhotographOfPage, APipeIsNoPhotograph) {
 TEST_F(PhotographOfPage, EveryFailureOfTheButtonIsTold) {
   visit.Open([&] {
     AddPhoto([&] {
-      visit.platform.on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
+      visit.HeadlessViews().on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
       Ok();
     });
-    visit.platform.on_load_picture = nullptr;
+    visit.HeadlessViews().on_load_picture = nullptr;
   });
   EXPECT_EQ(Shown(), (Messages{{"更新照片出错！原因是：std::bad_alloc", 64, "更新照片"}}));
 }

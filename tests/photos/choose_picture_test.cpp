@@ -158,10 +158,10 @@ TEST_F(ChoosePicture, AFileBeyondTheLimitsIsNotFoundThoughItIsSmall) {
 
 TEST_F(ChoosePicture, WhateverTheReadingThrowsIsNotFound) {
   Preview([&] {
-    visit.platform.on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
+    visit.HeadlessViews().on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
     ChooseNew();
     ExpectNoChoice("没有找到照片");
-    visit.platform.on_load_picture = nullptr;
+    visit.HeadlessViews().on_load_picture = nullptr;
   });
   EXPECT_TRUE(Shown().empty());
 }

@@ -151,9 +151,9 @@ TEST_F(PicturePreview, WhateverTheLookThrowsIsShownAndGivesNone) {
 
 TEST_F(PicturePreview, WhateverTheReadingThrowsIsNotFound) {
   visit.Open([&] {
-    visit.platform.on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
+    visit.HeadlessViews().on_load_picture = [](const std::string&) { throw std::bad_alloc(); };
     AddPhoto([&] { EXPECT_EQ(OldCaption(), "没有找到照片"); });
-    visit.platform.on_load_picture = nullptr;
+    visit.HeadlessViews().on_load_picture = nullptr;
   });
   EXPECT_TRUE(Shown().empty());
 }

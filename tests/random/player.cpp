@@ -381,7 +381,7 @@ class Player {
   const Source& source_;
   const tests::PhotoFolder& folder_;
   tests::Visit visit_;
-  tests::StageUser& user_ = visit_.user;
+  tests::User& user_ = visit_.user;
   Watch watch_;
   Tally& tally_;
   std::vector<std::string> persons_;

@@ -13,6 +13,7 @@
 #include <map>
 #include <utility>
 
+#include "adapters/qt/qt_platform.h"
 #include "codes/fm_grp_cod.h"
 #include "photos/frm_picture_preview.h"
 #include "tests/support/visit.h"
@@ -185,7 +186,7 @@ TEST_F(Screens, TheFileDialogFits) {
     });
     toolkit::CommonDialog request("dlgSelPic");
     request.filter = "图片文件 (*.jpg)|*.jpg;";
-    visit.platform.qt::QtPlatform::ChooseFile(request);
+    dynamic_cast<qt::QtPlatform&>(visit.stage->GetPlatform()).qt::QtPlatform::ChooseFile(request);
   });
 }
 

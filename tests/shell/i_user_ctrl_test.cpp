@@ -292,10 +292,10 @@ TEST_F(UserCtrl, ABusyPointerShowsBetweenTheStatementsOfALongLoad) {
   std::vector<bool> busy;
   visit.component.SetConnection(
       std::make_shared<ado::TracingConnection>(visit.database, [&](const ado::Trace&) {
-        busy.push_back(visit.platform.busy);
+        busy.push_back(visit.HeadlessViews().busy);
         std::this_thread::sleep_for(std::chrono::milliseconds(110));
       }));
-  visit.Open([&] { EXPECT_FALSE(visit.platform.busy); });
+  visit.Open([&] { EXPECT_FALSE(visit.HeadlessViews().busy); });
   ASSERT_GT(busy.size(), 4U);
   EXPECT_FALSE(busy[2]);
   EXPECT_TRUE(busy[4]);

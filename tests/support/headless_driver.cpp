@@ -1,7 +1,6 @@
 // The suite of tests for views on the views without a screen: what shows is what the model says.
 #include <stdexcept>
 
-#include "adapters/headless/headless_user.h"
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/data_grid.h"
 #include "platform/toolkit/controls/list_box.h"
@@ -16,7 +15,7 @@
 namespace dossierkit::views {
 namespace {
 
-class HeadlessDriver : public DriverOf<headless::HeadlessPlatform, headless::HeadlessUser> {
+class HeadlessDriver : public Driver {
  public:
   std::string Text(const std::string& name) override {
     if (name == Window().Name()) return Window().Caption();

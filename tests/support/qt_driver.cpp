@@ -11,8 +11,6 @@
 #include <stdexcept>
 
 #include "tests/adapters/views/driver.h"
-#include "tests/support/qt_stage.h"
-#include "tests/support/qt_user.h"
 #include "tests/support/window_test.h"
 
 namespace dossierkit::views {
@@ -21,10 +19,10 @@ namespace {
 // Rows that came one by one show once the event that brought them has ended.
 void Wait() { QCoreApplication::processEvents(); }
 
-class QtDriver : public DriverOf<tests::QtStage, tests::QtUser> {
+class QtDriver : public Driver {
  public:
   void Play(toolkit::Form& form, const std::function<void()>& scene) override {
-    DriverOf::Play(form, [&] {
+    Driver::Play(form, [&] {
       if (!QTest::qWaitFor([name = QString::fromStdString(form.Name())] {
             const QWidget* active = QApplication::activeWindow();
             return active && active->objectName() == name;

@@ -1,22 +1,40 @@
-// The views on which the journeys are played: without a screen, or in Qt. Both offer the same members,
-// so that a journey is written once.
+// Stage: the views on which a test is played, with somebody to play the user. A journey is written once; each
+// program of tests is linked with the stage that its journeys run on.
 #pragma once
 
-#ifdef DOSSIERKIT_QT_STAGE
-#include "tests/support/qt_stage.h"
-#include "tests/support/qt_user.h"
+#include <memory>
+
+#include "adapters/headless/script.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "tests/support/user.h"
 
 namespace dossierkit::tests {
-using StagePlatform = QtStage;
-using StageUser = QtUser;
-}  // namespace dossierkit::tests
 
-#else
-#include "adapters/headless/headless_platform.h"
-#include "adapters/headless/headless_user.h"
+class Stage {
+ public:
+  virtual ~Stage() = default;
+  virtual toolkit::Platform& GetPlatform() = 0;
+  // Scenes and answers for that platform.
+  virtual headless::Script& GetScript() = 0;
+  // Plays on the windows of a desktop of that platform.
+  virtual std::unique_ptr<User> MakeUser(toolkit::Desktop& desktop) = 0;
+};
 
-namespace dossierkit::tests {
-using StagePlatform = headless::HeadlessPlatform;
-using StageUser = headless::HeadlessUser;
+// Defined for each view set: in headless_stage.cpp and scripted_qt.cpp.
+std::unique_ptr<Stage> MakeStage();
+
+// The stage of a platform that follows a script.
+template <typename Platform, typename PlatformsUser>
+class StageOf : public Stage {
+ public:
+  toolkit::Platform& GetPlatform() override { return platform_; }
+  headless::Script& GetScript() override { return platform_; }
+  std::unique_ptr<User> MakeUser(toolkit::Desktop& desktop) override {
+    return std::make_unique<PlatformsUser>(desktop);
+  }
+
+ private:
+  Platform platform_;
+};
+
 }  // namespace dossierkit::tests
-#endif

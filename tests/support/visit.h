@@ -1,4 +1,4 @@
-// Visit: the component on a fresh sample database, on one of the stages.
+// Visit: the component on a fresh sample database, on the stage of the program.
 #pragma once
 
 #include <functional>
@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/headless/headless_platform.h"
 #include "pages/ctrl_user.h"
 #include "platform/ado/tracing_connection.h"
 #include "shell/frm_dossier.h"
@@ -66,9 +67,16 @@ class Visit {
   // The texts of the message boxes shown so far.
   std::vector<std::string> Messages() const;
 
-  StagePlatform platform;
-  toolkit::Desktop desktop{platform};
-  StageUser user{desktop};
+  // The views that have no screen, where the program of tests has those.
+  headless::HeadlessPlatform& HeadlessViews() {
+    return dynamic_cast<headless::HeadlessPlatform&>(stage->GetPlatform());
+  }
+
+  const std::unique_ptr<Stage> stage = MakeStage();
+  headless::Script& platform = stage->GetScript();
+  toolkit::Desktop desktop{stage->GetPlatform()};
+  const std::unique_ptr<User> stages_user = stage->MakeUser(desktop);
+  User& user = *stages_user;
   FixedClock clock;
   files::LocalFiles local_files;
   FailingFiles files{local_files};

@@ -1,7 +1,5 @@
 #include "adapters/headless/headless_platform.h"
 
-#include <stdexcept>
-
 #include "platform/environment/failure.h"
 #include "platform/files/picture_file.h"
 #include "platform/toolkit/controls/list_box.h"
@@ -39,33 +37,19 @@ std::unique_ptr<toolkit::View> HeadlessPlatform::CreateView(toolkit::Control& co
 }
 
 void HeadlessPlatform::RunLoop(toolkit::Form& form) {
-  if (!scenes_.empty()) {
-    const auto scene = std::move(scenes_.front());
-    scenes_.pop_front();
-    scene(form);
-  }
+  if (const Scene scene = NextScene()) scene(form);
   if (!form.LoopEnded()) form.UserClose();
 }
 
 toolkit::MessageAnswer HeadlessPlatform::ShowMessage(const std::string& text, int flags,
                                                      const std::string& title) {
-  messages.push_back({text, flags, title});
-  if (on_message) on_message(messages.back());
-  const auto buttons = toolkit::MessageButtonsOf(flags);
-  if (buttons.size() == 1) return buttons.front().answer;
-  if (answers_.empty()) throw std::logic_error("no answer was prepared for: " + text);
-  const auto answer = answers_.front();
-  answers_.pop_front();
-  return answer;
+  const Message message = {text, flags, title};
+  messages.push_back(message);
+  if (on_message) on_message(message);
+  return NextAnswer(message);
 }
 
-std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog& request) {
-  if (on_choose) on_choose(request);
-  if (choices_.empty()) return {};
-  std::string path = std::move(choices_.front());
-  choices_.pop_front();
-  return path;
-}
+std::string HeadlessPlatform::ChooseFile(const toolkit::CommonDialog& request) { return NextChoice(request); }
 
 // Without a decoder, a file that starts and ends as a JPEG does is taken for one.
 toolkit::Picture HeadlessPlatform::LoadPicture(const std::string& path, const toolkit::Rect&) {

@@ -20,18 +20,18 @@ TEST_F(ViewLists, AListChoosesByClickAndKeys) {
     picker->FillList(30);
     EXPECT_EQ(driver->Rows("list"), 30);
     EXPECT_EQ(driver->Row("list"), -1);
-    driver->ClickListRow("list", 3);
+    user.ClickListRow("list", 3);
     EXPECT_EQ(driver->Row("list"), 3);
     EXPECT_EQ(driver->Focus(), "list");
-    driver->Press(kKeyDown);
+    user.Press(kKeyDown);
     EXPECT_EQ(driver->Row("list"), 4);
-    driver->Press(kKeyEnd);
+    user.Press(kKeyEnd);
     EXPECT_EQ(driver->Row("list"), 29);
-    driver->Press(toolkit::kKeyPageUp);
+    user.Press(toolkit::kKeyPageUp);
     EXPECT_LT(driver->Row("list"), 28);
     EXPECT_EQ(driver->Row("list"), picker->list->ListIndex());
-    driver->Press(kKeyHome);
-    driver->Press(kKeyUp);
+    user.Press(kKeyHome);
+    user.Press(kKeyUp);
     EXPECT_EQ(driver->Row("list"), 0);
     picker->list->SetListIndex(7);
     EXPECT_EQ(driver->Row("list"), 7);
@@ -49,11 +49,11 @@ TEST_F(ViewLists, AListThatIsFilledInAHandlerShowsItsRows) {
       picker->FillList(5);
       picker->list->SetListIndex(4);
     });
-    driver->Click("cmdOK");
+    user.Click("cmdOK");
     EXPECT_EQ(driver->Rows("list"), 5);
     EXPECT_EQ(driver->Row("list"), 4);
     EXPECT_EQ(picker->list->ListIndex(), 4);
-    driver->Click("cmdOK");
+    user.Click("cmdOK");
     EXPECT_EQ(driver->Rows("list"), 5);
   });
 }
@@ -64,8 +64,8 @@ TEST_F(ViewLists, AListDoubleClicksItsRow) {
     picker->FillList(5);
     int chosen = -1;
     On(picker->list->DblClick, [&] { chosen = picker->list->ListIndex(); });
-    driver->ClickListRow("list", 2);
-    driver->DoubleClick("list");
+    user.ClickListRow("list", 2);
+    user.DoubleClick("list");
     EXPECT_EQ(chosen, 2);
   });
 }
@@ -73,20 +73,20 @@ TEST_F(ViewLists, AListDoubleClicksItsRow) {
 TEST_F(ViewLists, ARefusedCheckKeepsWhatAListATreeAndTabsShow) {
   Pick([&] {
     picker->FillTree();
-    driver->ClickNode("tree", "G2");
+    user.ClickNode("tree", "G2");
     picker->strip->SetTab(1);
     picker->FillList(5);
-    driver->ClickListRow("list", 1);
-    driver->Click("txtDm");
+    user.ClickListRow("list", 1);
+    user.Click("txtDm");
     Refuse(*picker->box);
-    driver->ClickListRow("list", 3);
+    user.ClickListRow("list", 3);
     EXPECT_EQ(driver->Row("list"), 1);
-    driver->SelectTab("Tab1", 0);
+    user.SelectTab("Tab1", 0);
     EXPECT_EQ(driver->Row("Tab1"), 1);
     picker->strip->SetTab(0);
-    driver->ClickNode("tree", "G1");
+    user.ClickNode("tree", "G1");
     EXPECT_EQ(driver->Node("tree"), "中等教育");
-    driver->FoldNode("tree", "G1");
+    user.FoldNode("tree", "G1");
     EXPECT_EQ(driver->Rows("tree"), 2);
     EXPECT_EQ(picker->ActiveControl()->Name(), "txtDm");
   });
@@ -96,26 +96,26 @@ TEST_F(ViewLists, ATreeFoldsAndChooses) {
   Pick([&] {
     picker->FillTree();
     EXPECT_EQ(driver->Rows("tree"), 2);
-    driver->FoldNode("tree", "G1");
+    user.FoldNode("tree", "G1");
     EXPECT_EQ(driver->Rows("tree"), 4);
-    driver->ClickNode("tree", "G12");
+    user.ClickNode("tree", "G12");
     EXPECT_EQ(driver->Node("tree"), "本科");
-    driver->Press(kKeyUp);
+    user.Press(kKeyUp);
     EXPECT_EQ(driver->Node("tree"), "研究生");
-    driver->Press(kKeyRight);
+    user.Press(kKeyRight);
     EXPECT_EQ(driver->Rows("tree"), 5);
-    driver->Press(kKeyRight);
+    user.Press(kKeyRight);
     EXPECT_EQ(driver->Node("tree"), "博士");
-    driver->Press(kKeyLeft);
-    driver->Press(kKeyLeft);
+    user.Press(kKeyLeft);
+    user.Press(kKeyLeft);
     EXPECT_EQ(driver->Rows("tree"), 4);
-    driver->FoldNode("tree", "G1");
+    user.FoldNode("tree", "G1");
     EXPECT_EQ(driver->Node("tree"), "高等教育") << "closed above what was chosen";
-    driver->Type("+");
+    user.Type("+");
     EXPECT_EQ(driver->Rows("tree"), 4);
-    driver->Type("-");
+    user.Type("-");
     EXPECT_EQ(driver->Rows("tree"), 2);
-    driver->Press(kKeyEnd);
+    user.Press(kKeyEnd);
     EXPECT_EQ(driver->Node("tree"), "中等教育");
   });
 }
@@ -138,7 +138,7 @@ TEST_F(ViewLists, ATreeShowsWhatTheProgramChoosesAndAdds) {
 TEST_F(ViewLists, ATreeThatGetsTheFocusChoosesItsFirstNode) {
   Pick([&] {
     picker->FillTree();
-    driver->Click("cmdOK");
+    user.Click("cmdOK");
     EXPECT_EQ(driver->Node("tree"), "");
     picker->tree->SetFocus();
     EXPECT_EQ(driver->Node("tree"), "高等教育");
@@ -149,15 +149,15 @@ TEST_F(ViewLists, TabsTurnByClickAndArrowAndHideWhatIsBehind) {
   Pick([&] {
     EXPECT_TRUE(driver->InSight("tree"));
     EXPECT_FALSE(driver->InSight("txtDm"));
-    driver->SelectTab("Tab1", 1);
+    user.SelectTab("Tab1", 1);
     EXPECT_EQ(driver->Row("Tab1"), 1);
     EXPECT_FALSE(driver->InSight("tree"));
     EXPECT_TRUE(driver->InSight("txtDm"));
     EXPECT_EQ(driver->Focus(), "Tab1");
-    driver->Press(kKeyLeft);
+    user.Press(kKeyLeft);
     EXPECT_EQ(driver->Row("Tab1"), 0);
     EXPECT_TRUE(driver->InSight("tree"));
-    driver->Press(kKeyLeft);
+    user.Press(kKeyLeft);
     EXPECT_EQ(driver->Row("Tab1"), 0);
   });
 }
@@ -166,9 +166,9 @@ TEST_F(ViewLists, KeysReachTheControlOnATabThatWentBehind) {
   Pick([&] {
     picker->strip->SetTab(1);
     picker->FillList(5);
-    driver->ClickListRow("list", 0);
+    user.ClickListRow("list", 0);
     picker->strip->SetTab(0);
-    driver->Press(kKeyDown);
+    user.Press(kKeyDown);
     EXPECT_EQ(picker->list->ListIndex(), 1);
     picker->strip->SetTab(1);
     EXPECT_EQ(driver->Row("list"), 1);
@@ -178,17 +178,17 @@ TEST_F(ViewLists, KeysReachTheControlOnATabThatWentBehind) {
 TEST_F(ViewLists, AGridMovesTheCursorOfItsRecordset) {
   Visit([&] {
     EXPECT_EQ(driver->Row("DGItems"), 0);
-    driver->ClickRow(3);
+    user.ClickRow(3);
     EXPECT_EQ(form->rows->AbsolutePosition(), 3);
     EXPECT_EQ(driver->Row("DGItems"), 2);
     EXPECT_EQ(driver->Focus(), "DGItems");
-    driver->Press(kKeyDown);
+    user.Press(kKeyDown);
     EXPECT_EQ(form->rows->AbsolutePosition(), 4);
-    driver->Press(kKeyEnd);
+    user.Press(kKeyEnd);
     EXPECT_EQ(form->rows->AbsolutePosition(), 5);
-    driver->Press(kKeyDown);
+    user.Press(kKeyDown);
     EXPECT_EQ(driver->Row("DGItems"), 4);
-    driver->Press(kKeyHome);
+    user.Press(kKeyHome);
     EXPECT_EQ(driver->Row("DGItems"), 0);
     form->rows->SetAbsolutePosition(2);
     EXPECT_EQ(driver->Row("DGItems"), 1);
@@ -197,12 +197,12 @@ TEST_F(ViewLists, AGridMovesTheCursorOfItsRecordset) {
 
 TEST_F(ViewLists, ACancelledMovePutsTheGridBack) {
   Visit([&] {
-    driver->ClickRow(2);
+    user.ClickRow(2);
     hooks.push_back(form->rows->WillMove.Subscribe(
         [](std::int32_t, std::int32_t& status, ado::Recordset&) { status = ado::kStatusCancel; }));
-    driver->ClickRow(4);
+    user.ClickRow(4);
     EXPECT_EQ(driver->Row("DGItems"), 1);
-    driver->Press(kKeyDown);
+    user.Press(kKeyDown);
     EXPECT_EQ(driver->Row("DGItems"), 1);
     EXPECT_EQ(form->rows->AbsolutePosition(), 2);
   });
@@ -212,18 +212,18 @@ TEST_F(ViewLists, AMenuMarksByArrowsAndClicksByEnter) {
   Visit([&] {
     const auto menu = form->Get<toolkit::VerticalMenu>("VMenu1");
     On(menu->MenuItemClick, [&](std::int32_t&, std::int32_t& item) { log.push_back(std::to_string(item)); });
-    driver->ClickMenu(3);
+    user.ClickMenu(3);
     EXPECT_EQ(TakeLog(), Log{"3"});
     EXPECT_EQ(driver->Row("VMenu1"), 2);
     EXPECT_EQ(driver->Focus(), "VMenu1");
-    driver->Press(kKeyDown);
-    driver->Press(kKeyDown);
+    user.Press(kKeyDown);
+    user.Press(kKeyDown);
     EXPECT_EQ(driver->Row("VMenu1"), 3);
-    driver->Press(kKeyHome);
+    user.Press(kKeyHome);
     EXPECT_EQ(driver->Row("VMenu1"), 0);
     EXPECT_EQ(TakeLog(), Log{});
-    driver->Press(kKeyDown);
-    driver->Press(kKeyReturn);
+    user.Press(kKeyDown);
+    user.Press(kKeyReturn);
     EXPECT_EQ(TakeLog(), Log{"2"});
     menu->set_menuitemcur(4);
     EXPECT_EQ(driver->Row("VMenu1"), 3);

@@ -33,7 +33,8 @@ class ViewTest : public testing::Test {
   Log TakeLog() { return std::exchange(log, {}); }
 
   Log log;
-  std::unique_ptr<Driver> driver = MakeDriver();
+  const std::unique_ptr<Driver> driver = MakeDriver();
+  tests::User& user = driver->User();
   std::vector<environment::Subscription> hooks;
   std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(driver->Desktop());
   std::shared_ptr<toolkit::PickerForm> picker = std::make_shared<toolkit::PickerForm>(driver->Desktop());

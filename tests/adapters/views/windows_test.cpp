@@ -34,7 +34,7 @@ TEST_F(ViewWindows, AControlMovesIntoAnotherContainer) {
     EXPECT_FALSE(driver->InSight("txtName"));
     box->SetContainer(*form->page);
     EXPECT_TRUE(driver->InSight("txtName"));
-    driver->Click("txtName");
+    user.Click("txtName");
     EXPECT_EQ(driver->Focus(), "txtName");
   });
 }
@@ -47,8 +47,8 @@ TEST_F(ViewWindows, AControlThatComesLaterShows) {
     box->SetText("后来");
     EXPECT_TRUE(driver->InSight("txtLater"));
     EXPECT_EQ(driver->Text("txtLater"), "后来");
-    driver->Click("txtLater");
-    driver->Type("的");
+    user.Click("txtLater");
+    user.Type("的");
     EXPECT_EQ(box->Text(), "的后来");
   });
 }
@@ -72,7 +72,7 @@ TEST_F(ViewWindows, WhatWasSetBeforeTheWindowShowsIsSeenWhenItDoes) {
 
 TEST_F(ViewWindows, TheCloseBoxUnloadsAndAWindowMayShowAgain) {
   Visit([&] {
-    driver->CloseWindow();
+    user.Close();
     EXPECT_FALSE(form->Loaded());
   });
   Visit([&] { EXPECT_EQ(driver->Text("mskDate"), "____年__月"); });
@@ -80,13 +80,13 @@ TEST_F(ViewWindows, TheCloseBoxUnloadsAndAWindowMayShowAgain) {
 
 TEST_F(ViewWindows, AWindowOverAnotherTakesTheKeysAndGivesThemBack) {
   Visit([&] {
-    driver->Click("txtName");
+    user.Click("txtName");
     driver->Play(*picker, [&] {
       EXPECT_EQ(driver->Focus(), "Tab1") << "a window that set no focus starts on its first tab stop";
-      driver->Press(toolkit::kKeyRight);
+      user.Press(toolkit::kKeyRight);
     });
     EXPECT_EQ(driver->Focus(), "txtName");
-    driver->Type("a");
+    user.Type("a");
     EXPECT_EQ(driver->Text("txtName"), "a");
   });
 }

@@ -1,20 +1,18 @@
-#include "tests/support/qt_stage.h"
+#include "tests/support/scripted_qt.h"
 
 #include <QApplication>
 #include <QTimer>
 #include <stdexcept>
 
 #include "platform/toolkit/loop/form.h"
+#include "tests/support/qt_user.h"
+#include "tests/support/stage.h"
 #include "tests/support/window_test.h"
 
 namespace dossierkit::tests {
 
-void QtStage::RunLoop(toolkit::Form& form) {
-  std::function<void(toolkit::Form&)> scene;
-  if (!scenes_.empty()) {
-    scene = std::move(scenes_.front());
-    scenes_.pop_front();
-  }
+void ScriptedQt::RunLoop(toolkit::Form& form) {
+  const Scene scene = NextScene();
   // What the scene throws must not pass through Qt.
   std::exception_ptr failure;
   QTimer::singleShot(0, [&] {
@@ -29,17 +27,12 @@ void QtStage::RunLoop(toolkit::Form& form) {
   if (failure) std::rethrow_exception(failure);
 }
 
-toolkit::MessageAnswer QtStage::ShowMessage(const std::string& text, int flags, const std::string& title) {
-  messages.push_back({text, flags, title});
-  const bool asks = (flags & toolkit::kYesNo) != 0;
-  if (asks && answers_.empty()) throw std::logic_error("no answer was prepared for: " + text);
-  auto answer = toolkit::kAnswerOk;
-  if (asks) {
-    answer = answers_.front();
-    answers_.pop_front();
-  }
+toolkit::MessageAnswer ScriptedQt::ShowMessage(const std::string& text, int flags, const std::string& title) {
+  const headless::Message message = {text, flags, title};
+  messages.push_back(message);
+  const auto answer = NextAnswer(message);
   QTimer::singleShot(0, [&] {
-    if (on_message) on_message(messages.back());
+    if (on_message) on_message(message);
     QWidget* box = QApplication::activeModalWidget();
     // The window below hands its place over only in the loop.
     if (!QTest::qWaitFor([box] { return QApplication::activeWindow() == box; })) return;
@@ -54,12 +47,8 @@ toolkit::MessageAnswer QtStage::ShowMessage(const std::string& text, int flags, 
   return given;
 }
 
-std::string QtStage::ChooseFile(const toolkit::CommonDialog& request) {
-  if (on_choose) on_choose(request);
-  if (choices_.empty()) return {};
-  std::string path = std::move(choices_.front());
-  choices_.pop_front();
-  return path;
-}
+std::string ScriptedQt::ChooseFile(const toolkit::CommonDialog& request) { return NextChoice(request); }
+
+std::unique_ptr<Stage> MakeStage() { return std::make_unique<StageOf<ScriptedQt, QtUser>>(); }
 
 }  // namespace dossierkit::tests
