@@ -1,13 +1,13 @@
 #include "host/database.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <system_error>
 #include <utility>
 
 #include "adapters/sqlite/sqlite_connection.h"
+#include "host/json.h"
 #include "host/paths.h"
 #include "platform/ado/recordset.h"
 #include "platform/ado/tracing_connection.h"
@@ -40,7 +40,7 @@ std::string FileOf(const std::string& connection) {
 
 std::string NameOf(const Options& options) {
   if (!options.connection.empty()) return FileOf(options.connection);
-  return options.database.empty() ? WorkingDatabase().string() : options.database;
+  return options.database.empty() ? TextOf(WorkingDatabase()) : options.database;
 }
 
 std::shared_ptr<ado::Connection> Open(const std::string& file) {
@@ -49,7 +49,7 @@ std::shared_ptr<ado::Connection> Open(const std::string& file) {
   } catch (const Failure& failure) {
     // Where there is a file, it may be somebody's only one.
     std::error_code error;
-    const bool missing = !std::filesystem::exists(file, error) && !error;
+    const bool missing = !std::filesystem::exists(PathOf(file), error) && !error;
     throw Failure(failure.number(), "无法打开数据库 " + file + "（" + failure.description() + "），" +
                                         (missing ? "请检查路径，或用 dossier create-sample 建立示例数据库。"
                                                  : "请检查此文件，或从备份恢复。"));
@@ -72,21 +72,21 @@ void RequireSchema(ado::Connection& connection, const std::string& name) {
 // Writes one JSON object per line and statement.
 class TraceFile {
  public:
-  explicit TraceFile(const std::string& path) : out_(path, std::ios::trunc) {
+  explicit TraceFile(const std::string& path) : out_(PathOf(path), std::ios::trunc) {
     if (!out_) {
       throw Failure(environment::kPathAccess, "无法写入跟踪文件 " + path + "，请换一个可以写入的位置。");
     }
   }
 
   void Write(const ado::Trace& trace) {
-    QJsonObject line{{"sql", QString::fromStdString(trace.statement)}};
+    std::map<std::string, std::string> line{{"sql", JsonText(trace.statement)}};
     if (trace.error.empty()) {
-      line["rows"] = static_cast<qint64>(trace.rows);
-      line["ms"] = trace.milliseconds;
+      line["rows"] = std::to_string(trace.rows);
+      line["ms"] = JsonNumber(trace.milliseconds);
     } else {
-      line["error"] = QString::fromStdString(trace.error);
+      line["error"] = JsonText(trace.error);
     }
-    out_ << QJsonDocument(line).toJson(QJsonDocument::Compact).toStdString() << std::endl;
+    out_ << JsonObject(line) << std::endl;
   }
 
  private:

@@ -1,35 +1,29 @@
 // dossier: the demo host.
 #include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
-#include <utility>
 #include <vector>
 
 #include "adapters/qt/qt_platform.h"
-#include "dossierkit/version.h"
-#include "host/check/check.h"
+#include "host/commands.h"
 #include "host/database.h"
 #include "host/failure_box.h"
 #include "host/keys_window.h"
 #include "host/options.h"
 #include "host/paths.h"
 #include "host/people_window.h"
+#include "host/system.h"
 #include "host/tour/tour.h"
 #include "host/visits.h"
 #include "platform/ado/recordset.h"
-#include "platform/environment/placed_failure.h"
+#include "platform/environment/failure.h"
+#include "platform/environment/text.h"
 #include "shell/component.h"
 #include "shell/i_user_ctrl.h"
 
 namespace dossierkit::host {
 namespace {
-
-std::string PhotosFolder(const Options& options) {
-  return options.photos.empty() ? WorkingPhotos().string() : options.photos;
-}
 
 // The views, with the host's own windows dressed like theirs.
 class Views : public qt::QtPlatform {
@@ -74,29 +68,6 @@ int RunTour(Options options) {
   return PlayTour(dossier, query, options.folder) ? 0 : 1;
 }
 
-// One line for each fault.
-int RunCheck(const Options& options) {
-  const auto database = OpenUnchecked(options);
-  std::vector<check::Fault> faults = check::CheckDatabase(*database);
-  const bool sample = options.database.empty() && options.connection.empty();
-  if (!options.photos.empty() || sample) {
-    for (check::Fault& fault : check::CheckPhotos(*database, PhotosFolder(options)))
-      faults.push_back(std::move(fault));
-  }
-  for (const check::Fault& fault : faults) {
-    if (!options.json) {
-      std::cout << fault.text << "\n";
-      continue;
-    }
-    const QJsonObject line{{"table", QString::fromStdString(fault.table)},
-                           {"row", QString::fromStdString(fault.row)},
-                           {"column", QString::fromStdString(fault.column)},
-                           {"fault", QString::fromStdString(fault.text)}};
-    std::cout << QJsonDocument(line).toJson(QJsonDocument::Compact).toStdString() << "\n";
-  }
-  return faults.empty() ? 0 : 1;
-}
-
 void ShowPeople(const std::shared_ptr<ado::Connection>& database, Visits& visits, const Options& options) {
   PeopleWindow window(database,
                       [&](const VisitRequest& request, QWidget& over) { visits.Open(request, &over); });
@@ -124,16 +95,7 @@ void ChooseDisplay(const Options& options) {
 }
 
 int Run(const Options& options) {
-  switch (options.action) {
-    case Options::Action::kHelp: std::cout << Usage(); return 0;
-    case Options::Action::kVersion: std::cout << "dossier " << kVersion << "\n"; return 0;
-    case Options::Action::kCreateSample: CreateSample(options.file); return 0;
-    case Options::Action::kCreateEmpty: CreateEmpty(options.file); return 0;
-    case Options::Action::kCheck: return RunCheck(options);
-    case Options::Action::kPeople:
-    case Options::Action::kVisit:
-    case Options::Action::kTour: break;
-  }
+  if (const auto code = RunCommand(options)) return *code;
   ChooseDisplay(options);
   if (options.action == Options::Action::kTour) return RunTour(options);
   const auto database = OpenDatabase(options);
@@ -152,11 +114,8 @@ int Run(const Options& options) {
 }
 
 // A failure of a program that shows windows is shown in one, too, unless the component told of it.
-void TellFailure(const std::exception& failure, const Options& options) {
-  std::cerr << "dossier: " << failure.what() << "\n";
+void ShowFailure(const std::exception& failure, const Options& options) {
   const auto* known = dynamic_cast<const environment::Failure*>(&failure);
-  if (const auto* placed = dynamic_cast<const environment::PlacedFailure*>(&failure))
-    std::cerr << environment::DetailsOf(*placed) << "\n";
   if (known && known->number() == environment::kObjectUnloaded) return;
   const bool with_windows =
       options.action == Options::Action::kPeople || options.action == Options::Action::kVisit;
@@ -170,16 +129,5 @@ void TellFailure(const std::exception& failure, const Options& options) {
 }  // namespace dossierkit::host
 
 int main(int argc, char** argv) {
-  using namespace dossierkit::host;
-  Options options;
-  try {
-    options = ParseOptions({argv + 1, argv + argc});
-    return Run(options);
-  } catch (const UsageError& error) {
-    std::cerr << "dossier: " << error.what() << "\n" << Usage();
-    return 2;
-  } catch (const std::exception& failure) {
-    TellFailure(failure, options);
-    return options.action == Options::Action::kCheck ? 2 : 1;
-  }
+  return dossierkit::host::RunProgram(argc, argv, dossierkit::host::Run, dossierkit::host::ShowFailure);
 }

@@ -1,16 +1,19 @@
 #include "host/paths.h"
 
-#include <QStandardPaths>
 #include <system_error>
 
+#include "host/system.h"
 #include "platform/environment/failure.h"
 
 namespace dossierkit::host {
 
 namespace fs = std::filesystem;
 
-fs::path ShareFolder() {
-  return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "share" / "dossierkit";
+fs::path PathOf(const std::string& text) { return std::u8string(text.begin(), text.end()); }
+
+std::string TextOf(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
 }
 
 fs::path SampleDatabase() { return ShareFolder() / "sample.db"; }
@@ -20,8 +23,7 @@ fs::path EmptyDatabase() { return ShareFolder() / "empty.db"; }
 fs::path SamplePhotos() { return ShareFolder() / "photos"; }
 
 fs::path DataFolder() {
-  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  fs::path folder = fs::path(data.toStdString()) / "dossierkit";
+  fs::path folder = DataHome() / "dossierkit";
   // Dossiers are nobody else's business.
   std::error_code error;
   if (fs::create_directories(folder, error)) fs::permissions(folder, fs::perms::owner_all, error);
@@ -47,7 +49,7 @@ void CopyPhotos(const fs::path& from, const fs::path& to) {
       fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
     }
   } catch (const fs::filesystem_error& error) {
-    throw environment::Failure(environment::kPathAccess, "无法复制示例照片到 " + to.string() + "（" +
+    throw environment::Failure(environment::kPathAccess, "无法复制示例照片到 " + TextOf(to) + "（" +
                                                              error.code().message() +
                                                              "），请用 --photos 指定照片所在的文件夹。");
   }
@@ -63,14 +65,14 @@ fs::path WorkingDatabase() {
 static void CreateFrom(const fs::path& source, const std::string& what, const fs::path& target) {
   const auto refuse = [&](const std::string& why) {
     throw environment::Failure(environment::kPathAccess,
-                               "无法建立" + what + " " + target.string() + "（" + why + "），请换一个位置。");
+                               "无法建立" + what + " " + TextOf(target) + "（" + why + "），请换一个位置。");
   };
   std::error_code error;
   // What an earlier database left beside it may hold its last changes, and must not be taken for this one's.
   for (const char* ending : {"", "-wal", "-shm", "-journal"}) {
     const fs::path present = fs::path(target) += ending;
     if (fs::symlink_status(present, error).type() != fs::file_type::not_found)
-      refuse("已有文件 " + present.string());
+      refuse("已有文件 " + TextOf(present));
   }
   error.clear();
   if (!fs::copy_file(source, target, error)) refuse(error.message());

@@ -2,16 +2,19 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 namespace dossierkit::host {
 
-// The folder of icons, sample and photographs: share/dossierkit beside the program's folder.
-std::filesystem::path ShareFolder();
+// A path from UTF-8 and back; not every system does so by itself.
+std::filesystem::path PathOf(const std::string& text);
+std::string TextOf(const std::filesystem::path& path);
+
 // The sample database as it was built, and the same without people.
 std::filesystem::path SampleDatabase();
 std::filesystem::path EmptyDatabase();
-// Where the program keeps what is entered: dossierkit in $XDG_DATA_HOME, by default in ~/.local/share. Made
-// for the user alone where it is missing.
+// Where the program keeps what is entered: dossierkit below DataHome(). Made for the user alone where it is
+// missing.
 std::filesystem::path DataFolder();
 // The working copy in it that the program opens without --database; made from the sample where it is
 // missing. Throws a Failure.

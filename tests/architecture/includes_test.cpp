@@ -40,13 +40,17 @@ const std::map<std::string, std::set<std::string>> kAllowed = {
     {"adapters/odbc", {"platform/environment", "platform/ado", "platform/jet"}},
     {"adapters/headless", {"platform/environment", "platform/files", "platform/toolkit"}},
     {"adapters/qt", {"platform/environment", "platform/files", "platform/toolkit"}},
+    {"adapters/win32", {"platform/environment", "platform/files", "platform/toolkit"}},
+    // The COM server joins the system with the views and the connection of its host, as a program does.
+    {"adapters/com", {"platform/environment", "platform/ado", "platform/toolkit", "shell"}},
 };
 
 // Written by the build: names and places that hosts see as well.
 const std::set<std::string> kBuilt = {"dossierkit/share_folder.h", "dossierkit/version.h"};
 
 // The files that call a system directly; each port to another brings its own.
-const std::set<std::string> kSystemFiles = {"platform/files/disk_posix.cpp"};
+const std::set<std::string> kSystemFiles = {"platform/files/disk_posix.cpp",
+                                            "platform/files/disk_windows.cpp"};
 
 // Headers of libraries, by the folder that may use them.
 const std::regex kQtHeader("Q[A-Za-z]+|Q[A-Za-z]+/.*|qt.*");

@@ -1,5 +1,7 @@
 // The photograph on the page of the basic data, and the button that replaces it.
+#ifndef _WIN32
 #include <sys/stat.h>
+#endif
 
 #include <new>
 
@@ -110,6 +112,7 @@ TEST_F(PhotographOfPage, APictureAtTheLimitsIsShown) {
   visit.Open([&] { EXPECT_NE(Shown("imgPerson"), ""); });
 }
 
+#ifndef _WIN32
 TEST_F(PhotographOfPage, APipeIsNoPhotograph) {
   RemovePhoto();
   ASSERT_EQ(mkfifo(Photo().c_str(), 0600), 0);
@@ -119,6 +122,7 @@ TEST_F(PhotographOfPage, APipeIsNoPhotograph) {
   });
   EXPECT_TRUE(Shown().empty());
 }
+#endif
 
 // Whatever is thrown on the way to the new picture is told, not what the environment words alone.
 TEST_F(PhotographOfPage, EveryFailureOfTheButtonIsTold) {

@@ -1,5 +1,7 @@
 // The choice of a new picture.
+#ifndef _WIN32
 #include <sys/stat.h>
+#endif
 
 #include <new>
 
@@ -166,11 +168,13 @@ TEST_F(ChoosePicture, WhateverTheReadingThrowsIsNotFound) {
   EXPECT_TRUE(Shown().empty());
 }
 
+#ifndef _WIN32
 TEST_F(ChoosePicture, APipeIsNoFile) {
   ASSERT_EQ(mkfifo(folder.Choice("pipe.jpg").c_str(), 0600), 0);
   Preview([&] { Choose(folder.Choice("pipe.jpg")); });
   EXPECT_EQ(Shown(), (Messages{{"更新照片出错！原因是：文件未找到", 64, "更新照片"}}));
 }
+#endif
 
 TEST_F(ChoosePicture, RequiredAnUnreadableFileDropsTheFormerChoiceButLeavesItInSight) {
   Preview([&] {

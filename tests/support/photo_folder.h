@@ -10,6 +10,8 @@
 #include <iterator>
 #include <string>
 
+#include "tests/support/named_file.h"
+
 namespace dossierkit::tests {
 
 class PhotoFolder {
@@ -18,25 +20,27 @@ class PhotoFolder {
   explicit PhotoFolder(const std::string& name)
       : root_(std::filesystem::temp_directory_path() /
               ("dossierkit-photos-" + std::to_string(getpid()) + "-" + name)) {
-    std::filesystem::remove_all(root_);
+    RemoveFolder(root_);
     std::filesystem::create_directories(Photos());
-    std::filesystem::create_directories(root_ / "图片");
+    std::filesystem::create_directories(root_ / u8"图片");
   }
-  ~PhotoFolder() { std::filesystem::remove_all(root_); }
+  ~PhotoFolder() { RemoveFolder(root_); }
 
-  std::filesystem::path Photos() const { return root_ / "照片"; }
-  std::filesystem::path Photo(const std::string& person) const { return Photos() / (person + ".jpg"); }
+  std::filesystem::path Photos() const { return root_ / u8"照片"; }
+  std::filesystem::path Photo(const std::string& person) const {
+    return Photos() / NamedFile(person + ".jpg");
+  }
   // The path of a picture to choose, as a user names it.
-  std::string Choice(const std::string& name) const { return (root_ / "图片" / name).string(); }
+  std::string Choice(const std::string& name) const { return (root_ / u8"图片" / NamedFile(name)).string(); }
 
-  static void Write(const std::filesystem::path& file, const std::string& bytes) {
-    std::ofstream(file, std::ios::binary) << bytes;
+  static void Write(const NamedFile& file, const std::string& bytes) {
+    std::ofstream(static_cast<const std::filesystem::path&>(file), std::ios::binary) << bytes;
   }
-  static std::string Read(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
+  static std::string Read(const NamedFile& file) {
+    std::ifstream in(static_cast<const std::filesystem::path&>(file), std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
   }
-  static void Protect(const std::filesystem::path& file) {
+  static void Protect(const NamedFile& file) {
     std::filesystem::permissions(file, std::filesystem::perms::owner_read);
   }
   // Writes a picture to choose and gives its path.

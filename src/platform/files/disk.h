@@ -1,5 +1,5 @@
 // Disk: the calls on files that every system has in its own way, for LocalFiles and for readers of pictures.
-// disk_posix.cpp holds them for POSIX; another system brings a file of its own.
+// disk_posix.cpp holds them for POSIX, disk_windows.cpp for Windows.
 #pragma once
 
 #include <cstddef>
@@ -18,6 +18,9 @@ std::filesystem::path PathOf(const std::string& path);
 
 // What the disk answered, as the environment tells it: 53, 61, 70 or 75.
 environment::Failure FailureOf(const std::error_code& error);
+
+// True for a link to a file or a folder, wherever it leads.
+bool IsLink(const std::filesystem::path& path);
 
 // An open regular file, closed with the object. Every call throws std::system_error; what is no regular file
 // is not found, and no call waits for the other end of a pipe.

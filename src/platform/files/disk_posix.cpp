@@ -56,6 +56,8 @@ std::string OwnName() {
 
 }  // namespace
 
+bool IsLink(const std::filesystem::path& path) { return std::filesystem::is_symlink(path); }
+
 OpenFile OpenFile::ToRead(const std::filesystem::path& path) { return OpenFile(Open(path, O_RDONLY)); }
 
 OpenFile OpenFile::ToReplace(const std::filesystem::path& path) {

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "platform/environment/failure.h"
@@ -53,7 +54,7 @@ std::optional<OpenFile> RequireReplaceable(const fs::path& from, const fs::path&
   const fs::file_status status = fs::symlink_status(to);
   if (!fs::exists(status)) return std::nullopt;
   if (!overwrite) throw MakeFailure(environment::kFileExists);
-  if (fs::is_symlink(status)) return std::nullopt;
+  if (IsLink(to)) return std::nullopt;
   if (!fs::is_regular_file(status) || fs::equivalent(from, to)) {
     throw MakeFailure(environment::kPermissionDenied);
   }
@@ -101,9 +102,11 @@ class FileBeside {
 };
 
 // The target is the old file or the whole copy at every moment.
-void Replace(const OpenFile& from, const fs::path& to, const std::optional<OpenFile>& old) {
+void Replace(const OpenFile& from, const fs::path& to, std::optional<OpenFile> old) {
   FileBeside beside(to);
   if (old) beside.File().TakeRightsOf(*old);
+  // Not every system replaces a file that is open.
+  old.reset();
   CopyBytes(from, beside.File(), from.Size());
   beside.File().Flush();
   beside.TakeThePlace();
@@ -185,14 +188,15 @@ void LocalFiles::CopyFile(const std::string& source, const std::string& target, 
     RequireFile(from);
     const OpenFile bytes = OpenFile::ToRead(from);
     RequireFolderOf(to);
-    const std::optional<OpenFile> old = RequireReplaceable(from, to, overwrite);
+    std::optional<OpenFile> old = RequireReplaceable(from, to, overwrite);
+    const bool is_there = old.has_value();
     try {
-      Replace(bytes, to, old);
+      Replace(bytes, to, std::move(old));
     } catch (const std::system_error& failure) {
       // The folder takes no second file, has no room for one, or lets nobody replace it.
       const bool nothing_beside =
           IsRefusal(failure.code()) || failure.code() == std::errc::no_space_on_device;
-      if (!old || !nothing_beside) throw;
+      if (!is_there || !nothing_beside) throw;
       Rewrite(bytes, to);
     }
   });

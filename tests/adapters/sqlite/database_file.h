@@ -10,6 +10,7 @@
 #include <string>
 
 #include "adapters/sqlite/sqlite_connection.h"
+#include "tests/support/named_file.h"
 
 namespace dossierkit::sqlite {
 
@@ -20,12 +21,12 @@ class DatabaseFile {
     folder_ = std::filesystem::path(testing::TempDir()) /
               ("dossierkit-" + std::to_string(getpid()) + "-" +
                testing::UnitTest::GetInstance()->current_test_info()->name());
-    std::filesystem::create_directories(folder_ / "数据库");
+    std::filesystem::create_directories(folder_ / u8"数据库");
     const auto memory = SqliteConnection::OpenInMemory({});
     memory->RunScript(script);
     Write("专家.db", memory->Bytes());
   }
-  ~DatabaseFile() { std::filesystem::remove_all(folder_); }
+  ~DatabaseFile() { tests::RemoveFolder(folder_); }
   DatabaseFile(const DatabaseFile&) = delete;
   DatabaseFile& operator=(const DatabaseFile&) = delete;
 
@@ -34,15 +35,17 @@ class DatabaseFile {
     EXPECT_EQ(SqliteConnection(path).Pragma("journal_mode=wal"), "wal") << path;
   }
 
-  std::string Folder() const { return (folder_ / "数据库").string(); }
-  std::string Path(const std::string& name = "专家.db") const { return (folder_ / "数据库" / name).string(); }
+  std::string Folder() const { return (folder_ / u8"数据库").string(); }
+  std::string Path(const std::string& name = "专家.db") const {
+    return (folder_ / u8"数据库" / tests::NamedFile(name)).string();
+  }
 
   void Write(const std::string& name, const std::string& content) const {
-    std::ofstream(Path(name), std::ios::binary) << content;
+    std::ofstream(files::PathOf(Path(name)), std::ios::binary) << content;
   }
   std::string Read(const std::string& name = "专家.db") const {
     std::ostringstream content;
-    content << std::ifstream(Path(name), std::ios::binary).rdbuf();
+    content << std::ifstream(files::PathOf(Path(name)), std::ios::binary).rdbuf();
     return content.str();
   }
 

@@ -1,4 +1,6 @@
 // Two programs on one file, and programs that are killed.
+#ifndef _WIN32
+
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -207,3 +209,5 @@ INSTANTIATE_TEST_SUITE_P(TwoPrograms, KilledProgram, testing::Bool(),
 
 }  // namespace
 }  // namespace dossierkit::sqlite
+
+#endif

@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/variables.h"
+
 namespace dossierkit::environment {
 namespace {
 
@@ -34,14 +36,14 @@ class SystemClockTest : public testing::Test {
   }
   void TearDown() override {
     if (former_) {
-      setenv("TZ", former_->c_str(), 1);
+      tests::SetVariable("TZ", former_->c_str());
     } else {
-      unsetenv("TZ");
+      tests::UnsetVariable("TZ");
     }
     tzset();
   }
   static void UseZone(const char* zone) {
-    setenv("TZ", zone, 1);
+    tests::SetVariable("TZ", zone);
     tzset();
   }
 
@@ -51,7 +53,7 @@ class SystemClockTest : public testing::Test {
 
 // One of these zones has another day than the other at every moment.
 TEST_F(SystemClockTest, NowIsTheLocalDateAndTime) {
-  const std::pair<const char*, int> zones[] = {{"UTC0", 0}, {"AHEAD-14", 14}, {"BEHIND12", -12}};
+  const std::pair<const char*, int> zones[] = {{"UTC0", 0}, {"AHD-14", 14}, {"BHD12", -12}};
   for (const auto& [zone, hours] : zones) {
     UseZone(zone);
     bool met = false;

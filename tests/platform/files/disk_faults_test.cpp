@@ -1,4 +1,6 @@
 // Every call of a copy made to fail in turn: what is told then, and that the photograph is whole.
+#ifndef _WIN32
+
 #include <cerrno>
 #include <map>
 
@@ -238,3 +240,5 @@ TEST_F(DiskFaults, AChoiceThatIsCutWhileItIsCopiedIsNoCopy) {
 
 }  // namespace
 }  // namespace dossierkit::files
+
+#endif

@@ -13,6 +13,7 @@
 #include "platform/environment/failure.h"
 #include "platform/files/files.h"
 #include "tests/support/failures.h"
+#include "tests/support/named_file.h"
 
 namespace dossierkit::files {
 
@@ -24,11 +25,11 @@ class FolderTest : public testing::Test {
     const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
     root_ =
         std::filesystem::path(testing::TempDir()) / ("dossierkit-" + std::to_string(getpid()) + "-" + name);
-    folder_ = root_ / "照片";
-    std::filesystem::remove_all(root_);
+    folder_ = root_ / u8"照片";
+    tests::RemoveFolder(root_);
     std::filesystem::create_directories(folder_);
   }
-  ~FolderTest() override { std::filesystem::remove_all(root_); }
+  ~FolderTest() override { tests::RemoveFolder(root_); }
 
   // The path of a file in the folder, as the system writes paths.
   std::string Path(const std::string& name) const { return folder_.string() + "\\" + name; }
@@ -36,10 +37,10 @@ class FolderTest : public testing::Test {
   std::filesystem::path Elsewhere(const std::string& name) const { return root_ / name; }
 
   // Files by their name in the folder, or by their whole path.
-  void Write(const std::filesystem::path& file, const std::string& content) const {
+  void Write(const tests::NamedFile& file, const std::string& content) const {
     std::ofstream(folder_ / file, std::ios::binary) << content;
   }
-  std::string Read(const std::filesystem::path& file) const {
+  std::string Read(const tests::NamedFile& file) const {
     std::ostringstream bytes;
     bytes << std::ifstream(folder_ / file, std::ios::binary).rdbuf();
     return bytes.str();

@@ -1,4 +1,6 @@
 // A folder of photographs that several clerks and programs share, and disks that are full.
+#ifndef _WIN32
+
 #include <grp.h>
 #include <sys/stat.h>
 
@@ -240,3 +242,5 @@ TEST_F(SharedFolder, OfTwoProgramsOnlyOneWritesAPhotographInItsPlace) {
 
 }  // namespace
 }  // namespace dossierkit::files
+
+#endif

@@ -1,4 +1,6 @@
 // The functions of the C library that disk_posix.cpp uses, in the place of the library's own.
+#ifndef _WIN32
+
 #include "tests/platform/files/system_calls.h"
 
 #include <fcntl.h>
@@ -105,3 +107,5 @@ int unlink(const char* path) noexcept {
   return static_cast<int>(Call("delete", SYS_unlinkat, AT_FDCWD, path, 0));
 }
 }
+
+#endif

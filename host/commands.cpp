@@ -1,0 +1,79 @@
+#include "host/commands.h"
+
+#include <iostream>
+#include <utility>
+#include <vector>
+
+#include "dossierkit/version.h"
+#include "host/check/check.h"
+#include "host/database.h"
+#include "host/json.h"
+#include "host/paths.h"
+#include "host/system.h"
+#include "platform/environment/placed_failure.h"
+
+namespace dossierkit::host {
+namespace {
+
+// One line for each fault.
+int RunCheck(const Options& options) {
+  const auto database = OpenUnchecked(options);
+  std::vector<check::Fault> faults = check::CheckDatabase(*database);
+  const bool sample = options.database.empty() && options.connection.empty();
+  if (!options.photos.empty() || sample) {
+    for (check::Fault& fault : check::CheckPhotos(*database, PhotosFolder(options)))
+      faults.push_back(std::move(fault));
+  }
+  for (const check::Fault& fault : faults) {
+    if (!options.json) {
+      std::cout << fault.text << "\n";
+      continue;
+    }
+    std::cout << JsonObject({{"table", JsonText(fault.table)},
+                             {"row", JsonText(fault.row)},
+                             {"column", JsonText(fault.column)},
+                             {"fault", JsonText(fault.text)}})
+              << "\n";
+  }
+  return faults.empty() ? 0 : 1;
+}
+
+}  // namespace
+
+std::string PhotosFolder(const Options& options) {
+  return options.photos.empty() ? TextOf(WorkingPhotos()) : options.photos;
+}
+
+std::optional<int> RunCommand(const Options& options) {
+  switch (options.action) {
+    case Options::Action::kHelp: std::cout << Usage(); return 0;
+    case Options::Action::kVersion: std::cout << "dossier " << kVersion << "\n"; return 0;
+    case Options::Action::kCreateSample: CreateSample(PathOf(options.file)); return 0;
+    case Options::Action::kCreateEmpty: CreateEmpty(PathOf(options.file)); return 0;
+    case Options::Action::kCheck: return RunCheck(options);
+    case Options::Action::kPeople:
+    case Options::Action::kVisit:
+    case Options::Action::kTour: break;
+  }
+  return std::nullopt;
+}
+
+int RunProgram(int argc, char** argv, int (*run)(const Options&),
+               void (*tell)(const std::exception&, const Options&)) {
+  Options options;
+  try {
+    options = ParseOptions(ArgumentsOf(argc, argv));
+    return run(options);
+  } catch (const UsageError& error) {
+    std::cerr << "dossier: " << error.what() << "\n" << Usage();
+    return 2;
+  } catch (const std::exception& failure) {
+    std::cerr << "dossier: " << failure.what() << "\n";
+    if (const auto* placed = dynamic_cast<const environment::PlacedFailure*>(&failure))
+      std::cerr << environment::DetailsOf(*placed) << "\n";
+    if (tell) tell(failure, options);
+    return options.action == Options::Action::kCheck ? 2 : 1;
+  }
+}
+
+}  // namespace dossierkit::host

@@ -1,0 +1,28 @@
+#ifndef _WIN32
+
+#include <cstdlib>
+
+#include "host/system.h"
+
+namespace dossierkit::host {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> ArgumentsOf(int argc, char** argv) { return {argv + 1, argv + argc}; }
+
+fs::path ShareFolder() {
+  return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "share" / "dossierkit";
+}
+
+fs::path DataHome() {
+  const auto variable = [](const char* name) {
+    const char* value = std::getenv(name);
+    return fs::path(value ? value : "");
+  };
+  const fs::path data = variable("XDG_DATA_HOME");
+  return data.is_absolute() ? data : variable("HOME") / ".local" / "share";
+}
+
+}  // namespace dossierkit::host
+
+#endif

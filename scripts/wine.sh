@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Runs a program of Windows under Wine, in a prefix of the build that is made once and again for another Wine.
+#
+#   wine.sh PROGRAM [ARGUMENT...]
+set -euo pipefail
+build=$(cd "$(dirname "$(readlink -f "$0")")/.." && pwd)/build
+# Without a locale of UTF-8 Wine cannot make a file with a Chinese name.
+export LC_ALL=C.UTF-8 WINEDEBUG="${WINEDEBUG:--all}" WINEDLLOVERRIDES="mscoree,mshtml="
+export WINEPREFIX="${WINEPREFIX:-$build/wine}"
+
+version=$(wine --version)
+if [ "$(cat "$WINEPREFIX/made-by" 2>/dev/null)" != "$version" ]; then
+  mkdir -p "$build"
+  exec 9>"$build/wine.lock"
+  flock 9
+  if [ "$(cat "$WINEPREFIX/made-by" 2>/dev/null)" != "$version" ]; then
+    rm -rf "$WINEPREFIX"
+    env -u DISPLAY wine wineboot --init >"$build/wine.log" 2>&1 || { cat "$build/wine.log" >&2; exit 1; }
+    wine wineserver --wait >/dev/null 2>&1 || true
+    echo "$version" >"$WINEPREFIX/made-by"
+  fi
+  exec 9>&-
+fi
+exec wine "$@"
