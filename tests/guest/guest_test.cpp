@@ -267,6 +267,7 @@ TEST_F(Guest, APlatformThatEndsLeavesNoWindowBehind) {
     toolkit::Desktop own(platform);
     const auto inner = std::make_shared<DemoForm>(own);
     Play(*inner, [] {});
+    Play(*inner, [&] { inner->Hide(); });
   }
   EXPECT_EQ(QApplication::topLevelWidgets().size(), windows);
 }

@@ -32,7 +32,6 @@ CommandButtonView::CommandButtonView(ViewContext& context, toolkit::CommandButto
     : WidgetView(context, button, new QPushButton(ParentWidgetOf(button))),
       button_(button),
       native_(static_cast<QPushButton*>(Widget())) {
-  native_->setAutoDefault(false);
   QObject::connect(native_, &QPushButton::clicked, Hub(),
                    [this] { Context().application.Guard([this] { button_.UserClick(); }); });
 }
@@ -53,10 +52,7 @@ CheckBoxView::CheckBoxView(ViewContext& context, toolkit::CheckBox& box)
       native_(static_cast<QCheckBox*>(Widget())) {
   // A mark from outside, by accessibility.
   QObject::connect(native_, &QCheckBox::toggled, Hub(), [this] {
-    if (showing_) return;
-    const auto life = Life();
-    Context().application.Guard([this] { box_.UserToggle(); });
-    if (!life.expired()) ShowText();
+    if (!showing_) Context().application.Guard([this] { box_.UserToggle(); });
   });
 }
 

@@ -100,9 +100,7 @@ void MaskView::EditByCommit(QInputMethodEvent& event) {
 
 void MaskView::NativeTextChanged() {
   if (showing_ || ViewOf(native_->text()) == shown_.Shown()) return;
-  const auto life = Life();
   Context().application.Guard([this] { box_.UserReplaceAll(ToUtf8(native_->text())); });
-  if (!life.expired()) ShowText();
 }
 
 void MaskView::NativeSelectionChanged() {
@@ -143,7 +141,6 @@ void MaskView::ShowSelection() {
   if (selected.length > 0) {
     native_->setSelection(start, static_cast<int>(selected.length));
   } else {
-    native_->deselect();
     native_->setCursorPosition(start);
   }
   showing_ = false;

@@ -23,9 +23,7 @@ class MenuList : public QListView {
   MenuList(QtApplication& application, QWidget* parent) : QListView(parent), application_(application) {}
 
  protected:
-  void mousePressEvent(QMouseEvent* event) override {
-    pressed_ = event->button() == Qt::LeftButton ? indexAt(event->position().toPoint()).row() : -1;
-  }
+  void mousePressEvent(QMouseEvent* event) override { pressed_ = indexAt(event->position().toPoint()).row(); }
   void mouseMoveEvent(QMouseEvent*) override {}
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void mouseReleaseEvent(QMouseEvent* event) override {

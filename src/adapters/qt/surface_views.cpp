@@ -71,7 +71,7 @@ class FrameWidget : public QWidget {
 
 class LineWidget : public QWidget {
  public:
-  explicit LineWidget(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+  explicit LineWidget(QWidget* parent) : QWidget(parent) {}
 
  protected:
   void paintEvent(QPaintEvent*) override {

@@ -24,7 +24,6 @@ class TextEdit : public QPlainTextEdit {
     setAcceptDrops(false);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document()->setDocumentMargin(2);
     setViewportMargins(3, 0, 0, 0);
   }
@@ -56,8 +55,6 @@ class TextEdit : public QPlainTextEdit {
     copied->setText(textCursor().selection().toPlainText());
     return copied;
   }
-  bool canInsertFromMimeData(const QMimeData* source) const override { return source->hasText(); }
-  void insertFromMimeData(const QMimeData* source) override { insertPlainText(source->text()); }
 
  private:
   TextView* View() { return static_cast<TextView*>(application_.ViewOf(this)); }

@@ -22,11 +22,9 @@ void TextView::NativeTextChanged() {
   const QString after = NativeText();
   const auto change = toolkit::ChangeOf(shown_, box_.GetSelection(),
                                         {ViewOf(after), static_cast<std::size_t>(NativeCaret()), caret_});
-  const auto life = Life();
+  // Also where it ignores the report, the model has its own text shown.
   Context().application.Guard(
       [&] { box_.UserReplace(change.replaced.start, change.replaced.length, change.inserted); });
-  // Also where the report was ignored, the model's text is what stands there.
-  if (!life.expired()) ShowText();
 }
 
 void TextView::NativeSelectionChanged() {

@@ -64,7 +64,6 @@ TreeBoxView::TreeBoxView(ViewContext& context, toolkit::TreeView& tree)
   native_->setHeaderHidden(true);
   native_->header()->setFocusPolicy(Qt::NoFocus);
   native_->setIndentation(GetMetrics().Scaled(kIndentation));
-  native_->setExpandsOnDoubleClick(false);
   native_->setAnimated(false);
   native_->setTextElideMode(Qt::ElideRight);
   native_->setItemDelegate(new TipDelegate(native_));

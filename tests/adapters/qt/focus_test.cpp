@@ -78,6 +78,26 @@ TEST_F(QtFocus, TheClickIsDeliveredOnceAfterACheckThatOpenedAMessage) {
   EXPECT_EQ(events, "check lost got click ");
 }
 
+// Of the press that was refused there the message box has taken the release.
+TEST_F(QtFocus, TheClickAfterARefusedOneArrives) {
+  int clicks = 0;
+  bool refuse = true;
+  Play([&] {
+    On(Page().button->Click, [&] { ++clicks; });
+    On(Page().name->Validate, [&](bool& cancel) {
+      if (!refuse) return;
+      desktop.MsgBox("请核对。");
+      cancel = true;
+    });
+    AnswerNext("OK");
+    QTest::mousePress(Native(*Page().button), Qt::LeftButton);
+    EXPECT_EQ(clicks, 0);
+    refuse = false;
+    Click(Native(*Page().button));
+    EXPECT_EQ(clicks, 1);
+  });
+}
+
 // What would scroll below the pointer between press and release would miss the click.
 TEST_F(QtFocus, AButtonHalfInSightIsClickedAndThenScrollsIntoSight) {
   int clicks = 0;

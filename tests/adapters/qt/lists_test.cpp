@@ -223,6 +223,69 @@ TEST_F(QtLists, AMenuClickArrivesOnceAfterACheckThatOpenedAMessage) {
   EXPECT_EQ(clicked, std::vector<int>{5});
 }
 
+TEST_F(QtLists, AMenuItemIsClickedWhereItWasPressed) {
+  std::vector<int> clicked;
+  Play([&] {
+    On(form->menu->MenuItemClick, [&](std::int32_t&, std::int32_t& item) { clicked.push_back(item); });
+    const auto place = [&](int row) { return Menu()->visualRect(Menu()->model()->index(row, 0)).center(); };
+    QTest::mousePress(Menu()->viewport(), Qt::LeftButton, {}, place(3));
+    QTest::mouseRelease(Menu()->viewport(), Qt::LeftButton, {}, place(5));
+    QTest::mouseClick(Menu()->viewport(), Qt::RightButton, {}, place(4));
+    EXPECT_TRUE(clicked.empty());
+    EXPECT_EQ(Menu()->currentIndex().row(), 1);
+  });
+}
+
+TEST_F(QtLists, AMenuIsNamedByItsHeadWhereNobodyNamesIt) {
+  Play([&] {
+    EXPECT_EQ(Text(Menu()->accessibleName()), "信息集");
+    form->menu->set_menucaption("目录");
+    EXPECT_EQ(Text(Menu()->accessibleName()), "目录");
+    form->menu->SetAccessibleName("各项");
+    form->menu->set_menucaption("菜单");
+    EXPECT_EQ(Text(Menu()->accessibleName()), "各项");
+  });
+}
+
+// The mark stands there already; what is bold follows.
+TEST_F(QtLists, AMenuPaintsTheCurrentItemThatWasMarkedBefore) {
+  Play([&] {
+    form->menu->UserMark(4);
+    QCoreApplication::processEvents();
+    const QImage before = Menu()->grab().toImage();
+    struct Paints : QObject {
+      int count = 0;
+      bool eventFilter(QObject*, QEvent* event) override {
+        count += event->type() == QEvent::Paint;
+        return false;
+      }
+    } paints;
+    Menu()->viewport()->installEventFilter(&paints);
+    form->menu->set_menuitemcur(4);
+    QCoreApplication::processEvents();
+    EXPECT_GT(paints.count, 0);
+    EXPECT_NE(Menu()->grab().toImage(), before);
+  });
+}
+
+TEST_F(QtLists, DraggingOverAListChoosesNothing) {
+  Play([&] {
+    const auto place = [&](QAbstractItemView* list, int row) {
+      return list->visualRect(list->model()->index(row, 1)).center();
+    };
+    QTest::mousePress(Table()->viewport(), Qt::LeftButton, {}, place(Table(), 1));
+    for (int row = 2; row < 5; ++row) {
+      QMouseEvent move(QEvent::MouseMove, place(Table(), row),
+                       Table()->viewport()->mapToGlobal(place(Table(), row)), Qt::NoButton, Qt::LeftButton,
+                       {});
+      QCoreApplication::sendEvent(Table()->viewport(), &move);
+    }
+    QTest::mouseRelease(Table()->viewport(), Qt::LeftButton, {}, place(Table(), 4));
+    EXPECT_EQ(form->page->grid->Row(), 2);
+    EXPECT_EQ(Table()->currentIndex().row(), 1);
+  });
+}
+
 TEST_F(QtLists, AMenuScrollsWhereItsItemsDoNotFit) {
   Play([&] {
     form->menu->set_menuitemsmax(40);

@@ -136,6 +136,7 @@ TEST_F(PictureFile, IsDecodedAtTheSizeOfTheTurnedPicture) {
   };
   EXPECT_EQ(size(40, 60), QSize(40, 60));
   EXPECT_EQ(size(60, 50), QSize(48, 50));
+  EXPECT_EQ(size(40, 15), QSize(40, 15)) << "decoded for the turned frame";
 }
 
 TEST_F(PictureFile, OfFortyEightMegapixelsInTenScansIsShown) {

@@ -1,6 +1,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <typeinfo>
 
 #include "platform/environment/failure.h"
@@ -134,6 +135,73 @@ TEST_F(QtWindows, AMessageBoxIsAnsweredByMouseAndKeys) {
     EXPECT_TRUE(Native(*form->page->name)->hasFocus());
     EXPECT_TRUE(QApplication::activeWindow()->isActiveWindow());
   });
+}
+
+TEST_F(QtWindows, ArrowsLeadFromButtonToButtonOfAQuestion) {
+  Play([&] {
+    Next([] {
+      QWidget* box = QApplication::activeModalWidget();
+      const auto focus_behind = [box](Qt::Key key) {
+        QTest::keyClick(box->focusWidget(), key);
+        return Text(box->focusWidget()->objectName());
+      };
+      EXPECT_EQ(Text(box->focusWidget()->objectName()), "Yes");
+      EXPECT_EQ(focus_behind(Qt::Key_Right), "No");
+      EXPECT_EQ(focus_behind(Qt::Key_Left), "Yes");
+      EXPECT_EQ(focus_behind(Qt::Key_Down), "No");
+      EXPECT_EQ(focus_behind(Qt::Key_Up), "Yes");
+      QTest::keyClick(box->focusWidget(), Qt::Key_Return);
+    });
+    EXPECT_EQ(desktop.MsgBox("是否保存？", toolkit::kYesNo), toolkit::kAnswerYes);
+  });
+}
+
+TEST_F(QtWindows, TheFirstAnswerCounts) {
+  Play([&] {
+    Next([] {
+      QWidget* box = QApplication::activeModalWidget();
+      QTest::keyClick(box, Qt::Key_Y);
+      QTest::keyClick(box, Qt::Key_N);
+    });
+    EXPECT_EQ(desktop.MsgBox("是否保存？", toolkit::kYesNo), toolkit::kAnswerYes);
+  });
+}
+
+TEST_F(QtWindows, AMessageIsShownAsItStandsHoweverLongAndReadOut) {
+  Play([&] {
+    QString text = "<b>语句</b> a&b";
+    for (int line = 0; line < 200; ++line) text += "\n第" + QString::number(line) + "行";
+    Next([&] {
+      QWidget* box = QApplication::activeModalWidget();
+      const auto* label = box->findChild<QLabel*>("Text");
+      EXPECT_EQ(label->textFormat(), Qt::PlainText);
+      EXPECT_EQ(label->text(), text);
+      EXPECT_EQ(box->accessibleDescription(), text);
+      EXPECT_TRUE(box->screen()->availableGeometry().contains(box->geometry())) << box->height();
+      EXPECT_TRUE(box->findChild<QPushButton*>("OK")->visibleRegion().boundingRect().height() > 20);
+      QTest::keyClick(box, Qt::Key_Escape);
+    });
+    desktop.MsgBox(text.toStdString());
+  });
+}
+
+// A host without windows of its own would end where its last one seems to close.
+TEST_F(QtWindows, NoWindowOfTheComponentsIsTheProgramsLast) {
+  int last = 0;
+  const auto spy = QObject::connect(qApp, &QGuiApplication::lastWindowClosed, qApp, [&] { ++last; });
+  EXPECT_FALSE(QApplication::activeWindow());
+  AnswerNext("OK");
+  desktop.MsgBox("没有窗口。");
+  Next([] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+  the_platform->ChooseFile(toolkit::CommonDialog("dlgSelPic"));
+  Play([&] {
+    AnswerNext("OK");
+    desktop.MsgBox("完成。");
+    QApplication::activeWindow()->close();
+  });
+  QCoreApplication::processEvents();
+  QObject::disconnect(spy);
+  EXPECT_EQ(last, 0);
 }
 
 TEST_F(QtWindows, AQuestionHasNoOtherWayOut) {

@@ -97,6 +97,14 @@ TEST_F(AspectsTest, NodesWithTheirTextsAndColoursAreContentAndWhatIsOpenIsSelect
   });
 }
 
+TEST_F(AspectsTest, ATreeThatTheFocusSelectsANodeOfTellsThatFirst) {
+  Visit([&] {
+    form->tree->Nodes().Add("a", "甲");
+    EXPECT_EQ(Told("tree", [&] { form->tree->SetFocus(); }), (Aspects{Aspect::kSelection, Aspect::kFocus}));
+    EXPECT_EQ(form->tree->SelectedItem(), 0);
+  });
+}
+
 TEST_F(AspectsTest, AGridTellsItsContentItsWidthsAndTheCursor) {
   Visit([&] {
     auto& grid = *form->grid;
@@ -108,6 +116,9 @@ TEST_F(AspectsTest, AGridTellsItsContentItsWidthsAndTheCursor) {
     EXPECT_EQ(Told("grid", [&] { grid.SetHeadFont({"黑体", 9, true}); }), Aspects{Aspect::kStyle});
     EXPECT_EQ(Told("grid", [&] { grid.SetDataSource(Rows(1)); }), Aspects{Aspect::kContent});
     EXPECT_EQ(Told("grid", [&] { rows->MoveNext(); }), Aspects{}) << "the former rows are no longer its own";
+    grid.SetDataSource(rows);
+    grid.SetDataSource(nullptr);
+    EXPECT_EQ(Told("grid", [&] { rows->MovePrevious(); }), Aspects{}) << "nor where it has none";
   });
 }
 

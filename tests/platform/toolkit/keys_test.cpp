@@ -89,6 +89,16 @@ TEST_F(KeysTest, KeyFollowsTheFocusNotTheControlThatHadIt) {
   });
 }
 
+TEST_F(KeysTest, ACharacterIsNotEnteredWhereItsKeyPressMovedTheFocus) {
+  Visit([&] {
+    form->Get("txtName")->SetFocus();
+    On(form->Get("txtName")->KeyPress, [&](char32_t&) { form->Get("txtNote")->SetFocus(); });
+    EXPECT_FALSE(form->UserKey({'A', 0, U"a"}));
+    EXPECT_EQ(form->UserCommit("b"), "b") << "the present field has no such handler";
+    EXPECT_EQ(Focus(), "txtNote");
+  });
+}
+
 TEST_F(KeysTest, KeysWithoutAFocusDoNothing) {
   Visit([&] {
     int seen = 0;

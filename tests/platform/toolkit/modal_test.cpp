@@ -323,6 +323,21 @@ TEST_F(ModalTest, AResizeUnderAMessageBoxReachesTheWindowAfterTheEvent) {
   });
 }
 
+// A message may also come between two events.
+TEST_F(ModalTest, AResizeAfterOneThatWaitedIsTheLast) {
+  std::vector<int> widths;
+  form->on_resize = [&] { widths.push_back(form->Place().width); };
+  Visit([&] {
+    widths.clear();
+    platform.on_message = [&](const headless::Message&) { form->UserResize(12000, 9000); };
+    desktop.MsgBox("注意");
+    form->UserResize(13000, 9000);
+    EXPECT_EQ(widths, std::vector<int>{13000});
+    InEvent([] {});
+    EXPECT_EQ(form->Place().width, 13000);
+  });
+}
+
 TEST_F(ModalTest, ASizeTakenBackUnderAMessageBoxIsNoResize) {
   int resized = 0;
   form->on_resize = [&] { ++resized; };

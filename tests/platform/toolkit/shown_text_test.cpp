@@ -22,6 +22,11 @@ TEST(ShownText, ShowsEachBreakAsOneCharacter) {
   EXPECT_EQ(text.ShownPosition(3), 2U);
 }
 
+TEST(ShownText, ShowsTheBreaksOfOtherScriptsAsBreaksInABoxOfSeveralLines) {
+  EXPECT_EQ(ShownText("a\u2028b\u2029c", true).Shown(), u"a\nb\nc");
+  EXPECT_EQ(ShownText("a\u2028b", false).Shown(), u"a\u2028b");
+}
+
 TEST(ShownText, ShowsABadByteAsOneReplacement) {
   const ShownText text(
       "a\xFF\xFE"

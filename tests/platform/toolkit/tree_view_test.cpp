@@ -49,6 +49,17 @@ TEST_F(TreeViewTest, NodesHaveKeyTextTagAndColour) {
   EXPECT_EQ(tree.Nodes().Count(), 1);
 }
 
+// Up to the nearest node above that has one behind it.
+TEST_F(TreeViewTest, DownLeavesSeveralLevelsAtOnce) {
+  WithTree([&](TreeView& tree) {
+    const int deep = tree.Nodes().Add(Of("G12").Index(), Relation::kChild, "G121", "工学").Index();
+    tree.SetFocus();
+    tree.SetSelectedItem(deep);
+    EXPECT_EQ(Press(kKeyDown), "G2");
+    EXPECT_EQ(Press(kKeyDown), "G2") << "the last one";
+  });
+}
+
 TEST_F(TreeViewTest, NodesStandUnderTheirRelativeInTheOrderOfAdding) {
   WithTree([&](TreeView& tree) {
     auto& nodes = tree.Nodes();

@@ -161,6 +161,12 @@ TEST_F(ViewRules, WhatTheUserFoldedSettlesLastOfAll) {
     EXPECT_EQ(folded.back(), "tree settles");
     EXPECT_EQ(Noted([&] { nodes.At(parent).SetExpanded(false); }), Log{"tree selection"})
         << "a program's many may wait";
+    form->tree->SetSelectedItem(parent);
+    const Log clicked = Noted([&] { form->tree->UserDblClick(); });
+    EXPECT_TRUE(nodes.At(parent).Expanded());
+    ASSERT_GE(clicked.size(), 2U);
+    EXPECT_EQ(clicked[clicked.size() - 2], "tree selection");
+    EXPECT_EQ(clicked.back(), "tree settles");
   });
 }
 

@@ -12,8 +12,8 @@ void EditHistory::Forget() {
 
 void EditHistory::Note(TextEdit edit, EditKind kind, const Selection& before, const Selection& after) {
   undone_.clear();
-  const bool joins = grows_ && kind != EditKind::kOther && done_.back().kind == kind &&
-                     before == done_.back().after && before.length == 0;
+  const bool joins =
+      grows_ && kind != EditKind::kOther && done_.back().kind == kind && before == done_.back().after;
   if (!joins) done_.push_back({{}, kind, before, after});
   done_.back().edits.push_back(std::move(edit));
   done_.back().after = after;

@@ -181,7 +181,6 @@ bool MaskEdBox::Insert(const std::string& text, Draft& draft, const CharacterLis
       all_fit = false;
     }
   }
-  caret = BehindLiterals(mask, caret);
   return all_fit;
 }
 
@@ -206,7 +205,6 @@ void MaskEdBox::UserBackspace() {
 
 void MaskEdBox::UserDelete() {
   UserEdit(EditKind::kErased, [&](Draft& draft, const CharacterList& mask) {
-    if (!Fills(Text())) return true;
     auto& [caret, length] = draft.selection;
     if (length > 0) {
       BlankSelection(draft, mask);

@@ -36,7 +36,7 @@ void UserControl::PreviewKeyPress(char32_t& key) {
 
 void UserControl::Appear() {
   const KeepAlive keep(*this);
-  if (!removed_) UserControl_Show();
+  UserControl_Show();
 }
 
 void UserControl::OnRemoved() {

@@ -23,7 +23,6 @@ class Focus {
   bool Move(Control& to);
   // A control or page goes: what has the focus in it has it no more, without an event.
   void ForgetOf(const Control& removed);
-  void Forget() { present_.reset(); }
 
   // The next reachable tab stop after (or before) the focus among the controls of a window and its pages, on
   // no hidden tab; nullptr where there is none.

@@ -49,7 +49,6 @@ void Form::Load() {
   loaded_ = true;
   // The design comes afresh; a size that the user gave the window in a former visit is not kept.
   SetDesignSize(design_width_, design_height_);
-  panes_ = {};
   controls_ = std::make_shared<toolkit::Controls>(*this);
   try {
     BuildDesign();
@@ -98,7 +97,6 @@ void Form::Unload() {
   } catch (...) {
     failure = std::current_exception();
   }
-  focus_.Forget();
   DestroyViews();
   ForgetDesign();
   desktop_.EndLoop(*this);
