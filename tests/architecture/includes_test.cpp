@@ -42,7 +42,7 @@ const std::map<std::string, std::set<std::string>> kAllowed = {
     {"adapters/qt", {"platform/environment", "platform/files", "platform/toolkit"}},
     {"adapters/win32", {"platform/environment", "platform/files", "platform/toolkit"}},
     // The COM server joins the system with the views and the connection of its host, as a program does.
-    {"adapters/com", {"platform/environment", "platform/ado", "platform/toolkit", "shell"}},
+    {"adapters/com", {"platform/environment", "platform/ado", "platform/toolkit", "shell", "visit"}},
 };
 
 // Written by the build: names and places that hosts see as well.

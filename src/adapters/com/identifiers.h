@@ -1,0 +1,17 @@
+// The identifiers that hosts bind to.
+#pragma once
+
+#include "adapters/com/windows_headers.h"
+
+namespace dossierkit::com {
+
+inline constexpr GUID kLibrary = {
+    0x7f89342b, 0x8d28, 0x4931, {0xb1, 0x02, 0x52, 0xd7, 0xed, 0x1d, 0x7c, 0xc9}};
+inline constexpr GUID kInterface = {
+    0x5c67c3bb, 0x83d5, 0x44be, {0xb6, 0xa7, 0x18, 0x4e, 0x2b, 0xd1, 0x68, 0x33}};
+inline constexpr GUID kClass = {0x45483f2e, 0x58de, 0x420b, {0xb3, 0xb9, 0xa8, 0x7d, 0xa9, 0x5d, 0x41, 0x7d}};
+inline constexpr WORD kMajorVersion = 7;
+inline constexpr WORD kMinorVersion = 0;
+inline constexpr char kProgId[] = "DossierKit.IUserCtrl";
+
+}  // namespace dossierkit::com

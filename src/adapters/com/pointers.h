@@ -1,0 +1,97 @@
+// What COM hands out, owned by objects of C++.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "adapters/com/windows_headers.h"
+
+namespace dossierkit::com {
+
+// A counted reference.
+template <typename T>
+class Pointer {
+ public:
+  Pointer() = default;
+  // Takes a reference of its own.
+  explicit Pointer(T* held) : held_(held) {
+    if (held_) held_->AddRef();
+  }
+  Pointer(const Pointer& other) : Pointer(other.held_) {}
+  Pointer(Pointer&& other) noexcept : held_(std::exchange(other.held_, nullptr)) {}
+  Pointer& operator=(Pointer other) noexcept {
+    std::swap(held_, other.held_);
+    return *this;
+  }
+  ~Pointer() {
+    if (held_) held_->Release();
+  }
+
+  T* Get() const { return held_; }
+  T* operator->() const { return held_; }
+  explicit operator bool() const { return held_ != nullptr; }
+  // Where a function puts a reference; what was held is let go.
+  T** Put() {
+    *this = Pointer();
+    return &held_;
+  }
+  void** PutVoid() { return reinterpret_cast<void**>(Put()); }
+  // A reference for a caller.
+  T* Copy() const {
+    if (held_) held_->AddRef();
+    return held_;
+  }
+
+ private:
+  T* held_ = nullptr;
+};
+
+// A text of COM.
+class Bstr {
+ public:
+  Bstr() = default;
+  // From UTF-8.
+  explicit Bstr(std::string_view text);
+  Bstr(const Bstr&) = delete;
+  Bstr& operator=(const Bstr&) = delete;
+  ~Bstr() { SysFreeString(held_); }
+
+  BSTR Get() const { return held_; }
+  BSTR* Put() { return &held_; }
+  // For a caller, who frees it.
+  BSTR Release() { return std::exchange(held_, nullptr); }
+
+ private:
+  BSTR held_ = nullptr;
+};
+
+// A value of COM, of any type.
+class Variant {
+ public:
+  Variant() { VariantInit(&held_); }
+  Variant(Variant&& other) noexcept : held_(other.held_) { VariantInit(&other.held_); }
+  Variant& operator=(Variant&& other) noexcept {
+    std::swap(held_, other.held_);
+    return *this;
+  }
+  ~Variant() { VariantClear(&held_); }
+
+  static Variant OfText(std::string_view text);
+  static Variant OfInteger(LONG number);
+  // An argument that is left out.
+  static Variant Missing();
+
+  VARIANT& Get() { return held_; }
+  const VARIANT& Get() const { return held_; }
+
+ private:
+  VARIANT held_;
+};
+
+// Between UTF-8 and the texts of Windows; what is no text becomes U+FFFD.
+std::wstring Wide(std::string_view text);
+std::string Utf8(std::wstring_view text);
+std::string TextOf(BSTR text);  // null is the empty text
+
+}  // namespace dossierkit::com
