@@ -52,16 +52,15 @@ CheckBoxView::CheckBoxView(ViewContext& context, toolkit::CheckBox& box)
       native_(static_cast<QCheckBox*>(Widget())) {
   // A mark from outside, by accessibility.
   QObject::connect(native_, &QCheckBox::toggled, Hub(), [this] {
-    if (!showing_) Context().application.Guard([this] { box_.UserToggle(); });
+    if (!IsShowing()) Context().application.Guard([this] { box_.UserToggle(); });
   });
 }
 
 void CheckBoxView::ShowText() {
   native_->setText(ToQString(box_.Caption()));
   native_->setShortcut({});
-  showing_ = true;
+  const auto showing = Showing();
   native_->setChecked(box_.Value() != 0);
-  showing_ = false;
 }
 
 }  // namespace dossierkit::qt

@@ -32,7 +32,6 @@ class CheckBoxView : public WidgetView {
  private:
   toolkit::CheckBox& box_;
   QCheckBox* native_;
-  bool showing_ = false;
 };
 
 }  // namespace dossierkit::qt

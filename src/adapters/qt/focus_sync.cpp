@@ -1,28 +1,11 @@
 #include "adapters/qt/focus_sync.h"
 
-#include <utility>
-
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/window_view.h"
+#include "platform/environment/during.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::qt {
-namespace {
-
-// Also where a handler of the host's throws in the middle.
-class Setting {
- public:
-  explicit Setting(bool& flag) : flag_(flag), former_(std::exchange(flag, true)) {}
-  ~Setting() { flag_ = former_; }
-  Setting(const Setting&) = delete;
-  Setting& operator=(const Setting&) = delete;
-
- private:
-  bool& flag_;
-  bool former_;
-};
-
-}  // namespace
 
 void FocusSync::Show(toolkit::Form& form) {
   auto* window = static_cast<WindowView*>(form.GetView());
@@ -33,7 +16,8 @@ void FocusSync::Show(toolkit::Form& form) {
   if (target && (!target->isEnabled() || !target->isVisibleTo(window->Widget()))) target = nullptr;
   QWidget* present = window->Widget()->focusWidget();
   if (present == target) return;
-  const Setting setting(showing_);
+  // Also where a handler of the host's throws in the middle.
+  const environment::During showing(showing_);
   if (target) {
     target->setFocus(Qt::OtherFocusReason);
     if (!application_.MouseHeld()) window->BringIntoSight(*view);

@@ -109,17 +109,17 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
   native_->setPalette(palette);
   QObject::connect(native_->horizontalHeader(), &QHeaderView::sectionResized, Hub(),
                    [this](int column, int, int pixels) {
-                     if (!showing_) ColumnResized(column, pixels);
+                     if (!IsShowing()) ColumnResized(column, pixels);
                    });
   // A selection from outside, by accessibility.
   QObject::connect(native_->selectionModel(), &QItemSelectionModel::selectionChanged, Hub(),
                    [this](const QItemSelection& selected) {
-                     if (!showing_ && !selected.isEmpty()) RowWanted(selected.first().top());
+                     if (!IsShowing() && !selected.isEmpty()) RowWanted(selected.first().top());
                    });
 }
 
 GridView::~GridView() {
-  showing_ = true;
+  const auto showing = Showing();
   if (Widget()) model_->Detach();
 }
 
@@ -149,22 +149,20 @@ void GridView::ShowStyle() {
 }
 
 void GridView::ShowWidths() {
-  showing_ = true;
+  const auto showing = Showing();
   for (int column = 0; column < model_->columnCount(); ++column) {
     const float width = grid_.ColumnWidth(static_cast<std::size_t>(column));
     native_->setColumnHidden(column, width <= 0);
     if (width > 0)
       native_->setColumnWidth(column, std::max(1, GetMetrics().Pixels(static_cast<double>(width))));
   }
-  showing_ = false;
 }
 
 void GridView::ShowContent() {
   if (filled_ != grid_.Fillings()) {
     filled_ = grid_.Fillings();
-    showing_ = true;
+    const auto showing = Showing();
     model_->Reset();
-    showing_ = false;
   }
   ShowWidths();
   ShowSelection();
@@ -177,7 +175,7 @@ void GridView::ShowSelection() {
   const bool shown =
       native_->currentIndex().row() == row && (chosen ? rows.isRowSelected(row, {}) : !rows.hasSelection());
   if (shown || row >= model_->rowCount()) return;
-  showing_ = true;
+  const auto showing = Showing();
   if (row < 0) {
     native_->selectionModel()->clear();
   } else {
@@ -192,7 +190,6 @@ void GridView::ShowSelection() {
     native_->scrollTo(index);
     native_->horizontalScrollBar()->setValue(sideways);
   }
-  showing_ = false;
 }
 
 }  // namespace dossierkit::qt

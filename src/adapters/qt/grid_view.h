@@ -33,7 +33,6 @@ class GridView : public WidgetView {
   QTableView* native_;
   GridModel* model_;  // owned by the native widget
   unsigned filled_;   // the filling of the grid that the model shows
-  bool showing_ = false;
 };
 
 }  // namespace dossierkit::qt

@@ -8,6 +8,7 @@
 #include "adapters/qt/keys.h"
 #include "adapters/qt/qt_application.h"
 #include "adapters/qt/window_view.h"
+#include "platform/environment/during.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -73,14 +74,13 @@ bool InputFilter::StopsPress(QWindow& native, QWidget& window, QMouseEvent& even
     return false;
   }
   // The window that the check opened took this press's release.
-  sending_ = true;
   for (const auto type : {event.type(), QEvent::MouseButtonRelease}) {
+    const environment::During sending(sending_);
     const Qt::MouseButtons down =
         type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(event.button());
     QMouseEvent sent(type, at, on_screen, event.button(), down, event.modifiers());
     if (alive) QCoreApplication::sendEvent(alive, &sent);
   }
-  sending_ = false;
   held_ = false;
   if (held_window) EndHold(*held_window);
   return true;
@@ -147,9 +147,8 @@ bool InputFilter::StopsKey(QWidget& widget, QKeyEvent& event) {
   }
   QWidget* behind = BehindTab(widget);
   if (!behind) return false;
-  sending_ = true;
+  const environment::During sending(sending_);
   QCoreApplication::sendEvent(behind, &event);
-  sending_ = false;
   return true;
 }
 

@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QItemSelectionModel>
 #include <algorithm>
-#include <utility>
 
 #include "adapters/qt/qt_application.h"
 
@@ -25,16 +24,16 @@ void ItemView::Listen() {
                    });
 }
 
-bool ItemView::Report(const std::function<void()>& report) {
+bool ItemView::ReportAndShow(const std::function<void()>& report) {
   const auto life = Life();
   Context().application.Guard(report);
   if (life.expired()) return false;
-  Flush();  // also where the report was ignored
+  Update(&toolkit::RowUpdates::Now);
   return true;
 }
 
 bool ItemView::Want(const QModelIndex& index) {
-  return Report([&] { ReportSelect(index); });
+  return ReportAndShow([&] { ReportSelect(index); });
 }
 
 int ItemView::RowsInSight() const {
@@ -42,7 +41,7 @@ int ItemView::RowsInSight() const {
 }
 
 void ItemView::DoubleClicked() {
-  Report([&] { ReportDblClick(); });
+  ReportAndShow([&] { ReportDblClick(); });
 }
 
 void ItemView::ShowStyle() {
@@ -59,36 +58,18 @@ void ItemView::ShowStyle() {
 
 void ItemView::ShowText() { native_->viewport()->update(); }
 
-void ItemView::ShowContent() {
-  const bool first = !std::exchange(filled_, true);
-  if (!dropped_) {
-    const Showing showing(*this);
-    dropped_ = true;
-    Drop();
-  }
-  if (first) {
-    Flush();
-  } else {
-    FlushLater();
-  }
-}
-
-void ItemView::FlushLater() {
-  if (std::exchange(waiting_, true)) return;
-  QMetaObject::invokeMethod(
-      Hub(),
-      [this] {
-        if (waiting_) Flush();
-      },
-      Qt::QueuedConnection);
-}
-
-void ItemView::Flush() {
+void ItemView::Update(void (toolkit::RowUpdates::*step)()) {
   if (!Widget()) return;
-  waiting_ = false;
-  const Showing showing(*this);
-  if (std::exchange(dropped_, false)) Fill();
-  Refresh();
+  const auto showing = Showing();
+  (updates_.*step)();
+}
+
+void ItemView::CallWhenIdle() {
+  QMetaObject::invokeMethod(
+      Hub(), [this] { Update(&toolkit::RowUpdates::Idle); }, Qt::QueuedConnection);
+}
+
+void ItemView::Compare() {
   const QModelIndex index = Selected();
   auto& selection = *native_->selectionModel();
   if (!index.isValid()) {
@@ -97,10 +78,6 @@ void ItemView::Flush() {
     selection.setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     native_->scrollTo(index);
   }
-}
-
-void ItemView::ShowSelection() {
-  if (!dropped_ && filled_) Flush();
 }
 
 }  // namespace dossierkit::qt

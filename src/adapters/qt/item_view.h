@@ -5,68 +5,48 @@
 #include <functional>
 
 #include "adapters/qt/widget_view.h"
+#include "platform/toolkit/controls/row_updates.h"
 
 class QAbstractItemView;
 
 namespace dossierkit::qt {
 
-// Rows that come one by one are taken over together, once the event that brought them has ended.
-class ItemView : public WidgetView {
+// Rows that come one by one are taken over together: see row_updates.h.
+class ItemView : public WidgetView, protected toolkit::RowUpdates::Rows {
  public:
   // The user wants an item selected; shows what became of it. False if the view ended meanwhile.
   bool Want(const QModelIndex& index);
   void DoubleClicked();
   int RowsInSight() const override;
-  void Settle() override {
-    if (waiting_) Flush();
-  }
+  void Settle() override { Update(&toolkit::RowUpdates::Settle); }
 
  protected:
   ItemView(ViewContext& context, toolkit::Control& control, QAbstractItemView* native);
-  ~ItemView() override { ++showing_; }
 
   // The model of the native widget is set: listens to what is selected from outside (accessibility).
   void Listen();
-  // Shows at once what still waits.
-  void Flush();
-  // Has Flush run soon.
-  void FlushLater();
+  // Reports, and shows what became of it, also where the report was ignored. False if the view ended
+  // meanwhile.
+  bool ReportAndShow(const std::function<void()>& report);
+  // Has a step of RowUpdates shown.
+  void Update(void (toolkit::RowUpdates::*step)());
 
   void ShowStyle() override;
   void ShowText() override;
-  void ShowContent() override;
-  void ShowSelection() override;
+  void ShowContent() override { Update(&toolkit::RowUpdates::Content); }
+  void ShowSelection() override { Update(&toolkit::RowUpdates::Selection); }
+  // Shows which item is selected; what else is compared comes before.
+  void Compare() override;
+  void CallWhenIdle() override;
 
   virtual void ReportSelect(const QModelIndex& index) = 0;
   virtual void ReportDblClick() = 0;
-  // No items; all items afresh; what else may have changed.
-  virtual void Drop() = 0;
-  virtual void Fill() = 0;
-  virtual void Refresh() {}
   // The selected item; invalid where there is none.
   virtual QModelIndex Selected() = 0;
 
-  // While it lives, what the native widget reports is what the view itself does.
-  class Showing {
-   public:
-    explicit Showing(ItemView& view) : view_(view) { ++view_.showing_; }
-    ~Showing() { --view_.showing_; }
-    Showing(const Showing&) = delete;
-    Showing& operator=(const Showing&) = delete;
-
-   private:
-    ItemView& view_;
-  };
-  bool IsShowing() const { return showing_ > 0; }
-
  private:
-  bool Report(const std::function<void()>& report);
-
   QAbstractItemView* native_;
-  int showing_ = 0;
-  bool filled_ = false;  // once at least
-  bool dropped_ = false;
-  bool waiting_ = false;
+  toolkit::RowUpdates updates_{*this};
 };
 
 }  // namespace dossierkit::qt

@@ -52,7 +52,7 @@ ListBoxView::ListBoxView(ViewContext& context, toolkit::ListBox& list)
 }
 
 ListBoxView::~ListBoxView() {
-  const Showing showing(*this);
+  const auto showing = Showing();
   if (Widget()) model_->Detach();
 }
 

@@ -99,12 +99,12 @@ void MaskView::EditByCommit(QInputMethodEvent& event) {
 }
 
 void MaskView::NativeTextChanged() {
-  if (showing_ || ViewOf(native_->text()) == shown_.Shown()) return;
+  if (IsShowing() || ViewOf(native_->text()) == shown_.Shown()) return;
   Context().application.Guard([this] { box_.UserReplaceAll(ToUtf8(native_->text())); });
 }
 
 void MaskView::NativeSelectionChanged() {
-  if (showing_ || ViewOf(native_->text()) != shown_.Shown()) return;
+  if (IsShowing() || ViewOf(native_->text()) != shown_.Shown()) return;
   const bool selects = native_->hasSelectedText();
   const auto start = selects ? native_->selectionStart() : native_->cursorPosition();
   const auto selected = shown_.ModelSelection(
@@ -128,22 +128,22 @@ void MaskView::ShowStyle() {
 
 void MaskView::ShowText() {
   shown_ = toolkit::ShownText(box_.Text(), false);
-  showing_ = true;
-  if (ViewOf(native_->text()) != shown_.Shown()) native_->setText(ToQString(shown_.Shown()));
-  showing_ = false;
+  if (ViewOf(native_->text()) != shown_.Shown()) {
+    const auto showing = Showing();
+    native_->setText(ToQString(shown_.Shown()));
+  }
   ShowSelection();
 }
 
 void MaskView::ShowSelection() {
   const auto selected = shown_.ShownSelection(box_.GetSelection());
   const auto start = static_cast<int>(selected.start);
-  showing_ = true;
+  const auto showing = Showing();
   if (selected.length > 0) {
     native_->setSelection(start, static_cast<int>(selected.length));
   } else {
     native_->setCursorPosition(start);
   }
-  showing_ = false;
 }
 
 }  // namespace dossierkit::qt

@@ -31,7 +31,6 @@ class MaskView : public WidgetView {
   toolkit::MaskEdBox& box_;
   QLineEdit* native_;
   toolkit::ShownText shown_;
-  bool showing_ = false;
 };
 
 }  // namespace dossierkit::qt

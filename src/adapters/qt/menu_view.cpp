@@ -79,12 +79,12 @@ MenuView::MenuView(ViewContext& context, toolkit::VerticalMenu& menu)
   // A selection from outside, by accessibility.
   QObject::connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, Hub(),
                    [this](const QItemSelection& selected) {
-                     if (!showing_ && !selected.isEmpty()) ItemMarked(selected.first().top());
+                     if (!IsShowing() && !selected.isEmpty()) ItemMarked(selected.first().top());
                    });
 }
 
 MenuView::~MenuView() {
-  showing_ = true;
+  const auto showing = Showing();
   if (Widget()) model_->Detach();
 }
 
@@ -112,22 +112,22 @@ void MenuView::ShowStyle() {
 }
 
 void MenuView::ShowContent() {
-  showing_ = true;
   head_->setText(ToQString(menu_.menucaption()));
   if (menu_.AccessibleName().empty()) list_->setAccessibleName(head_->text());
-  model_->Refresh();
-  showing_ = false;
+  {
+    const auto showing = Showing();
+    model_->Refresh();
+  }
   ShowSelection();
 }
 
 void MenuView::ShowSelection() {
   const QModelIndex index = model_->index(menu_.Marked() - 1);
-  showing_ = true;
   if (index.isValid() && list_->currentIndex() != index) {
+    const auto showing = Showing();
     list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     list_->scrollTo(index);
   }
-  showing_ = false;
   list_->viewport()->update();
 }
 

@@ -33,7 +33,6 @@ class MenuView : public WidgetView {
   QLabel* head_;
   QListView* list_;
   MenuModel* model_;
-  bool showing_ = false;
 };
 
 }  // namespace dossierkit::qt

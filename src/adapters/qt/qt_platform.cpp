@@ -154,9 +154,7 @@ void QtPlatform::ShowBusy(bool busy) {
 std::string QtPlatform::ClipboardText() { return ToUtf8(QGuiApplication::clipboard()->text()); }
 
 void QtPlatform::SetClipboardText(const std::string& text) {
-  // Other programs here know a line break as LF alone.
-  QString native = ToQString(text);
-  QGuiApplication::clipboard()->setText(native.replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+  QGuiApplication::clipboard()->setText(ToQString(text));
 }
 
 void DressApplication(QApplication& application, double scale) {

@@ -38,7 +38,7 @@ TabStripView::TabStripView(ViewContext& context, toolkit::TabStrip& strip)
   bar_->setExpanding(false);
   bar_->setDrawBase(false);
   QObject::connect(bar_, &QTabBar::currentChanged, Hub(), [this](int tab) {
-    if (!showing_) TabWanted(tab);
+    if (!IsShowing()) TabWanted(tab);
   });
 }
 
@@ -63,22 +63,20 @@ void TabStripView::ShowStyle() {
 }
 
 void TabStripView::ShowContent() {
-  showing_ = true;
   for (int tab = 0; tab < strip_.TabCount(); ++tab) {
     // Mnemonics are the model's.
     const QString caption = ToQString(strip_.TabCaption(tab)).replace(QLatin1Char('&'), QStringLiteral("&&"));
+    const auto showing = Showing();
     if (tab == bar_->count()) bar_->addTab(caption);
     if (bar_->tabText(tab) != caption) bar_->setTabText(tab, caption);
   }
-  showing_ = false;
   Arrange();
   ShowSelection();
 }
 
 void TabStripView::ShowSelection() {
-  showing_ = true;
+  const auto showing = Showing();
   bar_->setCurrentIndex(strip_.Tab());
-  showing_ = false;
 }
 
 }  // namespace dossierkit::qt

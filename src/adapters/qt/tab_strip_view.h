@@ -26,7 +26,6 @@ class TabStripView : public WidgetView {
 
   toolkit::TabStrip& strip_;
   QTabBar* bar_;
-  bool showing_ = false;
 };
 
 }  // namespace dossierkit::qt

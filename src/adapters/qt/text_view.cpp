@@ -18,7 +18,7 @@ void TextView::MenuAsked(const QContextMenuEvent& event) {
 }
 
 void TextView::NativeTextChanged() {
-  if (showing_) return;
+  if (IsShowing()) return;
   const QString after = NativeText();
   const auto change = toolkit::ChangeOf(shown_, box_.GetSelection(),
                                         {ViewOf(after), static_cast<std::size_t>(NativeCaret()), caret_});
@@ -28,7 +28,7 @@ void TextView::NativeTextChanged() {
 }
 
 void TextView::NativeSelectionChanged() {
-  if (showing_ || ViewOf(NativeText()) != shown_.Shown()) return;
+  if (IsShowing() || ViewOf(NativeText()) != shown_.Shown()) return;
   caret_ = static_cast<std::size_t>(NativeCaret());
   const auto selected = shown_.ModelSelection(static_cast<std::size_t>(NativeSelectionStart()),
                                               static_cast<std::size_t>(NativeSelectionLength()));
@@ -49,9 +49,8 @@ void TextView::ShowText() {
   shown_ = toolkit::ShownText(box_.Text(), box_.MultiLine());
   // An equal text is left alone, and with it where the widget has scrolled to.
   if (ViewOf(NativeText()) != shown_.Shown()) {
-    showing_ = true;
+    const auto showing = Showing();
     SetNativeText(ToQString(shown_.Shown()));
-    showing_ = false;
   }
   ShowSelection();
 }
@@ -61,9 +60,8 @@ void TextView::ShowSelection() {
   const auto start = static_cast<qsizetype>(selected.start);
   const auto length = static_cast<qsizetype>(selected.length);
   if (NativeSelectionStart() != start || NativeSelectionLength() != length) {
-    showing_ = true;
+    const auto showing = Showing();
     SetNativeSelection(start, length);
-    showing_ = false;
   }
   caret_ = static_cast<std::size_t>(NativeCaret());
 }

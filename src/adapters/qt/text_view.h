@@ -47,7 +47,6 @@ class TextView : public WidgetView {
   toolkit::TextBox& box_;
   toolkit::ShownText shown_;
   std::size_t caret_ = 0;  // the native one, before the native widget's last change
-  bool showing_ = false;   // the program is changing the native widget
 };
 
 }  // namespace dossierkit::qt

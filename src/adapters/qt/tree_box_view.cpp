@@ -76,7 +76,7 @@ TreeBoxView::TreeBoxView(ViewContext& context, toolkit::TreeView& tree)
 }
 
 TreeBoxView::~TreeBoxView() {
-  const Showing showing(*this);
+  const auto showing = Showing();
   if (Widget()) model_->Detach();
 }
 
@@ -89,11 +89,10 @@ void TreeBoxView::NativeFolded(const QModelIndex& index, bool expanded) {
 
 void TreeBoxView::Fold(const QModelIndex& index, bool expanded) {
   const int node = TreeBoxModel::NodeOf(index);
-  const auto life = Life();
-  Context().application.Guard([&] { tree_.UserExpand(node, expanded); });
-  if (life.expired()) return;
-  --foldings_;  // compares all, also where the model did not follow
-  Flush();
+  ReportAndShow([&] {
+    --foldings_;  // compares all, also where the model does not follow
+    tree_.UserExpand(node, expanded);
+  });
 }
 
 void TreeBoxView::ReportSelect(const QModelIndex& index) { tree_.UserSelect(TreeBoxModel::NodeOf(index)); }
@@ -101,7 +100,7 @@ void TreeBoxView::ReportSelect(const QModelIndex& index) { tree_.UserSelect(Tree
 void TreeBoxView::ShowSelection() {
   // A program that opens and closes many nodes pays for one comparison.
   if (tree_.Foldings() != foldings_) {
-    FlushLater();
+    Update(&toolkit::RowUpdates::Later);
   } else {
     ItemView::ShowSelection();
   }
@@ -115,7 +114,12 @@ void TreeBoxView::Fill() {
   foldings_ = tree_.Foldings() - 1;
 }
 
-void TreeBoxView::Refresh() {
+void TreeBoxView::Compare() {
+  ShowFoldings();
+  ItemView::Compare();
+}
+
+void TreeBoxView::ShowFoldings() {
   if (foldings_ == tree_.Foldings()) return;
   foldings_ = tree_.Foldings();
   auto* tree = static_cast<Tree*>(native_);

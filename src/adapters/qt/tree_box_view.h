@@ -26,10 +26,11 @@ class TreeBoxView : public ItemView {
   void ReportDblClick() override { tree_.UserDblClick(); }
   void Drop() override;
   void Fill() override;
-  void Refresh() override;
+  void Compare() override;
   QModelIndex Selected() override;
 
  private:
+  void ShowFoldings();
   void NativeFolded(const QModelIndex& index, bool expanded);
 
   toolkit::TreeView& tree_;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "adapters/qt/look.h"
+#include "platform/environment/during.h"
 #include "platform/toolkit/controls/control.h"
 #include "platform/toolkit/controls/view.h"
 
@@ -59,6 +60,10 @@ class WidgetView : public toolkit::View {
   // Expires with the view: a report may end it.
   std::weak_ptr<void> Life() const { return life_; }
 
+  // While it lives, what the native widget says is what the view itself does, and is not reported.
+  [[nodiscard]] environment::During Showing() { return environment::During(showing_); }
+  bool IsShowing() const { return showing_; }
+
  private:
   void ShowNow(toolkit::Aspect aspect);
   // Visible, and its tab is in front.
@@ -69,6 +74,7 @@ class WidgetView : public toolkit::View {
   QPointer<QWidget> widget_;
   std::unique_ptr<QObject> hub_;
   std::shared_ptr<void> life_;
+  bool showing_ = false;
 };
 
 // The widget into which the widget of a control goes; nullptr for a window.

@@ -64,7 +64,7 @@ QWidget* MakeWindow(ViewContext& context) {
 WindowView::WindowView(ViewContext& context, toolkit::Form& form)
     : WidgetView(context, form, MakeWindow(context)),
       layout_(form, context.metrics.GetScale()),
-      place_(form.Place()) {
+      place_(form) {
   area_ = new QScrollArea(Widget());
   area_->setFrameShape(QFrame::NoFrame);
   area_->setFocusPolicy(Qt::NoFocus);
@@ -98,23 +98,26 @@ QRect WindowView::ShownPlace(const toolkit::Control& control) const {
   return ToQt(layout_.ShownPlace(control, FromQt(Widget()->size())));
 }
 
-// Opens, or opens once more, where the frame leaves room for it.
-void WindowView::Place(const QMargins& frame) {
+toolkit::Surroundings WindowView::Around() const {
+  const QWidget& window = *Widget();
+  toolkit::Surroundings around;
+  around.work_area = FromQt(window.screen()->availableGeometry());
+  if (const QWidget* below = window.parentWidget()) around.below = FromQt(below->frameGeometry());
+  around.frame = FrameOf(window);
+  around.scroll_bar = area_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  around.fills_screen = window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+  return around;
+}
+
+void WindowView::Place(const toolkit::Rect& client) {
   QWidget& window = *Widget();
-  const QWidget* owner = GetForm().CenteredOnOwner() ? window.parentWidget() : nullptr;
-  toolkit::WindowRequest request = layout_.Opening();
-  request.scroll_bar = area_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  request.frame = FromQt(frame);
-  request.screen = FromQt(window.screen()->availableGeometry());
-  request.over = owner ? FromQt(owner->frameGeometry()) : request.screen;
-  const QRect client = ToQt(toolkit::PlaceWindow(request));
-  opened_ = client.size();
-  if (!GetForm().Sizable()) window.setFixedSize(opened_);
-  if (HasFrame(window)) {
-    window.setGeometry(client);
+  const QRect place = ToQt(client);
+  if (!GetForm().Sizable()) window.setFixedSize(place.size());
+  if (FrameOf(window)) {
+    window.setGeometry(place);
   } else {
-    window.resize(opened_);
-    window.move(client.topLeft() - QPoint(frame.left(), frame.top()));
+    window.resize(place.size());
+    window.move(place.topLeft() - QPoint(toolkit::kUsualFrame.left, toolkit::kUsualFrame.top));
   }
 }
 
@@ -122,7 +125,7 @@ void WindowView::Present() {
   QWidget& window = *Widget();
   const bool first = !std::exchange(presented_, true);
   if (first && !window.parentWidget()) Context().application.PutOverHost(window);
-  if (first) Place(FrameOf(window));
+  if (first) Place(place_.Open(layout_, Around()));
   window.show();
   window.raise();
   window.activateWindow();
@@ -133,12 +136,7 @@ void WindowView::Present() {
 }
 
 void WindowView::Framed() {
-  if (framed_ || !presented_ || !HasFrame(*Widget())) return;
-  framed_ = true;
-  // The user, or a window manager that shows all windows over the whole screen, has decided already.
-  if (Widget()->size() != opened_ || Widget()->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen))
-    return;
-  Place(FrameOf(*Widget()));
+  if (const auto client = place_.Framed(layout_, Around(), FromQt(Widget()->size()))) Place(*client);
 }
 
 void WindowView::Withdraw() { Widget()->hide(); }
@@ -198,10 +196,7 @@ void WindowView::Resized() {
 }
 
 void WindowView::ShowPlacement() {
-  const toolkit::Rect place = GetForm().Place();
-  const bool moved = place.left != place_.left || place.top != place_.top;
-  place_ = place;
-  if (moved && presented_) Widget()->move(GetMetrics().Pixels(place.left), GetMetrics().Pixels(place.top));
+  if (const auto corner = place_.Moved(GetMetrics().GetScale())) Widget()->move(corner->left, corner->top);
 }
 
 void WindowView::ShowText() {

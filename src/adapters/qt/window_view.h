@@ -4,6 +4,7 @@
 
 #include "adapters/qt/widget_view.h"
 #include "platform/toolkit/loop/window_layout.h"
+#include "platform/toolkit/loop/window_place.h"
 
 class QScrollArea;
 
@@ -46,16 +47,15 @@ class WindowView : public WidgetView {
 
  private:
   toolkit::Form& GetForm() const;
-  void Place(const QMargins& frame);
+  toolkit::Surroundings Around() const;
+  void Place(const toolkit::Rect& client);
   void Arrange();
 
   QScrollArea* area_ = nullptr;
   QWidget* content_ = nullptr;
   toolkit::WindowLayout layout_;
-  toolkit::Rect place_;  // as the program set it last
-  QSize opened_;         // the size given to the window when it opened
+  toolkit::WindowPlace place_;
   bool presented_ = false;
-  bool framed_ = false;
 };
 
 }  // namespace dossierkit::qt

@@ -323,6 +323,20 @@ TEST_F(EditBoxTest, CutCopyAndPasteGoThroughTheClipboard) {
   });
 }
 
+TEST_F(EditBoxTest, ALineBreakIsLfOnTheClipboardAndCrLfInTheBoxWhateverItWas) {
+  InBox("txtNote", [&](TextBox& box) {
+    box.SetText("甲\r\n乙");
+    user.Press('A', kCtrl);
+    user.Press('C', kCtrl);
+    EXPECT_EQ(platform.clipboard, "甲\n乙");
+    platform.clipboard = "一\n二\r\n三\r四";
+    EXPECT_EQ(form->ClipboardText(), "一\r\n二\r\n三\r\n四");
+    user.Press('A', kCtrl);
+    user.Press('V', kCtrl);
+    EXPECT_EQ(box.Text(), "一\r\n二\r\n三\r\n四");
+  });
+}
+
 TEST_F(EditBoxTest, CommandsOfADisabledBoxOrOneBelowAWindowDoNothing) {
   auto inner = std::make_shared<TestForm>(desktop, log, "frmInner");
   InBox("txtName", [&](TextBox& box) {

@@ -163,7 +163,7 @@ bool Control::HasFocus() {
   return window && window->ActiveControl().get() == this;
 }
 
-bool Control::Report(const std::function<void()>& event) {
+bool Control::Report(std::optional<Aspect> then, const std::function<void()>& event) {
   ControlWindow* window = Window();
   if (!window) return false;
   const KeepAlive keep(*this);
@@ -173,6 +173,7 @@ bool Control::Report(const std::function<void()>& event) {
     ran = true;
     event();
   });
+  if (then) ShowAspect(*then);
   if (view_) view_->Settle();
   return ran;
 }

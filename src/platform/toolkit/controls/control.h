@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -177,7 +178,10 @@ class Control : public std::enable_shared_from_this<Control> {
 
   // One report of the view: runs `event` as one event of the user's where the window takes input now and this
   // control can be reached, and keeps control, page and window alive meanwhile. False where it did not run.
-  bool Report(const std::function<void()>& event);
+  // Whatever became of it, the view shows the aspect `then` at its end: the native widget may have gone
+  // ahead.
+  bool Report(std::optional<Aspect> then, const std::function<void()>& event);
+  bool Report(const std::function<void()>& event) { return Report(std::nullopt, event); }
   // The focus comes here, for a report; false where that was refused.
   bool TakeFocus();
   // How many rows Page Up and Page Down move by: one row stays in sight.

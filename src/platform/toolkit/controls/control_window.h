@@ -46,6 +46,7 @@ class ControlWindow {
   virtual std::shared_ptr<Control> CreateControl(const std::string& class_name, const std::string& name) = 0;
   // The path that the user chose in the file dialog, or empty.
   virtual std::string ChooseFile(const CommonDialog& request) = 0;
+  // The text that all programs share, with line breaks as the model has them, CR LF.
   virtual std::string ClipboardText() = 0;
   virtual void SetClipboardText(const std::string& text) = 0;
   virtual void Beep() = 0;

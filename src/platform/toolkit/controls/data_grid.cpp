@@ -53,14 +53,12 @@ void DataGrid::SetHeadFont(const Font& font) {
 }
 
 void DataGrid::UserColumnWidth(std::size_t column, float width) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  // Where the report was ignored, the native column goes back.
+  Report(Aspect::kContent, [&] {
     if (column >= widths_.size()) return;
     widths_[column] = width;
     Raise(ColResize);
   });
-  // Where the report was ignored, the native column goes back.
-  ShowAspect(Aspect::kContent);
 }
 
 std::int32_t DataGrid::Row() const {
@@ -74,8 +72,7 @@ void DataGrid::SetShowsRow(bool shows) {
 }
 
 void DataGrid::UserSelectRow(std::int32_t row) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (row < 1 || row > RowCount() || !TakeFocus()) return;
     // Getting the focus may have brought other rows.
     if (Removed() || row > RowCount()) return;
@@ -83,7 +80,6 @@ void DataGrid::UserSelectRow(std::int32_t row) {
     const auto recordset = recordset_;
     recordset->SetAbsolutePosition(row);
   });
-  ShowAspect(Aspect::kSelection);
 }
 
 bool DataGrid::ActOnKey(const KeyStroke& stroke) {

@@ -34,13 +34,11 @@ int ListBox::RowAt(int x, int y) const {
 }
 
 void ListBox::UserSelect(int row) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (!Has(row) || !TakeFocus()) return;
     // Getting the focus may have brought other rows.
     if (!Removed() && Has(row)) selected_ = row;
   });
-  ShowAspect(Aspect::kSelection);
 }
 
 bool ListBox::ActOnKey(const KeyStroke& stroke) {

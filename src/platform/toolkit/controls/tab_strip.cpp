@@ -61,12 +61,10 @@ int TabStrip::TabPage(const Control& control) const {
 }
 
 void TabStrip::UserSelectTab(int tab) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (tab < 0 || tab >= TabCount() || !TakeFocus()) return;
     if (!Removed()) BringToFront(tab);
   });
-  ShowAspect(Aspect::kSelection);
 }
 
 bool TabStrip::ActOnKey(const KeyStroke& stroke) {

@@ -24,8 +24,8 @@ class TextBox : public EditBox {
   environment::Event<> Click;
   environment::Event<> DblClick;
 
-  // Reports of the view. UserReplace: `length` code points from `start` are to become `inserted`;
-  // the model decides what of it stands, and shows it. The caret stands behind it.
+  // Reports of the view. UserReplace: the user put `inserted` in place of `length` code points from `start`.
+  // The model decides how much of it is taken, and shows the text that results, with the caret behind it.
   void UserReplace(std::size_t start, std::size_t length, const std::string& inserted);
   void UserPaste(const std::string& text) override;
   void UserDblClick();

@@ -160,28 +160,18 @@ void TreeView::OnFocus() {
 }
 
 void TreeView::UserSelect(int node) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (!nodes_.Has(node) || !TakeFocus()) return;
     // Getting the focus may have brought other nodes.
     if (!Removed() && nodes_.Has(node)) Select(node);
   });
-  ShowAspect(Aspect::kSelection);
-}
-
-// What the user opened or closed shows at once, while a program's many may wait.
-void TreeView::ShowFolded() {
-  ShowAspect(Aspect::kSelection);
-  if (View* view = GetView()) view->Settle();
 }
 
 void TreeView::UserExpand(int node, bool expanded) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (!nodes_.Has(node) || !TakeFocus()) return;
     if (!Removed() && nodes_.Has(node)) Fold(node, expanded);
   });
-  ShowFolded();
 }
 
 int TreeView::Away(int rows) const {
@@ -227,15 +217,13 @@ bool TreeView::ActOnKey(const KeyStroke& stroke) {
 }
 
 void TreeView::UserDblClick() {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (!TakeFocus()) return;
     const int node = selected_;
     Raise(DblClick);
     if (!Reachable() || node == kNoNode || selected_ != node || nodes_.ChildCount(node) == 0) return;
     Fold(node, !nodes_.Get(node).expanded);
   });
-  ShowFolded();
 }
 
 }  // namespace dossierkit::toolkit

@@ -40,8 +40,8 @@ class Node {
   int index_;
 };
 
-// The nodes of a tree, and how they hang together. They take no object but themselves, and nothing
-// here but Clear depends on their number.
+// The nodes of a tree, and which stands where. All of them lie in two arrays rather than in an object for
+// each, and only Clear takes longer the more there are.
 class Nodes {
  public:
   explicit Nodes(TreeView& tree) : tree_(tree) {}
@@ -55,7 +55,7 @@ class Nodes {
     return Add(kNoNode, Relation::kLast, key, std::move(text));
   }
   void Clear();
-  // Makes room for that many nodes more, which is all that it does.
+  // Makes room for that many nodes more; it adds none.
   void Reserve(int more);
   int Count() const { return static_cast<int>(rows_.size()); }
   // The node of an index (throws 35600) or of a key (throws 35601).
@@ -152,7 +152,6 @@ class TreeView : public Control {
   friend class Node;
   void Select(int node);
   void Fold(int node, bool expanded);
-  void ShowFolded();
   int LastUnder(int node) const;
   int Away(int rows) const;  // so many rows below (above) the selected node, as far as there are some
 

@@ -56,23 +56,19 @@ const MenuItem& VerticalMenu::Current() const {
 MenuItem& VerticalMenu::Current() { return const_cast<MenuItem&>(std::as_const(*this).Current()); }
 
 void VerticalMenu::UserClick(std::int32_t item) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (item < 1 || item > menuitemsmax() || !TakeFocus()) return;
     std::int32_t group = group_;
     std::int32_t clicked = item;
     marked_ = item;
     Raise(MenuItemClick, group, clicked);
   });
-  ShowAspect(Aspect::kSelection);
 }
 
 void VerticalMenu::UserMark(std::int32_t item) {
-  const KeepAlive keep(*this);
-  Report([&] {
+  Report(Aspect::kSelection, [&] {
     if (item >= 1 && item <= menuitemsmax() && TakeFocus()) marked_ = item;
   });
-  ShowAspect(Aspect::kSelection);
 }
 
 bool VerticalMenu::ActOnKey(const KeyStroke& stroke) {

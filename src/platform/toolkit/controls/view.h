@@ -17,32 +17,29 @@ enum class Aspect {
 
 // A view shows the model's state and reports what the user wants by the model's User... methods.
 //
-// Its life. It is created for a control of a window that is about to show or on show, after the view of the
-// control's container, and shows everything at once, unasked. It goes when the control is removed, or when
-// the window hides or unloads, the controls of a page before the page and all controls before the window; at
-// times inside one of its own reports. A native widget then goes later, and reports nothing more. What is set
-// while a control has no view is seen when one is created.
+// Its life. A view is created for a control of a window that shows or is about to, after the view of the
+// control's container, and shows everything at once, without being told. It is destroyed when the control is
+// removed, and when the window hides or unloads: the controls of a page before the page, all controls before
+// the window. That may happen inside one of its own reports; its native widget then goes later, and reports
+// nothing more. What the program sets while a control has no view shows in the next one.
 //
 // What it is told. Show comes at once, in the call that changed the model, at times also where nothing
 // differs from before. It must not report anything back for what it shows. A control's tab index, tag and
 // MaxLength, the fields of a dialog and the design of a window are the model's alone: no view is told. In
 // order:
 //   - a caption: kText; then kStyle, where the accessible name comes from it; then kStyle of each control
-//   that it
-//     names;
-//   - a text that the user edited: kText, before Change; also where the model refused all of it or the report
-//   was
-//     ignored, since the native widget may have edited already;
+//     that it names;
+//   - a text that the user edited: kText, before Change; also where the model refused all of it or ignored
+//     the report, since the native widget may have edited already;
 //   - a row, node, item or tab that the user chose, opened or closed: kSelection, last of all, also where a
-//   check
-//     or a handler refused, so that the native selection goes back; a column's width: kContent likewise;
+//     check or a handler refused, so that the native selection goes back; a column's width: kContent
+//     likewise;
 //   - the focus: LostFocus of the one, kFocus of the other, then GotFocus; kFocus of the former alone where
-//   its
-//     check refused;
+//     its check refused;
 //   - another tab in front: kSelection of the strip, then kState of each control on the two tabs;
 //   - other rows: kContent, then kSelection where the program selects one. Many rows may come one by one: a
-//   view
-//     may put kContent and kSelection off until Settle, or until the system has nothing else to do.
+//     view may put kContent and kSelection off until Settle, or until the system has nothing else to do (see
+//     row_updates.h).
 // A hidden or disabled control hides and disables what stands in it; that is not told again.
 //
 // Containers. The container may change while the view exists: kPlacement tells it, and the new container's
@@ -51,7 +48,7 @@ enum class Aspect {
 // else; otherwise what was made later lies above.
 //
 // Reports may be made at any time. One that comes while the window takes no input, to a control that cannot
-// be reached, or about a row that is not there, does nothing but put the view right.
+// be reached, or about a row that is not there changes nothing; the view is told to show the model once more.
 class View {
  public:
   virtual ~View() = default;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/environment/during.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/controls/user_control.h"
 
@@ -37,11 +38,7 @@ std::shared_ptr<Control> Focus::KeyTarget() const {
 bool Focus::Check() {
   // A check that moves the focus itself is not asked again.
   if (!present_ || checking_) return true;
-  struct Checking {
-    bool& flag;
-    explicit Checking(bool& checking) : flag(checking) { flag = true; }
-    ~Checking() { flag = false; }
-  } checking(checking_);
+  const environment::During checking(checking_);
   const auto checked = present_;
   bool cancel = false;
   checked->Raise(checked->Validate, cancel);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/environment/during.h"
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
 #include "platform/toolkit/loop/form.h"
@@ -23,26 +24,22 @@ std::shared_ptr<Control> Desktop::Create(const std::string& class_name, const st
 
 class Desktop::Showing {
  public:
-  explicit Showing(Desktop& desktop) : desktop_(desktop), pause_(desktop.busy_) {
-    ++desktop_.messages_;
-    desktop_.composing_ = false;
+  explicit Showing(Desktop& desktop) : shown_(desktop.message_shown_), pause_(desktop.busy_) {
+    desktop.composing_ = false;
   }
-  ~Showing() { --desktop_.messages_; }
-  Showing(const Showing&) = delete;
-  Showing& operator=(const Showing&) = delete;
 
  private:
-  Desktop& desktop_;
+  environment::During shown_;
   BusyPointer::Pause pause_;
 };
 
 MessageAnswer Desktop::MsgBox(const std::string& text, int flags, const std::string& title) {
-  const Showing counted(*this);
+  const Showing showing(*this);
   return platform_.ShowMessage(text, flags, title);
 }
 
 std::string Desktop::ChooseFile(const CommonDialog& request) {
-  const Showing counted(*this);
+  const Showing showing(*this);
   return platform_.ChooseFile(request);
 }
 

@@ -36,7 +36,7 @@ class Desktop {
   // Shows the file dialog: the chosen path, or empty. Input goes to it alone, as to a message box.
   std::string ChooseFile(const CommonDialog& request);
   // Whether a message box or the file dialog is on show.
-  bool MessageShown() const { return messages_ > 0; }
+  bool MessageShown() const { return message_shown_; }
   void Beep() { platform_.Beep(); }
 
   // --- input methods ---------------------------------------------------------------------------
@@ -60,14 +60,14 @@ class Desktop {
   void RunModal(Form& form, const std::function<void()>& at_start);
   void EndLoop(const Form& form);
   void Fail(std::exception_ptr failure);
-  // Counts a message box or file dialog while it is on show.
+  // A message box or file dialog while it is on show.
   class Showing;
 
   Platform& platform_;
   BusyPointer busy_{platform_};
   std::map<std::string, Factory> classes_;  // by the name in small letters
   std::vector<Frame*> frames_;
-  int messages_ = 0;
+  bool message_shown_ = false;
   bool composing_ = false;
 };
 

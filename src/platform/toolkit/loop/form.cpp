@@ -3,7 +3,10 @@
 #include <exception>
 #include <utility>
 
+#include "platform/environment/during.h"
 #include "platform/environment/failure.h"
+#include "platform/environment/text.h"
+#include "platform/toolkit/controls/shown_text.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/desktop.h"
 
@@ -41,11 +44,7 @@ toolkit::Controls& Form::Controls() {
 }
 
 void Form::Load() {
-  struct Loading {
-    bool& flag;
-    explicit Loading(bool& loading) : flag(loading) { flag = true; }
-    ~Loading() { flag = false; }
-  } loading(loading_);
+  const environment::During loading(loading_);
   loaded_ = true;
   // The design comes afresh; a size that the user gave the window in a former visit is not kept.
   SetDesignSize(design_width_, design_height_);
@@ -135,9 +134,11 @@ std::shared_ptr<Control> Form::CreateControl(const std::string& class_name, cons
 
 std::string Form::ChooseFile(const CommonDialog& request) { return desktop_.ChooseFile(request); }
 
-std::string Form::ClipboardText() { return desktop_.GetPlatform().ClipboardText(); }
+std::string Form::ClipboardText() { return WithLineBreaks(desktop_.GetPlatform().ClipboardText()); }
 
-void Form::SetClipboardText(const std::string& text) { desktop_.GetPlatform().SetClipboardText(text); }
+void Form::SetClipboardText(const std::string& text) {
+  desktop_.GetPlatform().SetClipboardText(environment::Replace(text, "\r\n", "\n"));
+}
 
 void Form::Beep() { desktop_.Beep(); }
 

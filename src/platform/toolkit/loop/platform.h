@@ -44,8 +44,8 @@ class Platform {
   // The pointer says "wait" from now on, or is as before again; by turns.
   virtual void ShowBusy(bool busy) = 0;
 
-  // The text on the clipboard that all programs share, empty where there is none. A line break is CR LF
-  // where it is set, and of any kind where it is read.
+  // The text on the clipboard that all programs share, empty where there is none. A line break is LF where
+  // it is set, and of any kind where it is read.
   virtual std::string ClipboardText() = 0;
   virtual void SetClipboardText(const std::string& text) = 0;
 };
