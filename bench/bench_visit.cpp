@@ -68,7 +68,7 @@ BenchVisit::BenchVisit(const std::string& database, ado::TracingConnection::Obse
 }
 
 void BenchVisit::Open(const std::function<void()>& scene) {
-  platform.WillRun([scene](toolkit::Form&) { scene(); });
+  script.WillRun([scene](toolkit::Form&) { scene(); });
   dossier_.ShowDossier();
 }
 

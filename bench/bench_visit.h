@@ -50,7 +50,7 @@ class BenchVisit {
   frmDossier& Window() { return dynamic_cast<frmDossier&>(*TheRuntime().window); }
 
   const std::unique_ptr<tests::Stage> stage = tests::MakeStage();
-  headless::Script& platform = stage->GetScript();
+  headless::Script& script = stage->GetScript();
 
  private:
   Component component_{stage->GetPlatform(), "/opt/dossier"};

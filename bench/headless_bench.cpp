@@ -96,7 +96,7 @@ void DeleteWalk(benchmark::State& state) {
   try {
     visit.Open([&] {
       visit.GoTo("A02");
-      visit.platform.WillAnswer(toolkit::kAnswerYes);
+      visit.script.WillAnswer(toolkit::kAnswerYes);
       for (auto _ : state) Measure(state, samples, [&] { visit.user.ClickToolbar("Delete"); });
     });
   } catch (const environment::Failure& failure) {
@@ -162,14 +162,14 @@ void TwiceTheStatement(benchmark::State& state) {
                                   {"A0202", ado::ColumnKind::kText, false},
                                   {"A0203", ado::ColumnKind::kText, false},
                                   {"A0206", ado::ColumnKind::kBoolean, false}};
-  const jet::Catalogue catalogue = [&](std::string_view) { return &columns; };
+  const jet::ColumnLookup lookup = [&](std::string_view) { return &columns; };
   const int shape = static_cast<int>(state.range(0));
   const std::string statements[] = {LongStatement(shape, 2000), LongStatement(shape, 4000)};
   double fastest[] = {std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
   for (auto _ : state) {
     for (std::size_t i = 0; i < 2; ++i) {
       const double milliseconds =
-          Milliseconds([&] { jet::Translate(statements[i], catalogue, jet::kStrictRenderer); });
+          Milliseconds([&] { jet::Translate(statements[i], lookup, jet::kStrictRenderer); });
       fastest[i] = std::min(fastest[i], milliseconds);
     }
     state.SetIterationTime(fastest[1] / 1000);

@@ -95,7 +95,7 @@ void PickerShown(benchmark::State& state) {
     picker.DmGrp = "BIG";
     for (auto _ : state) {
       const auto start = std::chrono::steady_clock::now();
-      visit.platform.WillRun([&](toolkit::Form&) {
+      visit.script.WillRun([&](toolkit::Form&) {
         Paint();
         const double milliseconds =
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
@@ -128,7 +128,7 @@ void PickerSearch(benchmark::State& state) {
   visit.Open([&] {
     fmGrpCod& picker = CodePicker();
     picker.DmGrp = "BIG";
-    visit.platform.WillRun([&](toolkit::Form&) {
+    visit.script.WillRun([&](toolkit::Form&) {
       visit.user.SelectTab("Tab1", 1);
       visit.user.Click("txtDm");
       visit.user.Type("甲");

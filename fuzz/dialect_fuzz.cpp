@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "adapters/sqlite/sqlite_connection.h"
 #include "adapters/sqlite/sqlite_functions.h"
 #include "fuzz/fuzz.h"
 #include "platform/environment/failure.h"
@@ -12,6 +11,7 @@
 #include "platform/jet/statement.h"
 #include "platform/jet/tokens.h"
 #include "tests/platform/jet/strict_renderer.h"
+#include "tests/support/memory_database.h"
 
 namespace dossierkit {
 namespace {
@@ -133,11 +133,11 @@ void CheckShape(const std::string& shape) {
 }
 
 // What is rendered for a strict engine is one statement as well, with the same literals.
-void CheckStrict(std::string_view source, const jet::Catalogue& catalogue) {
-  const jet::Statement plain = jet::Translate(source, catalogue, kDialect);
+void CheckStrict(std::string_view source, const jet::ColumnLookup& lookup) {
+  const jet::Statement plain = jet::Translate(source, lookup, kDialect);
   jet::Statement strict;
   try {
-    strict = jet::Translate(source, catalogue, jet::kStrictRenderer);
+    strict = jet::Translate(source, lookup, jet::kStrictRenderer);
   } catch (const Failure& failure) {
     RequireRefusal(failure, source);
     return;
@@ -195,7 +195,7 @@ void CheckEngine(const jet::Statement& translated) {
 // Running it gives rows or a Failure with the statement; the schema stays.
 void CheckRun(const std::string& statement) {
   static const auto connection = [] {
-    auto made = sqlite::SqliteConnection::OpenInMemory("");
+    auto made = tests::OpenInMemory();
     made->RunScript(kSchema);
     return made;
   }();

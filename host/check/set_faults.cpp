@@ -1,4 +1,4 @@
-// The catalogue of sets: s_infotable.
+// The table of sets, s_infotable.
 #include <algorithm>
 #include <utility>
 

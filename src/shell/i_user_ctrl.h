@@ -24,18 +24,21 @@ class DOSSIERKIT_EXPORT IUserCtrl {
   // the numbers below, or whatever else left a handler of the window; std::logic_error without a Component
   // or on another thread.
   //
-  //   364          the person was refused, since he has no row in A01 or several: the user was told already
-  //   400          a visit is going on; nothing was touched
-  //   3709         the connection was never opened, or is closed
-  //   731          a set of the menu has no page: B02, B03, a PersonType other than 1, 2, 3, a set of the
-  //   host's 481          the person's photograph is no readable picture 53, 70, 75, 76       the
-  //   photograph's file is gone meanwhile, or cannot be read 6, 13, 94    a number beyond 16 bits; a value of
-  //   another kind; Null where the metadata need a text 5, 9, 457    metadata that cannot be followed: no
-  //   such field, a rule with one bound, a field twice 3021, 3265   no row, no such column where the metadata
-  //   promise one -2147217865, -2147217904, -2147217900, -2147217913   no such table; no such name; a
-  //   statement that is
-  //                no SQL; a value that its column does not take
-  //   -2147467259  anything else that the engine tells: locked, full, damaged
+  //   364             the person was refused: he has no row in A01, or several; the user was told already
+  //   400             a visit is going on; nothing was touched
+  //   3709            the connection was never opened, or is closed
+  //   731             a set of the menu has no page: B02, B03, a PersonType other than 1, 2, 3, one of the
+  //                   host's own
+  //   481             the person's photograph is no readable picture
+  //   53, 70, 75, 76  the photograph's file has gone meanwhile, or cannot be read
+  //   6, 13, 94       a number beyond 16 bits; a value of another kind; Null where the metadata need a text
+  //   5, 9, 457       metadata that cannot be followed: no such field, a rule with one bound, a field twice
+  //   3021, 3265      no row, or no such column, where the metadata promise one
+  //   -2147217865     no such table
+  //   -2147217904     no such name
+  //   -2147217900     a statement that is no SQL
+  //   -2147217913     a value that its column does not take
+  //   -2147467259     anything else that the engine tells: locked, full, damaged
   //
   // All but 364 and 400 can also end a visit that is going on; what was saved before stays saved.
   bool ShowDossier();

@@ -236,7 +236,7 @@ TEST_F(EnterRule, AfterAFailedSaveAnEnabledAddIsStillCalled) {
     visit.Text("A03_A0302").SetText("");
     EXPECT_TRUE(visit.Enabled("Add"));
     // Add asks about the edits; No drops them.
-    visit.platform.WillAnswer(toolkit::kAnswerNo);
+    visit.script.WillAnswer(toolkit::kAnswerNo);
     EnterIn("A03_A0303");
     EXPECT_EQ(visit.Caption("labOpt"), "当前操作：增加");
   });

@@ -241,7 +241,7 @@ TEST_F(Care, BehindADeletionTheNextVisitWritesIntoTheRecordOnShow) {
     visit.OpenPerson(kPerson, [&] {
       visit.GoTo("A03");
       visit.user.ClickRow(2);
-      visit.platform.WillAnswer(toolkit::kAnswerYes);
+      visit.script.WillAnswer(toolkit::kAnswerYes);
       visit.user.ClickToolbar("Delete");
     });
     if (cared_for) Renumber();
@@ -275,7 +275,7 @@ TEST_F(Care, APersonStoredByAQuestionAndSavedAgainIsFoundWithBothRows) {
   std::string person;
   visit.OpenNew([&] {
     EnterRequired(visit, "林知远");
-    visit.platform.WillAnswer(toolkit::kAnswerYes);
+    visit.script.WillAnswer(toolkit::kAnswerYes);
     visit.GoTo("A02");
     visit.GoTo("A01");
     EnterRequired(visit, "林知远二");

@@ -1,4 +1,4 @@
-// What the check says of the catalogue of sets: one thing made wrong in the sample, and all that is found.
+// What the check says of the table of sets: one thing made wrong in the sample, and all that is found.
 #include "tests/check/check_test.h"
 
 namespace dossierkit::tests {

@@ -57,7 +57,7 @@ class CodeEntryFaults : public EntryTest {
   // Plays the entry with the failure at statement k, and looks at what came of it.
   void Play(std::size_t k, const FaultRun& expected, const std::function<void()>& act) {
     SCOPED_TRACE("failure at statement " + std::to_string(k));
-    visit.platform.messages.clear();
+    visit.script.messages.clear();
     const auto before = Rows(*visit.database, "select * from A01");
     std::string thrown;
     Statements statements;
@@ -133,7 +133,7 @@ TEST_F(CodeEntryFaults, ATypedTextThatOneRowMatches) {
   const std::vector<Messages> shown = {{}, {kLookupBroken}, {kLookupBroken}};
   for (std::size_t k = 0; k < shown.size(); ++k) {
     SCOPED_TRACE(k);
-    visit.platform.messages.clear();
+    visit.script.messages.clear();
     Open([&] {
       Enter("A01_A0102", "wz");
       if (k > 0) {

@@ -48,7 +48,7 @@ class CodesTest : public ShellTest {
     picker.Cancelled = true;
     picker.Dmcod = "旧码";
     picker.Dmcpt = "旧名";
-    visit.platform.WillRun([scene](toolkit::Form&) { scene(); });
+    visit.script.WillRun([scene](toolkit::Form&) { scene(); });
     picker.ShowModal();
   }
   // What the picker gives back: code, caption, and whether it says that it was cancelled.

@@ -128,7 +128,7 @@ class ActivatedAgain : public fmGrpCod {
 TEST_F(FmGrpCod, AnActivationClosesTheSelectedNodeAndGivesTheTreeTheFocus) {
   const auto picker = std::make_shared<ActivatedAgain>(visit.desktop);
   picker->DmGrp = "LEVELS";
-  visit.platform.WillRun([&](toolkit::Form&) {
+  visit.script.WillRun([&](toolkit::Form&) {
     visit.user.Press(kKeyRight);
     EXPECT_TRUE(Tree().SelectedNode().Expanded());
     visit.user.Find("cmdOK")->SetFocus();
@@ -252,7 +252,7 @@ TEST_F(FmGrpCod, OkOnTheListWithoutARowAsksForOne) {
 }
 
 TEST_F(FmGrpCod, AFailureOfOkThatIsNoneOfTheEnvironmentsIsShownToo) {
-  visit.platform.on_message = [](const Message& message) {
+  visit.script.on_message = [](const Message& message) {
     if (message.text == "请选择代码。") throw std::bad_alloc();
   };
   Show("LEVELS", "", [&] {
@@ -370,19 +370,19 @@ TEST_F(FmGrpCod, AnApostropheIsNowhereTypedAndBeeps) {
   for (const char* control : {"txtDm", "tvGrpCod", "lstDmCpt", "cmdOK", "Tab1"}) {
     Show("LEVELS", "sd", [&] {
       visit.user.Find(control)->SetFocus();
-      const int beeps = visit.platform.beeps;
+      const int beeps = visit.script.beeps;
       visit.user.Type("'");
-      EXPECT_EQ(visit.platform.beeps, beeps + 1) << control;
+      EXPECT_EQ(visit.script.beeps, beeps + 1) << control;
       EXPECT_EQ(SearchBox().Text(), "sd");
     });
   }
   Show("LEVELS", "", [&] {
     visit.user.SelectTab("Tab1", 1);
     visit.user.Click("txtDm");
-    const int beeps = visit.platform.beeps;
+    const int beeps = visit.script.beeps;
     visit.user.Type("a'b\"%_;-");
     EXPECT_EQ(SearchBox().Text(), "ab\"%_;-");
-    EXPECT_EQ(visit.platform.beeps, beeps + 1);
+    EXPECT_EQ(visit.script.beeps, beeps + 1);
   });
 }
 

@@ -33,15 +33,15 @@ TEST(BadInput, RequiredAPastedApostropheBreaksTheSaveAndTheRecordIsGoneUntilTheN
     Replace(visit, "A04_A0403", "O'Neil学会");
     EXPECT_EQ(visit.Text("A04_A0403").Text(), "O'Neil学会");
     visit.user.Press('S', kCtrl);
-    ASSERT_EQ(visit.platform.messages.size(), 1U);
-    EXPECT_EQ(visit.platform.messages.front().title, "信息保存");
-    EXPECT_EQ(visit.platform.messages.front().flags, 0);
-    EXPECT_NE(visit.platform.messages.front().text, "");
+    ASSERT_EQ(visit.script.messages.size(), 1U);
+    EXPECT_EQ(visit.script.messages.front().title, "信息保存");
+    EXPECT_EQ(visit.script.messages.front().flags, 0);
+    EXPECT_NE(visit.script.messages.front().text, "");
     EXPECT_TRUE(visit.OnShow().WhInfo().IsChange);
     EXPECT_EQ(One(*visit.database, "select count(*) from A04" + kOfPerson), "3");
     Replace(visit, "A04_A0403", "O＇Neil学会");
     visit.user.Press('S', kCtrl);
-    EXPECT_EQ(visit.platform.messages.size(), 1U);
+    EXPECT_EQ(visit.script.messages.size(), 1U);
   });
   EXPECT_EQ(One(*visit.database, "select A0403 from A04" + kOfPerson + " and A0499=1"), "O＇Neil学会");
 }
@@ -54,8 +54,8 @@ TEST(BadInput, RequiredAnApostropheIsTypedWhereKeysAreNotPreviewedAndBreaksTheSa
     visit.user.ClickToolbar("Save");
     EXPECT_TRUE(visit.Window().Loaded());
   }));
-  ASSERT_EQ(visit.platform.messages.size(), 1U);
-  EXPECT_EQ(visit.platform.messages.front().title, "信息保存");
+  ASSERT_EQ(visit.script.messages.size(), 1U);
+  EXPECT_EQ(visit.script.messages.front().title, "信息保存");
 }
 
 TEST(BadInput, AnApostropheCannotSmuggleInAStatement) {
@@ -65,8 +65,8 @@ TEST(BadInput, AnApostropheCannotSmuggleInAStatement) {
     Replace(visit, "A04_A0403", "x'); delete from A05; --");
     visit.user.Press('S', kCtrl);
   });
-  ASSERT_EQ(visit.platform.messages.size(), 1U);
-  EXPECT_EQ(visit.platform.messages.front().title, "信息保存");
+  ASSERT_EQ(visit.script.messages.size(), 1U);
+  EXPECT_EQ(visit.script.messages.front().title, "信息保存");
   EXPECT_NE(One(*visit.database, "select count(*) from A05"), "0");
 }
 
@@ -122,7 +122,7 @@ TEST(BadInput, AVeryLongTextWithoutALimitIsStoredWholeOrRefusedByItsLength) {
     visit.GoTo("A04");
     Replace(visit, "A04_A0403", Repeated("长", 100000));
     visit.user.Press('S', kCtrl);
-    EXPECT_EQ(visit.platform.messages,
+    EXPECT_EQ(visit.script.messages,
               (std::vector<headless::Message>{{"任职单位名称 数据应该小于256个字符长度", 0, "错误信息"}}));
     visit.OnShow().WhInfo().IsChange = false;
   });
@@ -142,7 +142,7 @@ TEST(BadInput, AMonthThatDoesNotExistIsRefused) {
     visit.user.Type("199012");
     visit.user.Press('S', kCtrl);
   });
-  EXPECT_EQ(visit.platform.messages,
+  EXPECT_EQ(visit.script.messages,
             (std::vector<headless::Message>{{"起始年月 数据应该是日期型，例如1990年03月", 0, "错误信息"}}));
   EXPECT_EQ(One(*visit.database, "select A0401 from A04" + kOfPerson + " and A0499=1"), "1990/12/1");
 }
@@ -156,7 +156,7 @@ TEST(BadInput, AHalfFilledMaskIsRefused) {
     visit.user.Type("20");
     visit.user.Press('S', kCtrl);
   });
-  EXPECT_EQ(visit.platform.messages,
+  EXPECT_EQ(visit.script.messages,
             (std::vector<headless::Message>{{"发表年份 数据数据填写不完整", 0, "错误信息"}}));
 }
 
@@ -172,7 +172,7 @@ TEST(BadInput, ANumberThatIsNoneIsRefusedAndOneTooGreatOverflows) {
       Replace(visit, "A13_A1302", value);
       visit.user.ClickToolbar("Save");
     });
-    EXPECT_EQ(visit.platform.messages, (std::vector<headless::Message>{{text, 0, title}})) << typed;
+    EXPECT_EQ(visit.script.messages, (std::vector<headless::Message>{{text, 0, title}})) << typed;
   }
 }
 

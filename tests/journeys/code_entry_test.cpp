@@ -16,11 +16,11 @@ using toolkit::kKeyRight;
 
 class CodeEntry : public ::testing::Test {
  protected:
-  void TearDown() override { EXPECT_TRUE(visit_.platform.AllUsed()) << "a window did not open"; }
+  void TearDown() override { EXPECT_TRUE(visit_.script.AllUsed()) << "a window did not open"; }
 
   void Open(const std::function<void()>& scene) { visit_.OpenPerson(kPerson, scene); }
   void InPicker(const std::function<void()>& scene) {
-    visit_.platform.WillRun([scene](toolkit::Form&) { scene(); });
+    visit_.script.WillRun([scene](toolkit::Form&) { scene(); });
   }
   void Enter(const std::string& field, const std::string& text) {
     visit_.user.Click(field + "_v");
@@ -151,7 +151,7 @@ TEST_F(CodeEntry, ACodeIsSearchedInThePickerByMouse) {
                    "'%l%y%s%') order by dmcod")
                   .at(1));
   });
-  EXPECT_EQ(visit_.platform.beeps, 1);
+  EXPECT_EQ(visit_.script.beeps, 1);
 }
 
 TEST_F(CodeEntry, APickerThatIsGivenUpEmptiesATypedFieldAndKeepsADoubleClickedOne) {
@@ -194,7 +194,7 @@ TEST_F(CodeEntry, ADateThatDoesNotExistKeepsTheFocus) {
     EXPECT_EQ(visit_.Focus(), "A01_A0105_v");
   });
   const headless::Message refused = {"出生日期录入数据不规范！", 0, "错误信息"};
-  EXPECT_EQ(visit_.platform.messages, (std::vector<headless::Message>{refused, refused, refused}));
+  EXPECT_EQ(visit_.script.messages, (std::vector<headless::Message>{refused, refused, refused}));
   EXPECT_EQ(Stored("A0104"), "1968/3/12");
 }
 

@@ -26,7 +26,7 @@ TEST(Keys, F4OpensThePickerOnAnEmptyCodedFieldAndAltDownOnAFilledOne) {
     visit.user.Press('A', kCtrl);
     visit.user.Press(kKeyBack);
     EXPECT_EQ(visit.Text("A01_A0103").Text(), "");
-    visit.platform.WillRun([&](toolkit::Form&) {
+    visit.script.WillRun([&](toolkit::Form&) {
       // On the whole table, with nothing searched for.
       EXPECT_EQ(visit.user.Find<toolkit::TabStrip>("Tab1")->Tab(), 0);
       EXPECT_EQ(CodePicker().SearchText, "");
@@ -36,7 +36,7 @@ TEST(Keys, F4OpensThePickerOnAnEmptyCodedFieldAndAltDownOnAFilledOne) {
     visit.user.Press(kKeyF4);
     EXPECT_EQ(visit.Text("A01_A0103").Text(), "蒙古族");
     EXPECT_EQ(visit.Focus(), "A01_A0103_v");
-    visit.platform.WillRun([&](toolkit::Form&) {
+    visit.script.WillRun([&](toolkit::Form&) {
       EXPECT_EQ(CodePicker().Dmcod, "02");
       visit.user.ClickNode("tvGrpCod", "G03");
       visit.user.Press(kKeyReturn);
@@ -48,7 +48,7 @@ TEST(Keys, F4OpensThePickerOnAnEmptyCodedFieldAndAltDownOnAFilledOne) {
     visit.user.Press(kKeyF4);
     visit.user.ClickToolbar("Save");
   });
-  EXPECT_TRUE(visit.platform.AllUsed());
+  EXPECT_TRUE(visit.script.AllUsed());
   EXPECT_TRUE(visit.Messages().empty());
   EXPECT_EQ(Stored(visit, "A0103"), "03");
 }

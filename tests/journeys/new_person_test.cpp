@@ -44,7 +44,7 @@ TEST_F(NewPerson, IsEnteredInAllSixteenSetsByKeyboardAlone) {
     EXPECT_EQ(visit_.Caption("labOpt"), "当前操作：增加");
     EXPECT_EQ(visit_.Caption("labPersonName"), "");
     // Codes by themselves or by their shorthand; "hz" is 汉族 and 回族, so the picker asks.
-    visit_.platform.WillRun([this](toolkit::Form&) {
+    visit_.script.WillRun([this](toolkit::Form&) {
       visit_.user.Tab();
       visit_.user.Press(kKeyReturn);
     });

@@ -21,17 +21,17 @@ class PhotographJourney : public ::testing::Test {
     PhotoFolder::Write(folder_.Photo(kPerson), SamplePicture("red-over-blue"));
     visit_.component.PhotoPath = folder_.Photos().string();
   }
-  void TearDown() override { EXPECT_TRUE(visit_.platform.AllUsed()); }
+  void TearDown() override { EXPECT_TRUE(visit_.script.AllUsed()); }
 
   void AddPhoto(const std::function<void()>& scene) {
-    visit_.platform.WillRun([this, scene](toolkit::Form& form) {
+    visit_.script.WillRun([this, scene](toolkit::Form& form) {
       preview_ = std::dynamic_pointer_cast<frmPicturePreview>(form.shared_from_this());
       scene();
     });
     visit_.user.Click("cmdAddPhoto");
   }
   void Choose(const std::string& sample) {
-    visit_.platform.WillChoose(folder_.MakeChoice(sample + ".jpg", SamplePicture(sample)));
+    visit_.script.WillChoose(folder_.MakeChoice(sample + ".jpg", SamplePicture(sample)));
     visit_.user.Click("cmdSelPic");
   }
   std::string Stored(const std::string& person = kPerson) { return PhotoFolder::Read(folder_.Photo(person)); }
@@ -52,10 +52,10 @@ TEST_F(PhotographJourney, IsReplacedAfterANoAndAYes) {
       EXPECT_EQ(visit_.Caption("lblOldPicture"), "当前照片");
       Choose("green");
       EXPECT_EQ(visit_.Caption("lblNewPicture"), "新照片");
-      visit_.platform.WillAnswer(toolkit::kAnswerNo);
+      visit_.script.WillAnswer(toolkit::kAnswerNo);
       visit_.user.Click("cmdOK");
       EXPECT_EQ(Stored(), SamplePicture("red-over-blue"));
-      visit_.platform.WillAnswer(toolkit::kAnswerYes);
+      visit_.script.WillAnswer(toolkit::kAnswerYes);
       visit_.user.Click("cmdOK");
     });
     EXPECT_EQ(preview_->Cancelled, 0);
@@ -72,7 +72,7 @@ TEST_F(PhotographJourney, IsEnteredForANewPersonByKeys) {
     EXPECT_EQ(OnPage(), "");
     AddPhoto([&] {
       EXPECT_EQ(visit_.Caption("lblOldPicture"), "当前没有照片");
-      visit_.platform.WillChoose(folder_.MakeChoice("新.jpg", SamplePicture("progressive")));
+      visit_.script.WillChoose(folder_.MakeChoice("新.jpg", SamplePicture("progressive")));
       EXPECT_EQ(preview_->ActiveControl()->Name(), "cmdOK");
       visit_.user.BackTab();
       visit_.user.Press(toolkit::kKeyReturn);  // 选择
@@ -119,7 +119,7 @@ TEST_F(PhotographJourney, TheCloseBoxChangesNothing) {
 TEST_F(PhotographJourney, RequiredANameThatDoesNotExistClosesThePreview) {
   visit_.OpenPerson(kPerson, [&] {
     AddPhoto([&] {
-      visit_.platform.WillChoose(folder_.Choice("none.jpg"));
+      visit_.script.WillChoose(folder_.Choice("none.jpg"));
       visit_.user.Click("cmdSelPic");
     });
     EXPECT_FALSE(preview_->Loaded());
@@ -127,8 +127,8 @@ TEST_F(PhotographJourney, RequiredANameThatDoesNotExistClosesThePreview) {
     AddPhoto([&] { EXPECT_EQ(visit_.Caption("lblOldPicture"), "当前照片"); });
   });
   EXPECT_EQ(visit_.Messages(), (Texts{"更新照片出错！原因是：文件未找到"}));
-  EXPECT_EQ(visit_.platform.messages.front().flags, 64);
-  EXPECT_EQ(visit_.platform.messages.front().title, "更新照片");
+  EXPECT_EQ(visit_.script.messages.front().flags, 64);
+  EXPECT_EQ(visit_.script.messages.front().title, "更新照片");
 }
 
 TEST_F(PhotographJourney, AFileThatIsNoPictureIsNotFound) {
@@ -136,7 +136,7 @@ TEST_F(PhotographJourney, AFileThatIsNoPictureIsNotFound) {
     PhotoFolder::Write(folder_.Photo(kPerson), "no picture");
     AddPhoto([&] {
       EXPECT_EQ(visit_.Caption("lblOldPicture"), "没有找到照片");
-      visit_.platform.WillChoose(folder_.MakeChoice("text.jpg", "no picture"));
+      visit_.script.WillChoose(folder_.MakeChoice("text.jpg", "no picture"));
       visit_.user.Click("cmdSelPic");
       EXPECT_EQ(visit_.Caption("lblNewPicture"), "没有找到照片");
       visit_.user.Click("cmdOK");
@@ -149,7 +149,7 @@ TEST_F(PhotographJourney, AFileThatIsNoPictureIsNotFound) {
 
 TEST_F(PhotographJourney, GoesWithThePerson) {
   visit_.OpenPerson(kPerson, [&] {
-    visit_.platform.WillAnswer(toolkit::kAnswerYes);
+    visit_.script.WillAnswer(toolkit::kAnswerYes);
     visit_.user.ClickToolbar("Delete");
     EXPECT_EQ(OnPage(), "") << "the page of the next new person";
   });

@@ -141,7 +141,7 @@ TEST_F(Renumbering, RequiredItCountsIn16Bits) {
     EXPECT_TRUE(SaveConference(32767, "", "", "A0699"));
     EXPECT_EQ(visit.statements.size(), 4U + 32767U);
     EXPECT_EQ(visit.statements.back(), "update A06 set A0699 = 32767 where a00='P' and A0699 = 32967");
-    EXPECT_TRUE(visit.platform.messages.empty());
+    EXPECT_TRUE(visit.script.messages.empty());
     visit.database->RunScript("insert into A06(A00,A0699) values('P', 32767)");
     visit.statements.clear();
     EXPECT_FALSE(SaveConference(1, "", "", "A0699"));

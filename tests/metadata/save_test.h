@@ -34,8 +34,8 @@ class SaveTest : public ::testing::Test {
 
   // The one message box shown so far.
   headless::Message TheMessage() const {
-    EXPECT_EQ(visit.platform.messages.size(), 1U);
-    return visit.platform.messages.empty() ? headless::Message() : visit.platform.messages.back();
+    EXPECT_EQ(visit.script.messages.size(), 1U);
+    return visit.script.messages.empty() ? headless::Message() : visit.script.messages.back();
   }
   void ExpectMessage(const std::string& text, const std::string& title) const {
     EXPECT_EQ(TheMessage().text, text);

@@ -174,7 +174,7 @@ TEST_F(CodedField, AClickOnAnotherSetWaitsForThePickerAndIsDoneOnce) {
       visit.user.Click("cmdOK");
     });
     Enter("A01_A0102", "nx");
-    visit.platform.WillAnswer(toolkit::kAnswerYes);
+    visit.script.WillAnswer(toolkit::kAnswerYes);
     visit.GoTo("A12");
     EXPECT_EQ(visit.OnShow().Name(), "ctrlUserA12");
   });
@@ -353,7 +353,7 @@ TEST_F(CodedField, AClickOnAddResolvesTheTypedCodeFirst) {
   Open([&] {
     visit.GoTo("A02");
     Enter("A02_A0204", "nxssxw");
-    visit.platform.WillAnswer(toolkit::kAnswerYes);
+    visit.script.WillAnswer(toolkit::kAnswerYes);
     visit.user.ClickToolbar("Add");
   });
   EXPECT_EQ(Value("select A0204 from A02 where A0299=1 and A00='" + kPerson + "'"), "309");
@@ -389,7 +389,7 @@ TEST_F(CodedField, RequiredASaveByAQuestionWritesTheFormerCode) {
       visit.GoTo("A02");
       EnterAndLeave("A02_A0202", school);
       Enter("A02_A0204", "nxssxw");
-      for (int i = 0; i < questions; ++i) visit.platform.WillAnswer(toolkit::kAnswerYes);
+      for (int i = 0; i < questions; ++i) visit.script.WillAnswer(toolkit::kAnswerYes);
       visit.user.ClickToolbar(button);
     });
     EXPECT_EQ(Value("select A0204 from A02 where A0202='" + school + "' and A00='" + kPerson + "'"), "409")

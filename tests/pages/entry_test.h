@@ -35,7 +35,7 @@ class EntryTest : public ShellTest {
   bool Changed() { return visit.OnShow().WhInfo().IsChange; }
   // What happens in the picker that opens next.
   void InPicker(const std::function<void()>& scene) {
-    visit.platform.WillRun([scene](toolkit::Form&) { scene(); });
+    visit.script.WillRun([scene](toolkit::Form&) { scene(); });
   }
   std::string Stored(const std::string& columns, const std::string& set = "A01") {
     return Rows(*visit.database, "select " + columns + " from " + set + " where A00='" + kPerson + "'").at(0);

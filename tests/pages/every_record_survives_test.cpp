@@ -65,7 +65,7 @@ TEST_P(EveryRecord, OfEverySamplePersonSurvivesASave) {
     const Texts before = RecordsOf(*visit.database, set, person);
     for (std::size_t row = 1; row <= before.size(); ++row) {
       SCOPED_TRACE(person + " row " + std::to_string(row));
-      visit.platform.messages.clear();
+      visit.script.messages.clear();
       const bool saved = visit.OpenPerson(person, [&] {
         visit.GoTo(set);
         if (visit.OnShow().WhInfo().IsMult) visit.user.ClickRow(static_cast<int>(row));
@@ -76,8 +76,8 @@ TEST_P(EveryRecord, OfEverySamplePersonSurvivesASave) {
       });
       EXPECT_TRUE(saved);
       // At the limit the user is told that no further record can be added.
-      std::erase(visit.platform.messages, headless::Message{"此信息集最多只能录入5条记录。", 0, "人员维护"});
-      for (const auto& message : visit.platform.messages) ADD_FAILURE() << message.text;
+      std::erase(visit.script.messages, headless::Message{"此信息集最多只能录入5条记录。", 0, "人员维护"});
+      for (const auto& message : visit.script.messages) ADD_FAILURE() << message.text;
       const Texts after = RecordsOf(*visit.database, set, person);
       EXPECT_EQ(after, before);
       if (HasFailure()) return;

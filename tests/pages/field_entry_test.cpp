@@ -73,7 +73,7 @@ TEST_F(FieldEntry, ADateThatIsNoneKeepsTheFocusAndTheText) {
                                                         {"19680230", "1968年02月30日"},
                                                         {"19681301", "1968年13月01日"},
                                                         {"1", "1___年__月__日"}}) {
-    visit.platform.messages.clear();
+    visit.script.messages.clear();
     Open([&, digits = typed, shown = text] {
       EnterAndLeave("A01_A0104", digits);
       EXPECT_EQ(visit.Focus(), "A01_A0104_v");
@@ -293,7 +293,7 @@ TEST_F(FieldEntry, EveryWayOfLeavingIsChecked) {
   };
   for (std::size_t i = 0; i < ways.size(); ++i) {
     SCOPED_TRACE(i);
-    visit.platform.messages.clear();
+    visit.script.messages.clear();
     Open([&] {
       visit.GoTo("A04");
       Enter("A04_A0401", "199013");
@@ -312,15 +312,15 @@ TEST_F(FieldEntry, DeleteCancelAndExitLeaveABadValueBehind) {
   Open([&] {
     visit.GoTo("A04");
     Enter("A04_A0401", "199013");
-    visit.platform.WillAnswer(kAnswerNo);
+    visit.script.WillAnswer(kAnswerNo);
     visit.user.ClickToolbar("Delete");
     EXPECT_EQ(visit.Messages(), (Statements{"是否删除此条记录？"}));
-    visit.platform.WillAnswer(kAnswerYes);
-    visit.platform.WillAnswer(kAnswerNo);
+    visit.script.WillAnswer(kAnswerYes);
+    visit.script.WillAnswer(kAnswerNo);
     visit.user.ClickToolbar("Cancel");
     EXPECT_FALSE(Changed());
     Enter("A04_A0401", "199013");
-    visit.platform.WillAnswer(kAnswerNo);
+    visit.script.WillAnswer(kAnswerNo);
     visit.user.ClickToolbar("Exit");
     EXPECT_TRUE(visit.Window().LoopEnded());
   });

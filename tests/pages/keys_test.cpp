@@ -319,16 +319,16 @@ TEST(ShortCutsOfMoving, AskAboutEditsLikeAClick) {
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     visit.user.Type("1");
-    visit.platform.WillAnswer(toolkit::kAnswerNo);
+    visit.script.WillAnswer(toolkit::kAnswerNo);
     visit.user.Press(kPoint, kCtrl);
     EXPECT_EQ(visit.OnShow().WhInfo().id, 1);
     EXPECT_EQ(visit.Masked("A04_A0401").Text(), "2008年05月");
     visit.user.Type("1");
-    visit.platform.WillAnswer(toolkit::kAnswerYes);
+    visit.script.WillAnswer(toolkit::kAnswerYes);
     visit.user.Press(kPoint, kCtrl);
     EXPECT_EQ(visit.OnShow().WhInfo().id, 2);
   });
-  EXPECT_EQ(visit.platform.messages,
+  EXPECT_EQ(visit.script.messages,
             (std::vector<headless::Message>(2, {"数据已被修改并未保存，是否继续？", 4, "DossierKit"})));
 }
 

@@ -31,7 +31,7 @@ TEST_F(RecordHazard, RequiredAfterNoOnTheEducationListAndFormShowDifferentRecord
     visit.GoTo("A02");
     // The first record becomes the last, and the others move up.
     visit.Masked("A02_A0201").SetText("1999年01月");
-    visit.platform.WillAnswer(toolkit::kAnswerNo);
+    visit.script.WillAnswer(toolkit::kAnswerNo);
     visit.user.ClickRow(3);
     const auto grid = visit.user.Find<toolkit::DataGrid>("DGItems");
     EXPECT_EQ(grid->Row(), 3);

@@ -126,14 +126,14 @@ TEST(QuestionToContinue, YesMovesAndDropsTheEdits) {
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     visit.Text("A04_A0404").SetText("未保存");
-    visit.platform.WillAnswer(kAnswerYes);
+    visit.script.WillAnswer(kAnswerYes);
     visit.user.ClickRow(2);
     EXPECT_EQ(visit.OnShow().WhInfo().id, 2);
     EXPECT_EQ(visit.OnShow().AdodcRs()->AbsolutePosition(), 2);
     EXPECT_EQ(visit.Text("A04_A0404").Text(), "副主编");
     EXPECT_FALSE(visit.OnShow().WhInfo().IsChange);
   });
-  EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{kContinue, 4, "DossierKit"}}));
+  EXPECT_EQ(visit.script.messages, (std::vector<Message>{{kContinue, 4, "DossierKit"}}));
   EXPECT_EQ(One(*visit.database, "select count(*) from A04 where A0404='未保存'"), "0");
 }
 
@@ -142,7 +142,7 @@ TEST(QuestionToContinue, RequiredNoKeepsTheRowButRefillsTheFormAndDropsTheEdits)
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     visit.Text("A04_A0404").SetText("未保存");
-    visit.platform.WillAnswer(kAnswerNo);
+    visit.script.WillAnswer(kAnswerNo);
     const auto from = visit.statements.size();
     visit.user.ClickRow(2);
     ASSERT_FALSE(Since(visit, from).empty());
@@ -156,7 +156,7 @@ TEST(QuestionToContinue, RequiredNoKeepsTheRowButRefillsTheFormAndDropsTheEdits)
     EXPECT_EQ(visit.Caption("labOpt"), "当前操作：修改 ");
     EXPECT_EQ(visit.Focus(), "A04_A0401_v");
   });
-  EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{kContinue, 4, "DossierKit"}}));
+  EXPECT_EQ(visit.script.messages, (std::vector<Message>{{kContinue, 4, "DossierKit"}}));
 }
 
 TEST(QuestionToContinue, IsAskedOnEverySetOfManyRecordsButEducation) {
@@ -165,10 +165,10 @@ TEST(QuestionToContinue, IsAskedOnEverySetOfManyRecordsButEducation) {
     visit.OpenPerson(kPerson, [&] {
       visit.GoTo(set);
       visit.OnShow().WhInfo().IsChange = true;
-      visit.platform.WillAnswer(kAnswerYes);
+      visit.script.WillAnswer(kAnswerYes);
       visit.user.ClickRow(2);
     });
-    EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{kContinue, 4, "DossierKit"}})) << set;
+    EXPECT_EQ(visit.script.messages, (std::vector<Message>{{kContinue, 4, "DossierKit"}})) << set;
   }
 }
 
@@ -178,13 +178,13 @@ TEST(QuestionToSave, RequiredNoSavesAndTheMoveGoesOn) {
     visit.GoTo("A02");
     visit.user.ClickRow(1);
     visit.Text("A02_A0203").SetText("新专业");
-    visit.platform.WillAnswer(kAnswerNo);
+    visit.script.WillAnswer(kAnswerNo);
     visit.user.ClickRow(3);
     EXPECT_EQ(visit.OnShow().WhInfo().id, 3);
     EXPECT_EQ(visit.OnShow().AdodcRs()->AbsolutePosition(), 3);
     EXPECT_FALSE(visit.OnShow().WhInfo().IsChange);
   });
-  EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{kSave, 4, "DossierKit"}}));
+  EXPECT_EQ(visit.script.messages, (std::vector<Message>{{kSave, 4, "DossierKit"}}));
   EXPECT_EQ(One(*visit.database, "select A0203 from A02 where A00='" + kPerson + "' and A0299=1"), "新专业");
 }
 
@@ -193,12 +193,12 @@ TEST(QuestionToSave, RequiredYesGoesOnWithoutSaving) {
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A02");
     visit.Text("A02_A0203").SetText("新专业");
-    visit.platform.WillAnswer(kAnswerYes);
+    visit.script.WillAnswer(kAnswerYes);
     visit.user.ClickRow(3);
     EXPECT_EQ(visit.OnShow().WhInfo().id, 3);
     EXPECT_FALSE(visit.OnShow().WhInfo().IsChange);
   });
-  EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{kSave, 4, "DossierKit"}}));
+  EXPECT_EQ(visit.script.messages, (std::vector<Message>{{kSave, 4, "DossierKit"}}));
   EXPECT_EQ(One(*visit.database, "select A0203 from A02 where A00='" + kPerson + "' and A0299=1"), "农学");
 }
 
@@ -207,13 +207,13 @@ TEST(QuestionToSave, RequiredASaveThatFailedDoesNotStopTheMove) {
   const bool saved = visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A02");
     visit.Text("A02_A0202").SetText("");
-    visit.platform.WillAnswer(kAnswerNo);
+    visit.script.WillAnswer(kAnswerNo);
     visit.user.ClickRow(2);
     EXPECT_EQ(visit.OnShow().WhInfo().id, 2);
     EXPECT_EQ(visit.Text("A02_A0203").Text(), "作物遗传育种");
   });
   EXPECT_FALSE(saved);
-  EXPECT_EQ(visit.platform.messages,
+  EXPECT_EQ(visit.script.messages,
             (std::vector<Message>{{kSave, 4, "DossierKit"}, {"就读院校 为必填项", 0, "错误信息"}}));
   // The old row was deleted before the check.
   EXPECT_EQ(One(*visit.database, "select count(*) from A02 where A00='" + kPerson + "'"), "2");
@@ -240,7 +240,7 @@ TEST_F(RecordNumber, ZeroOrLessShowsAnEmptyFormAndKeepsTheOldNumber) {
       visit.Window().TbMain().Button("Add").SetEnabled(false);
       visit.Window().TbMain().Button("Delete").SetEnabled(false);
       visit.OnShow().WhInfo().IsChange = true;
-      visit.platform.WillAnswer(kAnswerYes);
+      visit.script.WillAnswer(kAnswerYes);
       visit.user.ClickRow(2);
       EXPECT_EQ(visit.OnShow().WhInfo().id, 3) << number;
       EXPECT_EQ(visit.Text("A04_A0404").Text(), "");
@@ -366,11 +366,11 @@ TEST(RowClick, RunsInTheOrderOfItsSixSteps) {
         }));
     hooks.push_back(
         first.GotFocus.Subscribe([&] { told.push_back("first " + visit.Caption("labExplain")); }));
-    visit.platform.on_message = [&](const Message& message) {
+    visit.script.on_message = [&](const Message& message) {
       told.push_back("asks " + message.text + " focus " + visit.Focus());
     };
     visit.Text("A04_A0404").SetText("未保存");
-    visit.platform.WillAnswer(kAnswerYes);
+    visit.script.WillAnswer(kAnswerYes);
     visit.user.ClickRow(2);
     // The page's own handlers run ahead of those of this test.
     EXPECT_EQ(told, (Texts{"validate 填写兼职结束的年月，仍在任的不填，例如：2017年04月。", "lost []", "grid",

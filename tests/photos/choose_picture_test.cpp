@@ -34,7 +34,7 @@ TEST_F(ChoosePicture, APictureIsShownBesideThePresentOne) {
 
 TEST_F(ChoosePicture, EnterMeansOkOnceAPictureWasChosen) {
   int dialogs = 0;
-  visit.platform.on_choose = [&](const toolkit::CommonDialog&) { ++dialogs; };
+  visit.script.on_choose = [&](const toolkit::CommonDialog&) { ++dialogs; };
   Preview([&] {
     ChooseNew();
     EXPECT_EQ(preview->ActiveControl()->Name(), "cmdOK");
@@ -48,7 +48,7 @@ TEST_F(ChoosePicture, EnterMeansOkOnceAPictureWasChosen) {
 
 TEST_F(ChoosePicture, EnterAsksAgainWhereNoPictureWasChosen) {
   int dialogs = 0;
-  visit.platform.on_choose = [&](const toolkit::CommonDialog&) { ++dialogs; };
+  visit.script.on_choose = [&](const toolkit::CommonDialog&) { ++dialogs; };
   Preview([&] {
     Choose("");
     EXPECT_EQ(preview->ActiveControl()->Name(), "cmdSelPic");
@@ -69,7 +69,7 @@ TEST_F(ChoosePicture, TouchesNoFile) {
 
 TEST_F(ChoosePicture, TheDialogStartsAtThePresentPhotographAndAfreshEachTime) {
   Statements requests;
-  visit.platform.on_choose = [&](const toolkit::CommonDialog& request) {
+  visit.script.on_choose = [&](const toolkit::CommonDialog& request) {
     requests.push_back(request.Name() + "|" + request.init_dir + "|" + request.file_name + "|" +
                        request.filter + "|" + std::to_string(request.flags));
   };
@@ -84,7 +84,7 @@ TEST_F(ChoosePicture, TheDialogStartsAtThePresentPhotographAndAfreshEachTime) {
 TEST_F(ChoosePicture, WithoutAPhotographTheDialogStartsNowhere) {
   RemovePhoto();
   std::string start = "?";
-  visit.platform.on_choose = [&](const toolkit::CommonDialog& request) { start = request.init_dir; };
+  visit.script.on_choose = [&](const toolkit::CommonDialog& request) { start = request.init_dir; };
   Preview([&] { ChooseNew(); });
   EXPECT_EQ(start, "");
 }

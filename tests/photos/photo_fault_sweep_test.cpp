@@ -88,7 +88,7 @@ TEST_P(ChooseAndOkSweep, LeavesWhatIsRequired) {
       } else {
         RemovePhoto();
       }
-      visit.platform.messages.clear();
+      visit.script.messages.clear();
       const int failure = number;
       visit.Open([&] {
         const bool asks = std::ranges::count(expected.messages, kQuestion) > 0;
@@ -127,7 +127,7 @@ TEST_F(PhotoFaultSweep, RequiredThePersonGoesThoughTheFileCannot) {
       PhotoFolder::Write(Photo(), Jpeg("old"));
       each.component.PhotoPath = folder.Photos().string();
       each.Open([&] {
-        each.platform.WillAnswer(toolkit::kAnswerYes);
+        each.script.WillAnswer(toolkit::kAnswerYes);
         each.files.FailAt(k, failure);
         each.user.ClickToolbar("Delete");
         EXPECT_EQ(each.Caption("labOpt"), "当前操作：增加");
@@ -135,7 +135,7 @@ TEST_F(PhotoFaultSweep, RequiredThePersonGoesThoughTheFileCannot) {
       EXPECT_TRUE(each.files.HasFailed());
       Messages expected = {kDeleteQuestion};
       if (kept) expected.push_back({description, 48, "人员照片删除"});
-      EXPECT_EQ(each.platform.messages, expected);
+      EXPECT_EQ(each.script.messages, expected);
       EXPECT_EQ(ContentOf(Photo()), kept ? "old" : "");
       EXPECT_EQ(One(*each.database, "select count(*) from A01 where A00='" + kPerson + "'"), "0");
     }

@@ -26,7 +26,7 @@ class PhotoTest : public ShellTest {
 
   // Clicks the button on the page and plays `scene` in the preview window.
   void AddPhoto(const std::function<void()>& scene) {
-    visit.platform.WillRun([this, scene](toolkit::Form& form) {
+    visit.script.WillRun([this, scene](toolkit::Form& form) {
       preview = std::dynamic_pointer_cast<frmPicturePreview>(form.shared_from_this());
       ASSERT_TRUE(preview);
       scene();
@@ -39,7 +39,7 @@ class PhotoTest : public ShellTest {
   }
   // Presses the button and chooses that path; empty: leaves the file dialog by Cancel.
   void Choose(const std::string& path) {
-    if (!path.empty()) visit.platform.WillChoose(path);
+    if (!path.empty()) visit.script.WillChoose(path);
     visit.user.Click("cmdSelPic");
   }
   void ChooseNew() { Choose(folder.MakeChoice("新.jpg", Jpeg("new"))); }

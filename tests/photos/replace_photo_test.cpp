@@ -30,7 +30,7 @@ TEST_F(ReplacePhoto, YesReplacesTheFileByteForByte) {
 }
 
 TEST_F(ReplacePhoto, TheFileIsUntouchedUntilTheAnswer) {
-  visit.platform.on_message = [&](const Message&) { EXPECT_EQ(StoredPhoto(), Jpeg("old")); };
+  visit.script.on_message = [&](const Message&) { EXPECT_EQ(StoredPhoto(), Jpeg("old")); };
   Preview([&] {
     ChooseNew();
     Answer(toolkit::kAnswerYes);

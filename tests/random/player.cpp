@@ -112,9 +112,9 @@ class Player {
     persons_ = tests::Column(*visit_.database, "select A00 from A01 order by A0199");
     PutPhotos();
     PrepareLoop();
-    visit_.platform.on_choose = [this](const toolkit::CommonDialog&) {
+    visit_.script.on_choose = [this](const toolkit::CommonDialog&) {
       const std::string name = kChoices[static_cast<std::size_t>(choice_) % kChoices.size()];
-      visit_.platform.WillChoose(name.empty() ? "" : folder_.Choice(name));
+      visit_.script.WillChoose(name.empty() ? "" : folder_.Choice(name));
     };
   }
 
@@ -150,7 +150,7 @@ class Player {
 
   // Every window that opens plays on from where the last one stands.
   void PrepareLoop() {
-    visit_.platform.WillRun([this](toolkit::Form& form) {
+    visit_.script.WillRun([this](toolkit::Form& form) {
       PrepareLoop();
       watch_.Opened(form);
       while (!form.LoopEnded()) {

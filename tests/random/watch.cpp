@@ -47,7 +47,7 @@ Watch::Watch(tests::Visit& visit, const tests::PhotoFolder& folder, Tally& tally
     : visit_(visit), folder_(folder), tally_(tally) {
   visit_.component.SetConnection(std::make_shared<ado::TracingConnection>(
       visit_.failing, [this](const ado::Trace& trace) { Ran(trace); }));
-  visit_.platform.on_message = [this](const headless::Message& message) { Shown(message); };
+  visit_.script.on_message = [this](const headless::Message& message) { Shown(message); };
 }
 
 void Watch::Complain(const std::string& rule, const std::string& what) {
@@ -159,7 +159,7 @@ void Watch::Shown(const headless::Message& message) {
   if (message.flags & toolkit::kYesNo) {
     const std::string& answers = action_.answers;
     const bool yes = answers[questions_++ % answers.size()] == 'y';
-    visit_.platform.WillAnswer(yes ? toolkit::kAnswerYes : toolkit::kAnswerNo);
+    visit_.script.WillAnswer(yes ? toolkit::kAnswerYes : toolkit::kAnswerNo);
   }
 }
 

@@ -124,7 +124,7 @@ TEST_F(Screens, TabBringsEveryFieldIntoSight) {
 
 TEST_F(Screens, ThePickersButtonsAreInSight) {
   visit.OpenPerson(kPerson, [&] {
-    visit.platform.WillRun([&](toolkit::Form&) {
+    visit.script.WillRun([&](toolkit::Form&) {
       QCoreApplication::processEvents();
       ExpectFramed(*QApplication::activeWindow());
       for (const char* name : {"cmdOK", "cmdCancel", "cmdDel", "Tab1"}) ExpectInSight(Native(name));
@@ -139,7 +139,7 @@ TEST_F(Screens, ThePickersButtonsAreInSight) {
 
 TEST_F(Screens, ThePhotographWindowFits) {
   visit.OpenPerson(kPerson, [&] {
-    visit.platform.WillRun([&](toolkit::Form&) {
+    visit.script.WillRun([&](toolkit::Form&) {
       QCoreApplication::processEvents();
       ExpectFramed(*QApplication::activeWindow());
       for (const char* name : {"imgOld", "imgNew", "cmdSelPic", "cmdOK", "cmdCancel"})
@@ -158,7 +158,7 @@ TEST_F(Screens, MessageBoxesFitWithTheirButtons) {
     for (int i = 0; i < 200; ++i) lines += "附注：此项内容很长，长得在任何一个屏幕上都放不下，必须滚动。\r\n";
     for (const std::string& text : {std::string("数据被修改且未保存，是否保存？"), lines.toStdString()}) {
       int boxes = 0;
-      visit.platform.on_message = [&](const headless::Message&) {
+      visit.script.on_message = [&](const headless::Message&) {
         ++boxes;
         QWidget& box = *QApplication::activeModalWidget();
         QCoreApplication::processEvents();
@@ -166,7 +166,7 @@ TEST_F(Screens, MessageBoxesFitWithTheirButtons) {
         ExpectInSight(*box.findChild<QWidget*>("Yes"));
         ExpectInSight(*box.findChild<QWidget*>("No"));
       };
-      visit.platform.WillAnswer(toolkit::kAnswerYes);
+      visit.script.WillAnswer(toolkit::kAnswerYes);
       visit.Window().Deliver(
           [&] { visit.desktop.MsgBox(text, toolkit::kYesNo + toolkit::kQuestionIcon, "信息保存"); });
       EXPECT_EQ(boxes, 1);

@@ -280,7 +280,7 @@ TEST_F(DeleteCommand, RequiredAFailureInTheMiddleLeavesTheStepsDone) {
     EXPECT_EQ(NumberOfFailure([&] {
                 each.Open([&] {
                   each.GoTo("A04");
-                  each.platform.WillAnswer(toolkit::kAnswerYes);
+                  each.script.WillAnswer(toolkit::kAnswerYes);
                   each.failing->FailAt(i + 1);
                   each.user.ClickToolbar("Delete");
                 });
@@ -290,7 +290,7 @@ TEST_F(DeleteCommand, RequiredAFailureInTheMiddleLeavesTheStepsDone) {
     EXPECT_EQ(Column(*each.database, "select A0499 from A04 where A00='" + kPerson + "' order by A0499"),
               left[i])
         << i;
-    EXPECT_EQ(each.platform.messages.size(), 1u);
+    EXPECT_EQ(each.script.messages.size(), 1u);
     EXPECT_FALSE(each.Window().InVisit());
   }
 }

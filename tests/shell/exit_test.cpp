@@ -89,13 +89,13 @@ TEST_F(ExitCommand, EscDoesNotClose) {
 }
 
 TEST_F(ExitCommand, WhileAQuestionIsOnShowTheCloseBoxOnlyBeeps) {
-  visit.platform.on_message = [&](const Message&) { visit.Window().UserClose(); };
+  visit.script.on_message = [&](const Message&) { visit.Window().UserClose(); };
   visit.Open([&] {
     visit.GoTo("A04");
     Answer(toolkit::kAnswerNo);
     visit.user.ClickToolbar("Delete");
     EXPECT_TRUE(visit.Window().Loaded());
-    EXPECT_EQ(visit.platform.beeps, 1);
+    EXPECT_EQ(visit.script.beeps, 1);
   });
 }
 

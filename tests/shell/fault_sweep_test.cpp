@@ -117,19 +117,19 @@ Outcome Play(const Command& command, std::size_t k) {
   outcome.statements.assign(visit.statements.begin() + static_cast<std::ptrdiff_t>(from),
                             visit.statements.end());
   if (!command.act) outcome.failed = visit.failing->HasFailed();
-  outcome.messages = visit.platform.messages;
+  outcome.messages = visit.script.messages;
   outcome.loaded_after = visit.Window().Loaded();
   outcome.database = visit.database;
   visit.failing->FailAt(0);
   // The next visit works.
-  visit.platform.messages.clear();
+  visit.script.messages.clear();
   const bool next = visit.OpenPerson("56670B14-1509-4B0A-8BF1-3331CA118783", [&] {
     EXPECT_EQ(visit.Focus(), "A01_A0101_v");
     visit.GoTo("A03");
     EXPECT_EQ(visit.Focus(), "A03_A0301_v");
   });
   EXPECT_FALSE(next);
-  EXPECT_TRUE(visit.platform.messages.empty());
+  EXPECT_TRUE(visit.script.messages.empty());
   return outcome;
 }
 
@@ -224,7 +224,7 @@ TEST(FaultSweep, ClickOnAnotherSetWithEditsThatAreToBeSaved) {
              [](Visit& visit) {
                visit.GoTo("A04");
                visit.Text("A04_A0404").SetText("理事长");
-               visit.platform.WillAnswer(kAnswerYes);
+               visit.script.WillAnswer(kAnswerYes);
              },
          .act = [](Visit& visit) { visit.GoTo("A12"); },
          .messages = {{"数据被修改且未保存，是否保存？", 4, "人员维护"}},
@@ -248,7 +248,7 @@ TEST(FaultSweep, AddWithEditsThatAreToBeSaved) {
              [](Visit& visit) {
                visit.GoTo("A03");
                visit.Text("A03_A0302").SetText("新单位");
-               visit.platform.WillAnswer(kAnswerYes);
+               visit.script.WillAnswer(kAnswerYes);
              },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Add"); },
          .messages = {{"数据被修改且未保存，是否保存？", 4, "DossierKit"}},
@@ -332,7 +332,7 @@ TEST(FaultSweep, DeleteInASetOfManyRecords) {
              [](Visit& visit) {
                visit.GoTo("A11");
                visit.user.ClickRow(2);
-               visit.platform.WillAnswer(kAnswerYes);
+               visit.script.WillAnswer(kAnswerYes);
              },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Delete"); },
          .messages = {{"是否删除此条记录？", 4, "人员维护"}}});
@@ -340,7 +340,7 @@ TEST(FaultSweep, DeleteInASetOfManyRecords) {
 
 TEST(FaultSweep, DeleteOfAPerson) {
   Sweep({.name = "delete A01",
-         .prepare = [](Visit& visit) { visit.platform.WillAnswer(kAnswerYes); },
+         .prepare = [](Visit& visit) { visit.script.WillAnswer(kAnswerYes); },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Delete"); },
          .messages = {{"此操作将删除此人所有信息，是否删除？", 4, "人员维护"}}});
 }
@@ -351,8 +351,8 @@ TEST(FaultSweep, CancelOfEdits) {
              [](Visit& visit) {
                visit.GoTo("A04");
                visit.Text("A04_A0404").SetText("理事长");
-               visit.platform.WillAnswer(kAnswerYes);
-               visit.platform.WillAnswer(kAnswerNo);
+               visit.script.WillAnswer(kAnswerYes);
+               visit.script.WillAnswer(kAnswerNo);
              },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Cancel"); },
          .messages = {{"数据已被修改并且未被保存，是否取消？", 4, "人员维护"},
@@ -365,8 +365,8 @@ TEST(FaultSweep, CancelThatSavesAfterAll) {
              [](Visit& visit) {
                visit.GoTo("A04");
                visit.Text("A04_A0404").SetText("理事长");
-               visit.platform.WillAnswer(kAnswerYes);
-               visit.platform.WillAnswer(kAnswerYes);
+               visit.script.WillAnswer(kAnswerYes);
+               visit.script.WillAnswer(kAnswerYes);
              },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Cancel"); },
          .messages = {{"数据已被修改并且未被保存，是否取消？", 4, "人员维护"},
@@ -381,7 +381,7 @@ TEST(FaultSweep, ExitWithASave) {
              [](Visit& visit) {
                visit.GoTo("A04");
                visit.Text("A04_A0404").SetText("理事长");
-               visit.platform.WillAnswer(kAnswerYes);
+               visit.script.WillAnswer(kAnswerYes);
              },
          .act = [](Visit& visit) { visit.user.ClickToolbar("Exit"); },
          .messages = {{"数据被修改但未保存，是否保存？", 4, "人员维护"}},
@@ -402,7 +402,7 @@ TEST(FaultSweep, AMoveInTheListThatSaves) {
              [](Visit& visit) {
                visit.GoTo("A02");
                visit.Text("A02_A0203").SetText("新专业");
-               visit.platform.WillAnswer(kAnswerNo);
+               visit.script.WillAnswer(kAnswerNo);
              },
          .act = [](Visit& visit) { visit.user.ClickRow(3); },
          .messages = {{"数据已被修改并未保存，是否保存？", 4, "DossierKit"}},

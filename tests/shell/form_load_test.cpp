@@ -235,7 +235,7 @@ TEST_F(FormLoad, APersonWhoIsStoredTwiceIsRefused) {
 
 TEST_F(FormLoad, TheWindowIsUnloadedBehindTheBoxThatRefuses) {
   bool loaded = false;
-  visit.platform.on_message = [&](const Message&) { loaded = visit.Window().Loaded(); };
+  visit.script.on_message = [&](const Message&) { loaded = visit.Window().Loaded(); };
   visit.component.personID = "nobody";
   EXPECT_EQ(NumberOfFailure([&] { visit.component.ShowDossier(); }), environment::kObjectUnloaded);
   EXPECT_TRUE(loaded);
@@ -270,7 +270,7 @@ TEST_F(FormLoad, AMissingTableFailsTheCall) {
     if (each.component.OperationType == 0) each.component.personID.clear();
     EXPECT_NE(NumberOfFailure([&] { each.component.ShowDossier(); }), 0) << table;
     EXPECT_FALSE(each.Window().InVisit()) << table;
-    EXPECT_TRUE(each.platform.messages.empty()) << table;
+    EXPECT_TRUE(each.script.messages.empty()) << table;
     each.component.SetConnection(SampleDatabase());
     EXPECT_FALSE(each.Open([&] { EXPECT_TRUE(each.Window().GetUserCtrl()); })) << table;
   }

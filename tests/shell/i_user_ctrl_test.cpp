@@ -89,7 +89,7 @@ TEST_F(UserCtrl, OneWindowServesAllVisitsOfAllComponents) {
   const auto window = visit.runtime.window;
   IUserCtrl other;
   other.SetConnection(visit.component.Connection());
-  visit.platform.WillRun([&](toolkit::Form& form) { EXPECT_EQ(&form, window.get()); });
+  visit.script.WillRun([&](toolkit::Form& form) { EXPECT_EQ(&form, window.get()); });
   other.ShowDossier();
   EXPECT_EQ(visit.runtime.window, window);
 }
@@ -150,7 +150,7 @@ TEST_F(UserCtrl, ShowDossierDuringAVisitFailsBeforeItTouchesAnything) {
 
 TEST_F(UserCtrl, ShowDossierFromAMessageBoxOfTheVisitFailsToo) {
   int failure = 0;
-  visit.platform.on_message = [&](const Message&) {
+  visit.script.on_message = [&](const Message&) {
     failure = NumberOfFailure([&] { visit.component.ShowDossier(); });
   };
   visit.OpenNew([&] { visit.GoTo("A02"); });
@@ -159,7 +159,7 @@ TEST_F(UserCtrl, ShowDossierFromAMessageBoxOfTheVisitFailsToo) {
 
 TEST_F(UserCtrl, ShowDossierFromTheBoxThatRefusesAPersonFailsToo) {
   int failure = 0;
-  visit.platform.on_message = [&](const Message&) {
+  visit.script.on_message = [&](const Message&) {
     IUserCtrl other;
     other.personID = kPerson;
     other.PersonType = 3;

@@ -122,7 +122,7 @@ TEST_F(Limits, SaveOfTheLastAllowedRecordTellsTheLimitOnceAfterTheSave) {
     visit.user.Type("202001");
     visit.Text("A04_A0403").SetText("学会");
     visit.Text("A04_A0404").SetText("理事");
-    visit.platform.on_message = [&](const Message&) {
+    visit.script.on_message = [&](const Message&) {
       EXPECT_EQ(Value("select count(*) from A04 where A00='" + kPerson + "'"), "5");
     };
     visit.user.ClickToolbar("Save");

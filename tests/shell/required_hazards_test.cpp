@@ -61,7 +61,7 @@ TEST(RecordOneInTheFields, RequiredAlsoAfterADeleteWhileOtherPersonsHaveRecords)
   Visit visit;
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A02");
-    visit.platform.WillAnswer(kAnswerYes);
+    visit.script.WillAnswer(kAnswerYes);
     visit.user.ClickToolbar("Delete");
     // The first row left has another number than 1: the walk counted the rows of everybody.
     EXPECT_GT(visit.OnShow().WhInfo().id, 1);
@@ -111,7 +111,7 @@ TEST(NumbersOfDelete, RequiredCountTheRecordsOfEverybody) {
   visit.OpenPerson(kPerson, [&] {
     visit.GoTo("A04");
     visit.Window().GetUserCtrl()->WhInfo().id = 2;
-    visit.platform.WillAnswer(kAnswerYes);
+    visit.script.WillAnswer(kAnswerYes);
     visit.user.ClickToolbar("Delete");
   });
   EXPECT_EQ(Rows(*visit.database, "select A0404,A0499 from A04 where A00='Q' order by A0499"),
@@ -135,7 +135,7 @@ TEST(NumbersOfDelete, RequiredBeyond32767TheSetCannotBeOpenedAgain) {
     }
     EXPECT_FALSE(visit.Window().Loaded());
   };
-  visit.platform.WillAnswer(kAnswerYes);
+  visit.script.WillAnswer(kAnswerYes);
   expect_overflow([&] {
     visit.GoTo("A04");
     visit.user.ClickToolbar("Delete");
@@ -153,7 +153,7 @@ TEST(RunningNumber, RequiredATableAt32767TakesNoNewPerson) {
     EXPECT_TRUE(visit.Window().Loaded());
   });
   EXPECT_FALSE(saved);
-  EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{"溢出", 0, "信息保存"}}));
+  EXPECT_EQ(visit.script.messages, (std::vector<Message>{{"溢出", 0, "信息保存"}}));
 }
 
 TEST(CodesJustTyped, RequiredEnterInTheLastFieldSavesWithoutResolvingThem) {
@@ -197,12 +197,12 @@ TEST(EnterInTheLastField, RequiredGoesOnWithANewRecordThoughTheSaveFailed) {
     visit.GoTo("A02");
     visit.Text("A02_A0202").SetText("");
     visit.Text("A02_A0204").SetFocus();
-    visit.platform.WillAnswer(kAnswerNo);
+    visit.script.WillAnswer(kAnswerNo);
     visit.user.Press(toolkit::kKeyReturn);
     EXPECT_EQ(visit.Caption("labOpt"), "当前操作：增加");
     EXPECT_EQ(visit.Text("A02_A0203").Text(), "");
   }));
-  EXPECT_EQ(visit.platform.messages,
+  EXPECT_EQ(visit.script.messages,
             (std::vector<Message>{{"就读院校 为必填项", 0, "错误信息"},
                                   {"数据被修改且未保存，是否保存？", 4, "DossierKit"}}));
   EXPECT_EQ(One(*visit.database, "select count(*) from A02" + Of(kPerson)), "2");
@@ -238,13 +238,13 @@ class AtTheLimit : public ::testing::Test {
 TEST_F(AtTheLimit, RequiredEnterInTheLastFieldTellsOfItTwice) {
   finish_ = [&] { visit_.user.Press(toolkit::kKeyReturn); };
   FifthRecord();
-  EXPECT_EQ(visit_.platform.messages, (std::vector<Message>{limit_, limit_}));
+  EXPECT_EQ(visit_.script.messages, (std::vector<Message>{limit_, limit_}));
 }
 
 TEST_F(AtTheLimit, TheToolbarTellsOfItOnce) {
   finish_ = [&] { visit_.user.ClickToolbar("Save"); };
   FifthRecord();
-  EXPECT_EQ(visit_.platform.messages, (std::vector<Message>{limit_}));
+  EXPECT_EQ(visit_.script.messages, (std::vector<Message>{limit_}));
 }
 
 TEST_F(AtTheLimit, RequiredAddLosesTheMarkOfEditsAndKeepsThemOnTheScreen) {
@@ -258,8 +258,7 @@ TEST_F(AtTheLimit, RequiredAddLosesTheMarkOfEditsAndKeepsThemOnTheScreen) {
     EXPECT_TRUE(visit_.Text("A11_A1101").Text().starts_with("改"));
     visit_.GoTo("A12");
   });
-  EXPECT_EQ(visit_.platform.messages,
-            (std::vector<Message>{{"此信息集最多只能录入3条记录。", 0, "人员维护"}}));
+  EXPECT_EQ(visit_.script.messages, (std::vector<Message>{{"此信息集最多只能录入3条记录。", 0, "人员维护"}}));
 }
 
 TEST(DeleteBeforeTheCheck, RequiredARecordThatFailsItsCheckIsGoneUntilALaterSave) {
@@ -273,7 +272,7 @@ TEST(DeleteBeforeTheCheck, RequiredARecordThatFailsItsCheckIsGoneUntilALaterSave
     visit.Text("A04_A0403").SetText("作物学会");
     visit.user.Press('S', toolkit::kCtrl);
   });
-  EXPECT_EQ(visit.platform.messages, (std::vector<Message>{{"任职单位名称 为必填项", 0, "错误信息"}}));
+  EXPECT_EQ(visit.script.messages, (std::vector<Message>{{"任职单位名称 为必填项", 0, "错误信息"}}));
   EXPECT_EQ(One(*visit.database, "select A0403 from A04" + Of(kPerson) + " and A0499=1"), "作物学会");
 }
 
@@ -283,11 +282,11 @@ TEST(CancelWithEdits, RequiredAsksTwiceAndTheSecondYesSaves) {
     EXPECT_FALSE(visit.OpenPerson(kPerson, [&, answer = second] {
       visit.GoTo("A04");
       visit.Text("A04_A0404").SetText("理事长");
-      visit.platform.WillAnswer(kAnswerYes);
-      visit.platform.WillAnswer(answer);
+      visit.script.WillAnswer(kAnswerYes);
+      visit.script.WillAnswer(answer);
       visit.user.ClickToolbar("Cancel");
     }));
-    EXPECT_EQ(visit.platform.messages,
+    EXPECT_EQ(visit.script.messages,
               (std::vector<Message>{{"数据已被修改并且未被保存，是否取消？", 4, "人员维护"},
                                     {"数据被修改且未保存，是否保存？", 4, "人员维护"}}));
     EXPECT_EQ(One(*visit.database, "select A0404 from A04" + Of(kPerson) + " and A0499=1"), stored);
@@ -342,7 +341,7 @@ TEST(SetsOfTheMetadata, APersonStoredTwiceIsRefused) {
   Visit visit;
   visit.database->RunScript("insert into A01(A00,A0101,A0199) values('" + kPerson + "','同号',99)");
   EXPECT_THROW(visit.OpenPerson(kPerson, [] {}), Failure);
-  EXPECT_EQ(visit.platform.messages,
+  EXPECT_EQ(visit.script.messages,
             (std::vector<Message>{{"无法维护此人信息。可能不存在此人Id号或Id号重复。", 0, "人员维护"}}));
 }
 

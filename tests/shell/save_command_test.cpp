@@ -168,7 +168,7 @@ TEST_F(SaveCommand, AFailureOfTheWritingIsShownAndTheStepsDoneStay) {
       EXPECT_TRUE(each.OnShow().WhInfo().IsChange);
       EXPECT_FALSE(each.Window().IsSaved);
     }));
-    EXPECT_EQ(each.platform.messages, (Messages{{"磁盘或网络错误。", kOk, "信息保存"}})) << i;
+    EXPECT_EQ(each.script.messages, (Messages{{"磁盘或网络错误。", kOk, "信息保存"}})) << i;
     EXPECT_EQ(Column(*each.database, "select A0499 from A04 where A00='" + kPerson + "' order by A0499"),
               left[i])
         << i;
@@ -202,7 +202,7 @@ TEST_F(SaveCommand, AFailureOutsideTheWritingReachesTheHost) {
               environment::kEngineFailure)
         << k;
     EXPECT_FALSE(each.Window().InVisit());
-    EXPECT_TRUE(each.platform.messages.empty());
+    EXPECT_TRUE(each.script.messages.empty());
   }
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 using SetKinds = ShellTest;
 
-TEST_F(SetKinds, TheCatalogueDecides) {
+TEST_F(SetKinds, ThePropertyInTheTableOfSetsDecides) {
   visit.Open([&] {
     EXPECT_EQ(During([] { EXPECT_TRUE(IsMultSet("A04")); }),
               (Statements{" select Property from s_infotable  where TblName ='A04'"}));

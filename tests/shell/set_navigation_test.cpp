@@ -386,7 +386,7 @@ TEST_F(SetNavigation, AFailureAtAnyStatementOfAClickReachesTheHost) {
   EXPECT_TRUE(Shown().empty());
 }
 
-TEST_F(SetNavigation, RequiredASetWithoutARowInTheCatalogueFailsAfterItsPageWasBuilt) {
+TEST_F(SetNavigation, RequiredASetWithoutARowInTheTableOfSetsFailsAfterItsPageWasBuilt) {
   visit.Open([] {});
   EXPECT_EQ(NumberOfFailure([&] {
               visit.Open([&] {

@@ -40,7 +40,7 @@ inline Statements Join(const std::vector<Statements>& parts) {
 
 class ShellTest : public ::testing::Test {
  protected:
-  void TearDown() override { EXPECT_TRUE(visit.platform.AllUsed()) << "a prepared answer was not asked for"; }
+  void TearDown() override { EXPECT_TRUE(visit.script.AllUsed()) << "a prepared answer was not asked for"; }
 
   // The statements that `action` runs.
   Statements During(const std::function<void()>& action) {
@@ -48,8 +48,8 @@ class ShellTest : public ::testing::Test {
     action();
     return visit.statements;
   }
-  void Answer(toolkit::MessageAnswer answer) { visit.platform.WillAnswer(answer); }
-  const Messages& Shown() const { return visit.platform.messages; }
+  void Answer(toolkit::MessageAnswer answer) { visit.script.WillAnswer(answer); }
+  const Messages& Shown() const { return visit.script.messages; }
   void Script(const std::string& sql) { visit.database->RunScript(sql); }
   std::string Value(const std::string& query) { return One(*visit.database, query); }
   // The record numbers of a person in a set, in ascending order.

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "adapters/sqlite/sqlite_connection.h"
+#include "tests/support/memory_database.h"
 #include "tests/support/paths.h"
 
 namespace dossierkit::tests {
@@ -14,8 +14,7 @@ namespace {
 
 class SqliteDatabase : public Database {
  public:
-  explicit SqliteDatabase(const std::string& bytes)
-      : connection_(sqlite::SqliteConnection::OpenInMemory(bytes)) {}
+  explicit SqliteDatabase(const std::string& bytes) : connection_(OpenInMemory(bytes)) {}
 
   bool IsOpen() const override { return connection_->IsOpen(); }
   ado::Snapshot Run(const std::string& statement) override { return connection_->Run(statement); }

@@ -54,7 +54,7 @@ Visit::~Visit() {
 }
 
 bool Visit::Open(const std::function<void()>& scene) {
-  platform.WillRun([scene](toolkit::Form&) { scene(); });
+  script.WillRun([scene](toolkit::Form&) { scene(); });
   return component.ShowDossier();
 }
 
@@ -100,7 +100,7 @@ void Visit::RunOutOfMemoryAt(const std::string& beginning) {
 
 std::vector<std::string> Visit::Messages() const {
   std::vector<std::string> texts;
-  for (const auto& message : platform.messages) texts.push_back(message.text);
+  for (const auto& message : script.messages) texts.push_back(message.text);
   return texts;
 }
 

@@ -73,7 +73,7 @@ class Visit {
   }
 
   const std::unique_ptr<Stage> stage = MakeStage();
-  headless::Script& platform = stage->GetScript();
+  headless::Script& script = stage->GetScript();
   toolkit::Desktop desktop{stage->GetPlatform()};
   const std::unique_ptr<User> stages_user = stage->MakeUser(desktop);
   User& user = *stages_user;

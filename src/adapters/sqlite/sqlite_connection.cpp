@@ -2,17 +2,13 @@
 
 #include <sqlite3.h>
 
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
+#include "adapters/sqlite/sqlite_engine.h"
 #include "adapters/sqlite/sqlite_functions.h"
-#include "adapters/sqlite/sqlite_handle.h"
-#include "adapters/sqlite/sqlite_statements.h"
-#include "adapters/sqlite/sqlite_transactions.h"
 #include "platform/environment/failure.h"
-#include "platform/jet/engine_failure.h"
 
 namespace dossierkit::sqlite {
 namespace {
@@ -32,15 +28,6 @@ void RequireDatabaseFile(const std::string& path) {
 }
 
 }  // namespace
-
-// What is open together.
-struct SqliteConnection::Engine {
-  Engine(const std::string& path, int flags) : handle(path, flags), transactions(handle, path) {}
-
-  Handle handle;
-  Transactions transactions;
-  Statements statements{handle};
-};
 
 // Reads the file, so that one that is no database is told of now and not at the first statement.
 void SqliteConnection::RequireReadable(const Engine& engine, const std::string& path) {
@@ -69,31 +56,11 @@ SqliteConnection::SqliteConnection(std::unique_ptr<Engine> engine) : engine_(std
 
 SqliteConnection::~SqliteConnection() = default;
 
-std::shared_ptr<SqliteConnection> SqliteConnection::OpenInMemory(const std::string& bytes) {
-  auto engine =
-      std::make_unique<Engine>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX);
-  if (!bytes.empty()) {
-    auto* copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size()));
-    if (copy == nullptr) throw jet::FailureOf(jet::EngineFailure::kOutOfMemory, {}, {});
-    std::memcpy(copy, bytes.data(), bytes.size());
-    // A file that was written with a log says so in its header; in memory there is none.
-    constexpr std::size_t kFormatVersions = 18;
-    if (bytes.size() > kFormatVersions + 1) copy[kFormatVersions] = copy[kFormatVersions + 1] = 1;
-    const auto size = static_cast<sqlite3_int64>(bytes.size());
-    if (sqlite3_deserialize(engine->handle.Get(), "main", copy, size, size,
-                            SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE) != SQLITE_OK) {
-      throw FailureOf(engine->handle.Get(), {});
-    }
-    engine->handle.RunScript("select count(*) from sqlite_master");
-  }
-  return std::shared_ptr<SqliteConnection>(new SqliteConnection(std::move(engine)));
-}
-
 void SqliteConnection::Close() { engine_.reset(); }
 
 bool SqliteConnection::IsOpen() const { return engine_ != nullptr; }
 
-SqliteConnection::Engine& SqliteConnection::OpenEngine(const std::string& statement) const {
+Engine& SqliteConnection::OpenEngine(const std::string& statement) const {
   if (!engine_) throw environment::MakeFailure(environment::kConnectionClosed, statement);
   return *engine_;
 }

@@ -12,6 +12,8 @@ namespace dossierkit::sqlite {
 
 // One open SQLite database, used from one thread. Its journal mode stays as it is. Outside a transaction
 // every statement is one of its own and is on the disk when Run returns.
+struct Engine;
+
 class DOSSIERKIT_EXPORT SqliteConnection : public ado::Connection {
  public:
   // Opens the database file at `path` (UTF-8), for reading only where it may not be written. Throws a
@@ -22,10 +24,6 @@ class DOSSIERKIT_EXPORT SqliteConnection : public ado::Connection {
   ~SqliteConnection() override;
   SqliteConnection(const SqliteConnection&) = delete;
   SqliteConnection& operator=(const SqliteConnection&) = delete;
-
-  // A database in memory that begins as a copy of `bytes`, the content of a database file; empty for
-  // an empty database. The file itself is never touched.
-  static std::shared_ptr<SqliteConnection> OpenInMemory(const std::string& bytes);
 
   // From now on every statement fails (3709). Closing twice is no failure.
   void Close();
@@ -46,10 +44,11 @@ class DOSSIERKIT_EXPORT SqliteConnection : public ado::Connection {
   // The database as the content of a file, to compare or to keep.
   std::string Bytes() const;
 
- private:
-  struct Engine;
-
+ protected:
+  // On a database that is open already.
   explicit SqliteConnection(std::unique_ptr<Engine> engine);
+
+ private:
   Engine& OpenEngine(const std::string& statement) const;
   static void RequireReadable(const Engine& engine, const std::string& path);
 

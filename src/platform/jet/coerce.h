@@ -23,7 +23,7 @@ using TableColumns = std::vector<TableColumn>;
 
 // The columns of a table, its name in any case, or nullptr for a table that does not exist. The
 // answer stays while a statement is translated.
-using Catalogue = std::function<const TableColumns*(std::string_view table)>;
+using ColumnLookup = std::function<const TableColumns*(std::string_view table)>;
 
 // What a declared type such as varchar(50), smallint or datetime means.
 TableColumn ColumnOfDeclaration(std::string name, std::string_view declared_type);

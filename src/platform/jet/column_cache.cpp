@@ -10,10 +10,10 @@ namespace dossierkit::jet {
 ColumnCache::ColumnCache(Engine engine) : engine_(std::move(engine)) {}
 
 Statement ColumnCache::Translate(std::string_view statement, const Renderer& renderer) {
-  const Catalogue catalogue = [this](std::string_view table) { return ColumnsOf(table); };
+  const ColumnLookup lookup = [this](std::string_view table) { return ColumnsOf(table); };
   while (true) {
     try {
-      Statement translated = jet::Translate(statement, catalogue, renderer);
+      Statement translated = jet::Translate(statement, lookup, renderer);
       if (translated.kind != Statement::Kind::kInsert || !ForgetOldSchema()) return translated;
     } catch (const environment::Failure& failure) {
       // No column makes good a wrong syntax.

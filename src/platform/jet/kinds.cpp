@@ -35,9 +35,9 @@ struct Kinds::Place {
   bool in_from;        // between from and where
 };
 
-Kinds::Kinds(const std::vector<Token>& tokens, const Catalogue& catalogue)
+Kinds::Kinds(const std::vector<Token>& tokens, const ColumnLookup& lookup)
     : tokens_(tokens), closing_(tokens.size(), tokens.size()) {
-  FindTables(catalogue);
+  FindTables(lookup);
 }
 
 const Token& Kinds::TokenAt(std::size_t index) const {
@@ -45,7 +45,7 @@ const Token& Kinds::TokenAt(std::size_t index) const {
   return index < tokens_.size() ? tokens_[index] : kNone;
 }
 
-void Kinds::FindTables(const Catalogue& catalogue) {
+void Kinds::FindTables(const ColumnLookup& lookup) {
   std::vector<Place> places{{tokens_.size(), kNoSelect, false}};
   bool table_next = false;
   if (!TokenAt(0).Is("select")) {
@@ -75,18 +75,18 @@ void Kinds::FindTables(const Catalogue& catalogue) {
       table_next = places.back().in_from;
     } else if (table_next && token.kind == TokenKind::kWord && i > 0) {
       table_next = false;
-      i = AddTable(i, selects_[places.back().select], catalogue);
+      i = AddTable(i, selects_[places.back().select], lookup);
     }
   }
 }
 
 // Adds the table whose name is the token at `index`; gives the last token of its name and alias.
-std::size_t Kinds::AddTable(std::size_t index, Select& select, const Catalogue& catalogue) {
+std::size_t Kinds::AddTable(std::size_t index, Select& select, const ColumnLookup& lookup) {
   const std::string_view name = tokens_[index].Name();
   std::size_t last = index;
   if (TokenAt(last + 1).Is("as")) ++last;
   if (TokenAt(last + 1).kind == TokenKind::kWord && !IsOneOf(TokenAt(last + 1), kBehindTable)) ++last;
-  const TableColumns* columns = catalogue(name);
+  const TableColumns* columns = lookup(name);
   if (columns == nullptr) return last;
   const std::string alias = environment::LowerCase(tokens_[last].Name()) + ".";
   for (const TableColumn& column : *columns) {

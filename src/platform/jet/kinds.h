@@ -33,7 +33,7 @@ class Kinds {
  public:
   static constexpr std::size_t kNoSelect = std::numeric_limits<std::size_t>::max();
 
-  Kinds(const std::vector<Token>& tokens, const Catalogue& catalogue);
+  Kinds(const std::vector<Token>& tokens, const ColumnLookup& lookup);
 
   // The value that begins with the token at `begin`, which stands in the `select`-th select of the statement
   // (from 0; 0 as well in an update or a delete). A column is looked for there and in the select around it.
@@ -48,8 +48,8 @@ class Kinds {
   struct Place;
 
   const Token& TokenAt(std::size_t index) const;
-  void FindTables(const Catalogue& catalogue);
-  std::size_t AddTable(std::size_t index, Select& select, const Catalogue& catalogue);
+  void FindTables(const ColumnLookup& lookup);
+  std::size_t AddTable(std::size_t index, Select& select, const ColumnLookup& lookup);
   ado::ColumnKind KindOf(const std::string& name, std::size_t select) const;
 
   const std::vector<Token>& tokens_;

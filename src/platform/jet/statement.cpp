@@ -29,12 +29,12 @@ environment::Value NumberOf(std::string_view digits) {
 
 class Translator {
  public:
-  Translator(std::string_view statement, const Catalogue& catalogue, const Renderer& renderer)
+  Translator(std::string_view statement, const ColumnLookup& lookup, const Renderer& renderer)
       : statement_(statement),
-        catalogue_(catalogue),
+        lookup_(lookup),
         renderer_(renderer),
         tokens_(Tokenize(statement)),
-        writer_(statement, tokens_, renderer, catalogue, result_) {
+        writer_(statement, tokens_, renderer, lookup, result_) {
     // Most statements then take each of them at once: a renumbering sends one for every row of a table.
     result_.text.reserve(statement.size() + 16);
     result_.constants.reserve(4);
@@ -219,7 +219,7 @@ class Translator {
     RequireKnownFunctions(3);
   }
 
-  void UseTable(std::string_view name) { columns_ = catalogue_(name); }
+  void UseTable(std::string_view name) { columns_ = lookup_(name); }
 
   // A constant [begin, end) that is stored in the column `name`; expressions are left alone.
   void TakeAssigned(std::string_view name, std::size_t begin, std::size_t end) {
@@ -246,7 +246,7 @@ class Translator {
   }
 
   std::string_view statement_;
-  const Catalogue& catalogue_;
+  const ColumnLookup& lookup_;
   const Renderer& renderer_;
   std::vector<Token> tokens_;
   Statement result_;
@@ -288,8 +288,8 @@ ado::Column Statement::ColumnAt(std::size_t index, std::string_view name,
   return column;
 }
 
-Statement Translate(std::string_view statement, const Catalogue& catalogue, const Renderer& renderer) {
-  return Translator(statement, catalogue, renderer).Run();
+Statement Translate(std::string_view statement, const ColumnLookup& lookup, const Renderer& renderer) {
+  return Translator(statement, lookup, renderer).Run();
 }
 
 }  // namespace dossierkit::jet

@@ -25,8 +25,8 @@ struct ResultColumn {
 struct Constant {
   std::size_t position = 0;  // byte position in Statement::text
   std::size_t size = 0;      // in bytes
-  // By the kind of the column that stores it or is compared with it. Unset: as it stands in the text, see
-  // Statement::ValueOf.
+  // Its value in the kind of the column that stores it, or with which it is compared. Unset where there is no
+  // such column: Statement::ValueOf then reads it from the text.
   environment::Value value;
 };
 
@@ -37,13 +37,13 @@ struct Statement {
   // that insert or update stores is written as its column's kind asks; a ";" at the end is gone; and the
   // renderer's forms stand where it has its own.
   std::string text;
-  // One for each item of a select list up to the last of which something is known; the rest is as the
-  // engine tells.
+  // What is known of the items of a select list, in their order. It ends with the last one of which anything
+  // is known; for the others the engine's own answer counts.
   std::vector<ResultColumn> columns;
   // All constants that stand in the text, in its order.
   std::vector<Constant> constants;
 
-  // The value of one of the constants; unlike Constant::value it is a number or a text where no column asked.
+  // The value of one of the constants: that of its column's kind, or else the number or text that it is.
   environment::Value ValueOf(const Constant& constant) const;
 
   // The text with "?" for each of its constants: equal for statements that differ in nothing else.
@@ -58,8 +58,8 @@ struct Statement {
 // c=v,.. [where ..], delete from t [where ..]. Throws a Failure that carries the statement: a syntax
 // error for every other shape, for what the tokens refuse and what the renderer cannot write, an unknown
 // function, a constant that does not fit its column. Names are not checked against the database; an unknown
-// table's constants are left as they are. Selects ask the catalogue only for a renderer that folds or is
+// table's constants are left as they are. Selects ask for columns only for a renderer that folds or is
 // strict.
-Statement Translate(std::string_view statement, const Catalogue& catalogue, const Renderer& renderer);
+Statement Translate(std::string_view statement, const ColumnLookup& lookup, const Renderer& renderer);
 
 }  // namespace dossierkit::jet

@@ -28,11 +28,11 @@ bool Calculates(const Token& token) {
 }  // namespace
 
 Writer::Writer(std::string_view statement, const std::vector<Token>& tokens, const Renderer& renderer,
-               const Catalogue& catalogue, Statement& result)
+               const ColumnLookup& lookup, Statement& result)
     : statement_(statement),
       tokens_(tokens),
       renderer_(renderer),
-      catalogue_(catalogue),
+      lookup_(lookup),
       result_(result),
       needs_kinds_(!renderer.fold.empty() || renderer.is_strict),
       needs_levels_(needs_kinds_ || renderer.iif || !renderer.nulls_first.empty() ||
@@ -48,7 +48,7 @@ const Token& Writer::At(std::size_t index) const {
 }
 
 const Kinds& Writer::KnownKinds() {
-  if (!kinds_) kinds_.emplace(tokens_, catalogue_);
+  if (!kinds_) kinds_.emplace(tokens_, lookup_);
   return *kinds_;
 }
 

@@ -21,7 +21,7 @@ namespace dossierkit::jet {
 class Writer {
  public:
   Writer(std::string_view statement, const std::vector<Token>& tokens, const Renderer& renderer,
-         const Catalogue& catalogue, Statement& result);
+         const ColumnLookup& lookup, Statement& result);
 
   // Writes all tokens before `behind` that are not written yet.
   void WriteUpTo(std::size_t behind);
@@ -83,7 +83,7 @@ class Writer {
   std::string_view statement_;
   const std::vector<Token>& tokens_;
   const Renderer& renderer_;
-  const Catalogue& catalogue_;
+  const ColumnLookup& lookup_;
   Statement& result_;
   const bool needs_kinds_;
   const bool needs_levels_;

@@ -10,6 +10,7 @@
 #include "adapters/qt/texts.h"
 #include "platform/environment/failure.h"
 #include "tests/adapters/qt/stage.h"
+#include "tests/support/failures.h"
 #include "tests/support/jpeg.h"
 #include "tests/support/paths.h"
 #include "tests/support/qt_warnings.h"
@@ -24,13 +25,8 @@ std::string PathOf(const std::string& name) {
 constexpr QSize kFrame(121, 159);
 
 // The number of the failure of reading a file; 0 where it is read.
-int FailureOf(const std::string& path) {
-  try {
-    ReadPicture(path, kFrame);
-  } catch (const environment::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
+int NumberOf(const std::string& path) {
+  return tests::NumberOfFailure([&] { ReadPicture(path, kFrame); });
 }
 
 // Red above, blue below, upright.
@@ -70,7 +66,7 @@ TEST(Pictures, AGreyPictureIsRead) {
 TEST(Pictures, WhatOnlyBeginsLikeAJpegIsRefused) {
   const tests::DueQtWarning bytes("Corrupt JPEG data: 400 extraneous bytes before marker 0xd9");
   const tests::DueQtWarning image("JPEG datastream contains no image");
-  EXPECT_EQ(FailureOf(PathOf("garbage.jpg")), 481);
+  EXPECT_EQ(NumberOf(PathOf("garbage.jpg")), 481);
 }
 
 TEST(Pictures, AnEmptyPathIsNoPicture) {
@@ -84,7 +80,7 @@ class PictureFile : public ::testing::Test {
   void Write(const std::string& bytes) const { std::ofstream(path_, std::ios::binary) << bytes; }
   int FailureOfBytes(const std::string& bytes) {
     Write(bytes);
-    return FailureOf(path_.string());
+    return NumberOf(path_.string());
   }
   // The size of the image that is decoded for a frame.
   QSize SizeOf(const std::string& bytes, QSize frame) {
@@ -157,8 +153,8 @@ TEST_F(PictureFile, BeyondTheLimitsIsRefused) {
 }
 
 TEST_F(PictureFile, AFileThatIsNotThereIsNotFound) {
-  EXPECT_EQ(FailureOf(path_.string()), 53);
-  EXPECT_EQ(FailureOf("/nowhere\\a.jpg"), 53);
+  EXPECT_EQ(NumberOf(path_.string()), 53);
+  EXPECT_EQ(NumberOf("/nowhere\\a.jpg"), 53);
 }
 
 }  // namespace

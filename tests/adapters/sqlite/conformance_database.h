@@ -3,12 +3,12 @@
 
 #include <memory>
 
-#include "adapters/sqlite/sqlite_connection.h"
+#include "tests/support/memory_database.h"
 
 namespace dossierkit::sqlite {
 
 inline std::shared_ptr<SqliteConnection> OpenSqliteConformanceDatabase() {
-  auto connection = SqliteConnection::OpenInMemory({});
+  auto connection = tests::OpenInMemory();
   connection->RunScript(R"(
     create table s_infotable(tblname varchar(10) collate nocase, tbldesc varchar(60) collate nocase,
       OtherProp integer, orderfield varchar(60) collate nocase, maxnumber integer, Property boolean);

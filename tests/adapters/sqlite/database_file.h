@@ -10,6 +10,7 @@
 #include <string>
 
 #include "adapters/sqlite/sqlite_connection.h"
+#include "tests/support/memory_database.h"
 #include "tests/support/named_file.h"
 
 namespace dossierkit::sqlite {
@@ -22,7 +23,7 @@ class DatabaseFile {
               ("dossierkit-" + std::to_string(getpid()) + "-" +
                testing::UnitTest::GetInstance()->current_test_info()->name());
     std::filesystem::create_directories(folder_ / u8"数据库");
-    const auto memory = SqliteConnection::OpenInMemory({});
+    const auto memory = tests::OpenInMemory();
     memory->RunScript(script);
     Write("专家.db", memory->Bytes());
   }

@@ -6,6 +6,7 @@
 
 #include "adapters/sqlite/sqlite_connection.h"
 #include "adapters/sqlite/sqlite_functions.h"
+#include "tests/support/memory_database.h"
 
 namespace dossierkit::sqlite {
 namespace {
@@ -21,7 +22,7 @@ std::string Told(SqliteConnection& connection, const std::string& statement) {
 }
 
 std::shared_ptr<SqliteConnection> WithScript(const std::string& script) {
-  auto connection = SqliteConnection::OpenInMemory({});
+  auto connection = tests::OpenInMemory();
   connection->RunScript(script);
   return connection;
 }

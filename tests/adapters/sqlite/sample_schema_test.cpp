@@ -12,6 +12,7 @@
 #include "adapters/sqlite/sqlite_connection.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/text.h"
+#include "tests/support/memory_database.h"
 #include "tests/support/paths.h"
 
 namespace dossierkit::sqlite {
@@ -27,7 +28,7 @@ class SampleSchema : public testing::Test {
   SampleSchema() {
     std::ostringstream bytes;
     bytes << std::ifstream(tests::SampleDatabaseFile(), std::ios::binary).rdbuf();
-    sample_ = SqliteConnection::OpenInMemory(bytes.str());
+    sample_ = tests::OpenInMemory(bytes.str());
   }
 
   Texts Column(const std::string& query) {

@@ -13,6 +13,7 @@
 #include "platform/environment/failure.h"
 #include "platform/jet/statement.h"
 #include "tests/adapters/sqlite/database_file.h"
+#include "tests/support/memory_database.h"
 #include "tests/support/paths.h"
 
 namespace dossierkit::sqlite {
@@ -80,7 +81,7 @@ TEST(SqliteConnection, DamagedDatabaseIsTold) {
 }
 
 TEST(SqliteConnection, ClosedConnectionFailsEveryStatement) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->Close();
   connection->Close();
   EXPECT_FALSE(connection->IsOpen());
@@ -90,7 +91,7 @@ TEST(SqliteConnection, ClosedConnectionFailsEveryStatement) {
 }
 
 TEST(SqliteConnection, ClosedConnectionFailsEveryTransaction) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->BeginTrans();
   connection->Close();
   EXPECT_EQ(FailureOf([&] { connection->BeginTrans(); }).number(), 3709);
@@ -110,7 +111,7 @@ TEST(SqliteConnection, ATransactionThatIsOpenAtTheEndIsUndone) {
 }
 
 TEST(SqliteConnection, WhatTheEngineRolledBackIsNotGoneOnWith) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->RunScript(
       "create table t(n integer); create trigger no after insert on t when new.n > 5 "
       "begin select raise(rollback, 'too large'); end");
@@ -135,26 +136,20 @@ TEST(SqliteConnection, WhatTheEngineRolledBackIsNotGoneOnWith) {
   EXPECT_EQ(connection->Execute("select n from t")->Fields(0), Value(4));
 }
 
-TEST(SqliteConnection, MemoryIsACopyOfAFileThatIsInUse) {
+TEST(SqliteConnection, TheContentOfAFileMakesACopyAlsoWhileItIsInUse) {
   const DatabaseFile file(kPeople);
   // Leaves the mark of a log in the file.
   SqliteConnection(file.Path()).Run("insert into A01(A00) values('P')");
   const std::string before = file.Read();
-  const auto copy = SqliteConnection::OpenInMemory(before);
+  const auto copy = tests::OpenInMemory(before);
   copy->Run("insert into A01(A00) values('Q')");
   EXPECT_EQ(copy->Execute("select count(*) from A01")->Fields(0), Value(2));
   EXPECT_EQ(file.Read(), before);
-  EXPECT_EQ(SqliteConnection::OpenInMemory(copy->Bytes())->Execute("select count(*) from A01")->Fields(0),
-            Value(2));
-}
-
-TEST(SqliteConnection, MemoryRefusesWhatIsNoDatabase) {
-  EXPECT_EQ(FailureOf([] { SqliteConnection::OpenInMemory(std::string(5000, 'x')); }).number(),
-            environment::kEngineFailure);
+  EXPECT_EQ(tests::OpenInMemory(copy->Bytes())->Execute("select count(*) from A01")->Fields(0), Value(2));
 }
 
 TEST(SqliteConnection, BadBytesOfAStoredTextAreReplaced) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->RunScript(std::string(kPeople) + "insert into A01(A0101) values(cast(x'61FF62' as text))");
   EXPECT_EQ(connection->Execute("select a0101 from a01")->Fields(0), Value("a\xEF\xBF\xBD"
                                                                            "b"));
@@ -202,7 +197,7 @@ TEST(SqliteConnection, AnUpdateOfANewShapeSeesATableThatAnotherProgramMadeAnew) 
 }
 
 TEST(SqliteConnection, ARepeatedUpdateThatFailsIsToldEachTime) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->RunScript("create table t(n integer check(n < 5)); insert into t values(1);");
   connection->Execute("update t set n=2");
   for (int i = 0; i < 2; ++i) {
@@ -214,14 +209,14 @@ TEST(SqliteConnection, ARepeatedUpdateThatFailsIsToldEachTime) {
 }
 
 TEST(SqliteConnection, NameInDoubleQuotesIsNeverAText) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->RunScript(kPeople);
   EXPECT_EQ(FailureOf([&] { connection->RunScript("select \"nothing\" from A01"); }).number(),
             environment::kUnknownName);
 }
 
 TEST(SqliteConnection, ConstraintsAndFailuresOfTriggersAreTold) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->RunScript("create table t(a integer not null)");
   const Failure failure = FailureOf([&] { connection->Run("insert into t(a) values(null)"); });
   EXPECT_TRUE(failure.description().starts_with("违反了数据库的约束")) << failure.description();
@@ -229,7 +224,7 @@ TEST(SqliteConnection, ConstraintsAndFailuresOfTriggersAreTold) {
 }
 
 TEST(SqliteConnection, StatementWithoutItsEndIsASyntaxError) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->RunScript(kPeople);
   EXPECT_EQ(FailureOf([&] { connection->Run("select a00 from a01 where"); }).description(),
             "SQL 语句语法错误：语句不完整。");
@@ -238,7 +233,7 @@ TEST(SqliteConnection, StatementWithoutItsEndIsASyntaxError) {
 }
 
 TEST(SqliteConnection, SeveralValuesInThePlaceOfOneAreToldInChinese) {
-  const auto connection = SqliteConnection::OpenInMemory({});
+  const auto connection = tests::OpenInMemory();
   connection->RunScript(kPeople);
   EXPECT_EQ(
       FailureOf([&] { connection->Run("select a00 from a01 where (a00='x','y' or a00='z')"); }).description(),
@@ -277,7 +272,7 @@ TEST(SampleDatabase, ALevelOfCodesIsReadFromItsIndexAlone) {
 TEST(SampleDatabase, AnswersTheMenuAndHoldsEveryCodeTable) {
   std::ostringstream bytes;
   bytes << std::ifstream(tests::SampleDatabaseFile(), std::ios::binary).rdbuf();
-  const auto connection = SqliteConnection::OpenInMemory(bytes.str());
+  const auto connection = tests::OpenInMemory(bytes.str());
   const auto sets =
       connection->Execute("SELECT * FROM s_infotable where tblname like 'a%' order by OtherProp");
   EXPECT_GE(sets->RecordCount(), 15);

@@ -56,12 +56,8 @@ class AspectsForm : public Form {
   }
 };
 
-class AspectsTest : public testing::Test {
+class AspectsTest : public FormTest<AspectsForm, SpyPlatform> {
  protected:
-  void Visit(const std::function<void()>& scene) {
-    platform.WillRun([scene](Form&) { scene(); });
-    form->ShowModal();
-  }
   // What the view of a control is told while `action` runs.
   Aspects Told(const std::string& control, const std::function<void()>& action) {
     platform.told[control].clear();
@@ -78,10 +74,6 @@ class AspectsTest : public testing::Test {
     }
     return std::make_shared<ado::Recordset>(std::move(rows));
   }
-
-  SpyPlatform platform;
-  Desktop desktop{platform};
-  std::shared_ptr<AspectsForm> form = std::make_shared<AspectsForm>(desktop);
 };
 
 TEST_F(AspectsTest, NodesWithTheirTextsAndColoursAreContentAndWhatIsOpenIsSelection) {

@@ -84,7 +84,7 @@ TEST_F(BusyPointerTest, AMessageBoxIsNoWork) {
 }
 
 TEST_F(BusyPointerTest, IsTakenBackWhereTheEventFails) {
-  EXPECT_EQ(FailureOf([&] {
+  EXPECT_EQ(NumberOfFailure([&] {
               Visit([&] {
                 InEvent([&] {
                   Work(310);

@@ -28,26 +28,10 @@ class NotingPlatform : public headless::HeadlessPlatform {
 
 class ControlsTest : public ToolkitTest {};
 
-class ViewsTest : public testing::Test {
+class ViewsTest : public ToolkitTestOn<NotingPlatform> {
  protected:
-  ViewsTest() {
-    desktop.RegisterClass("TestPage",
-                          [this](const std::string& name) { return std::make_shared<TestPage>(name, log); });
-    form->on_load = [this] { form->LoadPage(); };
-  }
-  void Visit(const std::function<void()>& scene) {
-    platform.WillRun([scene](Form&) { scene(); });
-    form->ShowModal();
-  }
   using Shown = std::vector<std::pair<std::string, Aspect>>;
   Shown TakeShown() { return std::exchange(platform.shown, {}); }
-
-  Log log;
-  NotingPlatform platform;
-  Desktop desktop{platform};
-  headless::HeadlessUser user{desktop};
-  std::vector<environment::Subscription> hooks;
-  std::shared_ptr<TestForm> form = std::make_shared<TestForm>(desktop, log);
 };
 
 TEST_F(ControlsTest, KeepTheOrderOfCreationAndAreFlat) {

@@ -56,7 +56,7 @@ TEST_F(DataGridTest, ColumnsHaveWidthsInTwipsAndZeroHides) {
     grid.SetColumnWidth(1, 1440.5F);
     EXPECT_EQ(grid.ColumnWidth(0), 0.0F);
     EXPECT_EQ(grid.ColumnWidth(1), 1440.5F);
-    EXPECT_EQ(FailureOf([&] { grid.SetColumnWidth(2, 100); }), 9);
+    EXPECT_EQ(NumberOfFailure([&] { grid.SetColumnWidth(2, 100); }), 9);
     // A hidden column is there all the same.
     EXPECT_EQ(grid.Cell(1, 0), "10");
     EXPECT_EQ(grid.ColumnCount(), 2U);

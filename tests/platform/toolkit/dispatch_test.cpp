@@ -160,7 +160,7 @@ TEST_F(DispatchTest, PageThatIsTerminatingRaisesNothingAndTakesNoFocus) {
     int failure = 0;
     form->Page()->on_terminate = [&] {
       box->SetText("张三");
-      failure = FailureOf([&] { box->SetFocus(); });
+      failure = NumberOfFailure([&] { box->SetFocus(); });
     };
     form->RemovePage();
     EXPECT_EQ(raised, 0);
@@ -173,7 +173,7 @@ TEST_F(DispatchTest, PageWhoseTerminateFailsIsGoneAllTheSame) {
   Visit([&] {
     auto box = form->Get<TextBox>("txtName");
     form->Page()->on_terminate = [] { throw environment::MakeFailure(environment::kObjectClosed); };
-    EXPECT_EQ(FailureOf([&] { form->RemovePage(); }), environment::kObjectClosed);
+    EXPECT_EQ(NumberOfFailure([&] { form->RemovePage(); }), environment::kObjectClosed);
     EXPECT_EQ(form->Page(), nullptr);
     EXPECT_TRUE(box->Removed());
     EXPECT_EQ(box->Window(), nullptr);

@@ -36,7 +36,7 @@ TEST_F(FailuresTest, FailureOfAHandlerEndsTheLoopUnloadsTheWindowAndIsThrownFrom
     EXPECT_TRUE(form->LoopEnded());
     EXPECT_FALSE(form->Deliver([] { FAIL(); }));
   });
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   EXPECT_EQ(CountOf(log, "page.Terminate"), 1U);
   ExpectCleanState();
 }
@@ -100,7 +100,7 @@ TEST_F(FailuresTest, EveryReportOfTheViewKeepsItsFailure) {
       reports[i]();
       EXPECT_TRUE(form->LoopEnded()) << i;
     });
-    EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow) << i;
+    EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow) << i;
     ExpectCleanState();
   }
 }
@@ -108,7 +108,7 @@ TEST_F(FailuresTest, EveryReportOfTheViewKeepsItsFailure) {
 TEST_F(FailuresTest, FailureInTheShowOfAPageAndAfterSentKeysIsOneOfTheEvent) {
   form->on_load = [&] { form->LoadPage()->on_show = [] { Fail(); }; };
   platform.WillRun([](Form&) { FAIL(); });
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   EXPECT_FALSE(platform.AllUsed());
 }
 
@@ -122,20 +122,20 @@ TEST_F(FailuresTest, KeySentBeforeAFailureIsNotDelivered) {
     });
     EXPECT_EQ(TakeLog(), Log{});
   });
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   ExpectCleanState();
 }
 
 TEST_F(FailuresTest, FailureInActivateIsThrownFromShowWithoutALoop) {
   form->on_activate = [] { Fail(); };
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   form->on_activate = nullptr;
   ExpectCleanState();
 }
 
 TEST_F(FailuresTest, FailureInTheLoadIsThrownFromShow) {
   form->on_load = [] { Fail(); };
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   form->on_load = [&] { form->LoadPage(); };
   ExpectCleanState();
 }
@@ -171,7 +171,7 @@ TEST_F(FailuresTest, WithoutATrapItPassesThroughTwoLoopsToTheCaller) {
     EXPECT_FALSE(inner->Loaded());
     EXPECT_TRUE(form->LoopEnded());
   });
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   EXPECT_EQ(CountOf(log, "not reached"), 0U);
   ExpectCleanState();
 }
@@ -184,7 +184,7 @@ TEST_F(FailuresTest, FailureInACheckThatRunsBeforeAClickSkipsTheClick) {
     On(form->Get<VerticalMenu>("VMenu1")->MenuItemClick, [&](std::int32_t&, std::int32_t&) { ++clicks; });
     user.ClickMenu(1);
   });
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   EXPECT_EQ(clicks, 0);
   ExpectCleanState();
 }
@@ -194,7 +194,7 @@ TEST_F(FailuresTest, FirstFailureWinsOverOneOfTheUnload) {
     form->Page()->on_terminate = [] { throw environment::MakeFailure(environment::kObjectClosed); };
     InEvent([] { Fail(); });
   });
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kOverflow);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kOverflow);
   ExpectCleanState();
 }
 

@@ -225,30 +225,30 @@ TEST_F(FocusTest, SetFocusFailsWhileItsWindowIsNotVisible) {
   int in_load = 0;
   form->on_load = [&] {
     form->LoadPage();
-    in_load = FailureOf([&] { form->Get("txtName")->SetFocus(); });
+    in_load = NumberOfFailure([&] { form->Get("txtName")->SetFocus(); });
   };
   int after_hide = 0;
   Visit([&] {
     InEvent([&] {
       form->Hide();
-      after_hide = FailureOf([&] { form->Get("txtName")->SetFocus(); });
+      after_hide = NumberOfFailure([&] { form->Get("txtName")->SetFocus(); });
     });
   });
   EXPECT_EQ(in_load, 5);
   EXPECT_EQ(after_hide, 5);
-  EXPECT_EQ(FailureOf([&] { form->Get("txtName")->SetFocus(); }), 5);
+  EXPECT_EQ(NumberOfFailure([&] { form->Get("txtName")->SetFocus(); }), 5);
 }
 
 TEST_F(FocusTest, SetFocusFailsOnADisabledOrHiddenControl) {
   Visit([&] {
     auto box = form->Get("txtName");
     box->SetEnabled(false);
-    EXPECT_EQ(FailureOf([&] { box->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { box->SetFocus(); }), 5);
     box->SetEnabled(true);
     box->SetVisible(false);
-    EXPECT_EQ(FailureOf([&] { box->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { box->SetFocus(); }), 5);
     box->SetVisible(true);
-    EXPECT_EQ(FailureOf([&] { box->SetFocus(); }), 0);
+    EXPECT_EQ(NumberOfFailure([&] { box->SetFocus(); }), 0);
   });
 }
 
@@ -258,22 +258,22 @@ TEST_F(FocusTest, SetFocusFailsInADisabledOrHiddenContainer) {
     for (const char* name : {"frmInner", "page", "frmCtrl"}) {
       auto container = form->Get(name);
       container->SetEnabled(false);
-      EXPECT_EQ(FailureOf([&] { inner->SetFocus(); }), 5) << name;
+      EXPECT_EQ(NumberOfFailure([&] { inner->SetFocus(); }), 5) << name;
       container->SetEnabled(true);
       container->SetVisible(false);
-      EXPECT_EQ(FailureOf([&] { inner->SetFocus(); }), 5) << name;
+      EXPECT_EQ(NumberOfFailure([&] { inner->SetFocus(); }), 5) << name;
       container->SetVisible(true);
     }
-    EXPECT_EQ(FailureOf([&] { inner->SetFocus(); }), 0);
+    EXPECT_EQ(NumberOfFailure([&] { inner->SetFocus(); }), 0);
   });
 }
 
 TEST_F(FocusTest, SetFocusFailsOnKindsThatTakeNone) {
   Visit([&] {
     for (const char* name : {"labName", "frmInner", "page", "TbMain", "frmCtrl"}) {
-      EXPECT_EQ(FailureOf([&] { form->Get(name)->SetFocus(); }), 5) << name;
+      EXPECT_EQ(NumberOfFailure([&] { form->Get(name)->SetFocus(); }), 5) << name;
     }
-    EXPECT_EQ(FailureOf([&] { form->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { form->SetFocus(); }), 5);
   });
 }
 
@@ -281,8 +281,8 @@ TEST_F(FocusTest, SetFocusFailsOnARemovedControlAndOnOneInNoWindow) {
   Visit([&] {
     auto box = form->Get("txtName");
     form->RemovePage();
-    EXPECT_EQ(FailureOf([&] { box->SetFocus(); }), 5);
-    EXPECT_EQ(FailureOf([] { std::make_shared<TextBox>("txtFree")->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { box->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([] { std::make_shared<TextBox>("txtFree")->SetFocus(); }), 5);
   });
 }
 
@@ -291,7 +291,7 @@ TEST_F(FocusTest, FailedSetFocusRaisesNothing) {
     form->Get("txtName")->SetFocus();
     form->Get("mskDate")->SetEnabled(false);
     TakeLog();
-    EXPECT_EQ(FailureOf([&] { form->Get("mskDate")->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { form->Get("mskDate")->SetFocus(); }), 5);
     EXPECT_EQ(TakeLog(), Log{});
     EXPECT_EQ(Focus(), "txtName");
   });

@@ -442,7 +442,7 @@ TEST_F(KeysTest, KeysSentInALoadThatUnloadsDoNotReachTheNextVisit) {
     form->SendKeys("{tab}");
     form->Unload();
   };
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), environment::kObjectUnloaded);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), environment::kObjectUnloaded);
   form->on_load = [&] { form->LoadPage(); };
   form->on_activate = [&] { form->Get("txtName")->SetFocus(); };
   Visit([&] { EXPECT_EQ(Focus(), "txtName"); });

@@ -30,14 +30,14 @@ TEST_F(ListBoxTest, KeepsItsRowsInTheOrderOfAdding) {
 TEST_F(ListBoxTest, ListIndexIsARowOrNone) {
   ListBox list("list");
   EXPECT_EQ(list.ListIndex(), -1);
-  EXPECT_EQ(FailureOf([&] { list.SetListIndex(0); }), 380);
+  EXPECT_EQ(NumberOfFailure([&] { list.SetListIndex(0); }), 380);
   list.AddItem("甲");
   list.AddItem("乙");
   EXPECT_EQ(list.ListIndex(), -1);
   list.SetListIndex(1);
   EXPECT_EQ(list.ListIndex(), 1);
-  EXPECT_EQ(FailureOf([&] { list.SetListIndex(2); }), 380);
-  EXPECT_EQ(FailureOf([&] { list.SetListIndex(-2); }), 380);
+  EXPECT_EQ(NumberOfFailure([&] { list.SetListIndex(2); }), 380);
+  EXPECT_EQ(NumberOfFailure([&] { list.SetListIndex(-2); }), 380);
   EXPECT_EQ(list.ListIndex(), 1);
   list.SetListIndex(-1);
   EXPECT_EQ(list.ListIndex(), -1);

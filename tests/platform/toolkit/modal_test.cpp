@@ -60,7 +60,7 @@ TEST_F(ModalTest, ActivateComesOncePerShow) {
 
 TEST_F(ModalTest, ActivateFindsTheWindowVisible) {
   int failure = -1;
-  form->on_activate = [&] { failure = FailureOf([&] { form->Get("txtName")->SetFocus(); }); };
+  form->on_activate = [&] { failure = NumberOfFailure([&] { form->Get("txtName")->SetFocus(); }); };
   Visit([] {});
   EXPECT_EQ(failure, 0);
 }
@@ -87,7 +87,7 @@ TEST_F(ModalTest, UnloadDestroysTheControlsAndLoadBuildsThemAfresh) {
     form->Get("txtName")->SetFocus();
   });
   EXPECT_TRUE(bar.expired());
-  EXPECT_EQ(FailureOf([&] { form->Controls(); }), 364);
+  EXPECT_EQ(NumberOfFailure([&] { form->Controls(); }), 364);
   EXPECT_EQ(form->ActiveControl(), nullptr);
   Visit([&] {
     EXPECT_TRUE(form->Get<Toolbar>("TbMain")->Button("Save").Enabled());
@@ -164,7 +164,7 @@ TEST_F(ModalTest, WindowUnloadedInItsOwnLoadShowsNothingAndShowFails) {
     page_made = true;
   };
   platform.WillRun([](Form&) { FAIL(); });
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), 364);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), 364);
   EXPECT_FALSE(page_made);
   EXPECT_EQ(log, (Log{"frmTest.Load"}));
   EXPECT_FALSE(form->InVisit());
@@ -172,12 +172,12 @@ TEST_F(ModalTest, WindowUnloadedInItsOwnLoadShowsNothingAndShowFails) {
 
 TEST_F(ModalTest, ShowFailsThoughTheLoadTouchesNothingAfterItsUnload) {
   form->on_load = [&] { form->Unload(); };
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), 364);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), 364);
 }
 
 TEST_F(ModalTest, NextVisitWorksAfterAWindowUnloadedInItsOwnLoad) {
   form->on_load = [&] { form->Unload(); };
-  EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), 364);
+  EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), 364);
   form->on_load = [&] { form->LoadPage(); };
   bool ran = false;
   Visit([&] {
@@ -244,9 +244,9 @@ TEST_F(ModalTest, SecondShowDuringAVisitFailsAndTouchesNothing) {
   Visit([&] {
     EXPECT_TRUE(form->InVisit());
     TakeLog();
-    EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), 400);
+    EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), 400);
     InEvent([&] {
-      platform.WillRun([&](Form&) { EXPECT_EQ(FailureOf([&] { form->ShowModal(); }), 400); });
+      platform.WillRun([&](Form&) { EXPECT_EQ(NumberOfFailure([&] { form->ShowModal(); }), 400); });
       inner->ShowModal();
     });
     EXPECT_EQ(CountOf(TakeLog(), "frmTest.Load"), 0U);
@@ -261,7 +261,7 @@ TEST_F(ModalTest, SecondShowDuringTheLoadFails) {
   form->on_load = [&] {
     form->LoadPage();
     in_visit = form->InVisit();
-    failure = FailureOf([&] { form->ShowModal(); });
+    failure = NumberOfFailure([&] { form->ShowModal(); });
   };
   bool ran = false;
   Visit([&] { ran = true; });
@@ -275,7 +275,7 @@ TEST_F(ModalTest, SecondShowAfterAnUnloadInTheSameEventFails) {
   Visit([&] {
     InEvent([&] {
       form->Unload();
-      failure = FailureOf([&] { form->ShowModal(); });
+      failure = NumberOfFailure([&] { form->ShowModal(); });
     });
   });
   EXPECT_EQ(failure, 400);

@@ -18,19 +18,19 @@ class TabStripTest : public PickerTest {
 TEST_F(TabStripTest, HasTabsWithCaptions) {
   TabStrip strip("Tab1");
   EXPECT_EQ(strip.TabCount(), 0);
-  EXPECT_EQ(FailureOf([&] { strip.SetTab(0); }), 380);
+  EXPECT_EQ(NumberOfFailure([&] { strip.SetTab(0); }), 380);
   strip.AddTab("浏览查询");
   strip.AddTab("录入查询");
   EXPECT_EQ(strip.TabCount(), 2);
   EXPECT_EQ(strip.TabCaption(1), "录入查询");
   strip.SetTabCaption(1, "录入");
   EXPECT_EQ(strip.TabCaption(1), "录入");
-  EXPECT_EQ(FailureOf([&] { strip.TabCaption(2); }), 380);
+  EXPECT_EQ(NumberOfFailure([&] { strip.TabCaption(2); }), 380);
   EXPECT_EQ(strip.Tab(), 0);
   strip.SetTab(1);
   EXPECT_EQ(strip.Tab(), 1);
-  EXPECT_EQ(FailureOf([&] { strip.SetTab(2); }), 380);
-  EXPECT_EQ(FailureOf([&] { strip.SetTab(-1); }), 380);
+  EXPECT_EQ(NumberOfFailure([&] { strip.SetTab(2); }), 380);
+  EXPECT_EQ(NumberOfFailure([&] { strip.SetTab(-1); }), 380);
   EXPECT_EQ(strip.Tab(), 1);
 }
 
@@ -48,7 +48,7 @@ TEST_F(TabStripTest, ControlsStandOnATab) {
     EXPECT_FALSE(OnHiddenTab(*form->list));
     form->strip->SetTabPage(*form->list, 0);
     EXPECT_TRUE(OnHiddenTab(*form->list));
-    EXPECT_EQ(FailureOf([&] { form->strip->SetTabPage(*form->list, 2); }), 380);
+    EXPECT_EQ(NumberOfFailure([&] { form->strip->SetTabPage(*form->list, 2); }), 380);
   });
 }
 
@@ -69,7 +69,7 @@ TEST_F(TabStripTest, AControlOnAHiddenTabTakesTheFocusAndItsKeys) {
     std::u32string keys;
     On(form->tree->KeyPress, [&](char32_t& key) { keys += key; });
     form->strip->SetTab(1);
-    EXPECT_EQ(FailureOf([&] { form->tree->SetFocus(); }), 0);
+    EXPECT_EQ(NumberOfFailure([&] { form->tree->SetFocus(); }), 0);
     EXPECT_EQ(Focus(), "tree");
     user.Press(kKeyReturn);
     user.Press(kKeyDown);
@@ -94,10 +94,10 @@ TEST_F(TabStripTest, TabKeyPassesOverHiddenTabs) {
 TEST_F(TabStripTest, HiddenOrDisabledStripHidesAndDisablesItsControls) {
   Visit([&] {
     form->strip->SetEnabled(false);
-    EXPECT_EQ(FailureOf([&] { form->tree->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { form->tree->SetFocus(); }), 5);
     form->strip->SetEnabled(true);
     form->strip->SetVisible(false);
-    EXPECT_EQ(FailureOf([&] { form->tree->SetFocus(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { form->tree->SetFocus(); }), 5);
   });
 }
 

@@ -7,34 +7,16 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/headless/headless_platform.h"
-#include "adapters/headless/headless_user.h"
-#include "gtest/gtest.h"
 #include "platform/environment/event.h"
-#include "platform/environment/failure.h"
 #include "platform/toolkit/controls/data_grid.h"
 #include "platform/toolkit/controls/mask_ed_box.h"
 #include "platform/toolkit/controls/text_box.h"
 #include "platform/toolkit/controls/toolbar.h"
 #include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/controls/vertical_menu.h"
-#include "platform/toolkit/loop/desktop.h"
-#include "platform/toolkit/loop/form.h"
+#include "tests/platform/toolkit/form_test.h"
 
 namespace dossierkit::toolkit {
-
-// What happened, in order: "txtName.GotFocus".
-using Log = std::vector<std::string>;
-
-// The number of the failure that `action` throws; 0 where it throws none.
-inline int FailureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const environment::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 // In tab order: txtName, mskDate (####年##月), txtNote of several lines, chkFlag, and txtInner inside the
 // frame frmInner; besides, a label and a grid that is no tab stop.
@@ -168,44 +150,27 @@ class TestForm : public Form {
   Log& log_;
 };
 
-class ToolkitTest : public testing::Test {
+// The fixture of the tests that use a TestForm with a TestPage, on views of their own.
+template <typename Views>
+class ToolkitTestOn : public FormTest<TestForm, Views> {
  protected:
-  ToolkitTest() {
-    desktop.RegisterClass("TestPage",
-                          [this](const std::string& name) { return std::make_shared<TestPage>(name, log); });
-    form->on_load = [this] { form->LoadPage(); };
+  ToolkitTestOn() {
+    this->desktop.RegisterClass(
+        "TestPage", [this](const std::string& name) { return std::make_shared<TestPage>(name, this->log); });
+    this->form->on_load = [this] { this->form->LoadPage(); };
   }
+};
 
-  // Shows the window, runs `scene` while it is open, and leaves it by the close box.
-  void Visit(const std::function<void()>& scene) {
-    platform.WillRun([scene](Form&) { scene(); });
-    form->ShowModal();
-  }
-
-  // Subscribes for the rest of the test.
-  template <typename... Arguments, typename Handler>
-  void On(environment::Event<Arguments...>& event, Handler handler) {
-    hooks.push_back(event.Subscribe(handler));
-  }
-
+class ToolkitTest : public ToolkitTestOn<headless::HeadlessPlatform> {
+ protected:
   // Runs `action` as one event of the user.
   void InEvent(const std::function<void()>& action) { form->Deliver(action); }
 
-  std::string Focus() const { return form->ActiveControl() ? form->ActiveControl()->Name() : ""; }
-  // What was noted since the last call.
-  Log TakeLog() { return std::exchange(log, {}); }
   static std::size_t CountOf(const Log& noted, const std::string& entry) {
     std::size_t count = 0;
     for (const auto& item : noted) count += item == entry ? 1 : 0;
     return count;
   }
-
-  Log log;
-  headless::HeadlessPlatform platform;
-  Desktop desktop{platform};
-  headless::HeadlessUser user{desktop};
-  std::vector<environment::Subscription> hooks;
-  std::shared_ptr<TestForm> form = std::make_shared<TestForm>(desktop, log);
 };
 
 }  // namespace dossierkit::toolkit

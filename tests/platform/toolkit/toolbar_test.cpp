@@ -113,8 +113,8 @@ TEST_F(ToolbarTest, ButtonsAreFoundByKeyWithoutRegardToCase) {
   WithBar([&](Toolbar& bar) {
     EXPECT_EQ(bar.Button("save").Caption(), "保存(&S)");
     EXPECT_EQ(bar.Button("Exit").ImageIndex(), 9);
-    EXPECT_EQ(FailureOf([&] { bar.Button("Print"); }), environment::kElementNotFound);
-    EXPECT_EQ(FailureOf([&] { bar.Button(""); }), environment::kElementNotFound);
+    EXPECT_EQ(NumberOfFailure([&] { bar.Button("Print"); }), environment::kElementNotFound);
+    EXPECT_EQ(NumberOfFailure([&] { bar.Button(""); }), environment::kElementNotFound);
   });
 }
 

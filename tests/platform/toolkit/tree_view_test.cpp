@@ -95,7 +95,7 @@ TEST_F(TreeViewTest, SecondNodeOfAKeyIsRefused) {
     EXPECT_EQ(nodes.Count(), 5);
     EXPECT_EQ(nodes.ChildCount(Of("G2").Index()), 0);
     EXPECT_EQ(Of("G11").Text(), "研究生");
-    EXPECT_EQ(FailureOf([&] { nodes.Add("g11", "另一"); }), 0);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.Add("g11", "另一"); }), 0);
   });
 }
 
@@ -108,11 +108,11 @@ TEST_F(TreeViewTest, EachOfManyKeysIsFoundAndTakenOnce) {
     for (int i = 0; i < 3000; ++i) {
       const std::string key = "G" + std::to_string(i);
       EXPECT_EQ(tree.Nodes().Find(key).Index(), i);
-      EXPECT_EQ(FailureOf([&] { tree.Nodes().Add(key, ""); }), 35602);
+      EXPECT_EQ(NumberOfFailure([&] { tree.Nodes().Add(key, ""); }), 35602);
     }
-    EXPECT_EQ(FailureOf([&] { tree.Nodes().Find("G3000"); }), 35601);
+    EXPECT_EQ(NumberOfFailure([&] { tree.Nodes().Find("G3000"); }), 35601);
     tree.Nodes().Clear();
-    EXPECT_EQ(FailureOf([&] { tree.Nodes().Find("G0"); }), 35601);
+    EXPECT_EQ(NumberOfFailure([&] { tree.Nodes().Find("G0"); }), 35601);
     EXPECT_EQ(tree.Nodes().Add("G7", "").Index(), 0);
   }
 }
@@ -122,23 +122,23 @@ TEST_F(TreeViewTest, NodesWithoutAKeyAreManyAndNotFound) {
   tree.Nodes().Add("", "甲");
   EXPECT_EQ(tree.Nodes().Add("", "乙").Key(), "");
   EXPECT_EQ(tree.Nodes().Count(), 2);
-  EXPECT_EQ(FailureOf([&] { tree.Nodes().Find(""); }), 35601);
+  EXPECT_EQ(NumberOfFailure([&] { tree.Nodes().Find(""); }), 35601);
 }
 
 TEST_F(TreeViewTest, NodesThatAreNotThereFail) {
   WithTree([&](TreeView& tree) {
     auto& nodes = tree.Nodes();
-    EXPECT_EQ(FailureOf([&] { nodes.Find("G9"); }), 35601);
-    EXPECT_EQ(FailureOf([&] { nodes.At(5); }), 35600);
-    EXPECT_EQ(FailureOf([&] { nodes.At(-1); }), 35600);
-    EXPECT_EQ(FailureOf([&] { nodes.Add(5, Relation::kChild, "G9", ""); }), 35600);
-    EXPECT_EQ(FailureOf([&] { nodes.Add(-2, Relation::kLast, "G9", ""); }), 35600);
-    EXPECT_EQ(FailureOf([&] { tree.SetSelectedItem(5); }), 35600);
-    EXPECT_EQ(FailureOf([&] { nodes.Find("G9"); }), 35601);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.Find("G9"); }), 35601);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.At(5); }), 35600);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.At(-1); }), 35600);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.Add(5, Relation::kChild, "G9", ""); }), 35600);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.Add(-2, Relation::kLast, "G9", ""); }), 35600);
+    EXPECT_EQ(NumberOfFailure([&] { tree.SetSelectedItem(5); }), 35600);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.Find("G9"); }), 35601);
     const Node node = Of("G12");
     nodes.Clear();
-    EXPECT_EQ(FailureOf([&] { node.Text(); }), 35600);
-    EXPECT_EQ(FailureOf([&] { nodes.Find("G1"); }), 35601);
+    EXPECT_EQ(NumberOfFailure([&] { node.Text(); }), 35600);
+    EXPECT_EQ(NumberOfFailure([&] { nodes.Find("G1"); }), 35601);
     EXPECT_EQ(nodes.Add("G1", "再来").Index(), 0);
   });
 }
@@ -147,12 +147,12 @@ TEST_F(TreeViewTest, TouchingTheSelectedNodeFailsWhereThereIsNone) {
   TreeView tree("tree");
   tree.Nodes().Add("G1", "");
   EXPECT_EQ(tree.SelectedItem(), -1);
-  EXPECT_EQ(FailureOf([&] { tree.SelectedNode(); }), 91);
+  EXPECT_EQ(NumberOfFailure([&] { tree.SelectedNode(); }), 91);
   tree.SetSelectedItem(0);
   EXPECT_EQ(tree.SelectedNode().Key(), "G1");
   tree.Nodes().Clear();
   EXPECT_EQ(tree.SelectedItem(), -1);
-  EXPECT_EQ(FailureOf([&] { tree.SelectedNode(); }), 91);
+  EXPECT_EQ(NumberOfFailure([&] { tree.SelectedNode(); }), 91);
 }
 
 TEST_F(TreeViewTest, FocusSelectsTheFirstNodeWhereNoneIs) {

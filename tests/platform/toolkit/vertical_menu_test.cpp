@@ -45,12 +45,12 @@ TEST_F(VerticalMenuTest, CurrentItemIsTheOneThatTheOtherPropertiesReadAndWrite) 
 
 TEST_F(VerticalMenuTest, NumbersOutOfRangeFail) {
   VerticalMenu menu("VMenu1", "菜单", 3);
-  EXPECT_EQ(FailureOf([&] { menu.set_menuitemcur(0); }), 9);
-  EXPECT_EQ(FailureOf([&] { menu.set_menuitemcur(4); }), 9);
-  EXPECT_EQ(FailureOf([&] { menu.set_menucur(2); }), 9);
-  EXPECT_EQ(FailureOf([&] { menu.set_menuitemsmax(-1); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { menu.set_menuitemcur(0); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { menu.set_menuitemcur(4); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { menu.set_menucur(2); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { menu.set_menuitemsmax(-1); }), 9);
   menu.set_menuitemsmax(0);
-  EXPECT_EQ(FailureOf([&] { menu.set_menuitemcaption("x"); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { menu.set_menuitemcaption("x"); }), 9);
   EXPECT_EQ(menu.menuitemcur(), 1);
 }
 

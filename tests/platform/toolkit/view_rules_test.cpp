@@ -67,28 +67,14 @@ class RulesForm : public Form {
   }
 };
 
-class ViewRules : public testing::Test {
+class ViewRules : public FormTest<RulesForm, NotingPlatform> {
  protected:
-  void Visit(const std::function<void()>& scene) {
-    platform.WillRun([scene](Form&) { scene(); });
-    form->ShowModal();
-  }
-  template <typename... Arguments, typename Handler>
-  void On(environment::Event<Arguments...>& event, Handler handler) {
-    hooks.push_back(event.Subscribe(handler));
-  }
   // What was noted while `action` ran.
   Log Noted(const std::function<void()>& action) {
     log.clear();
     action();
     return log;
   }
-
-  Log log;
-  NotingPlatform platform{log};
-  Desktop desktop{platform};
-  std::vector<environment::Subscription> hooks;
-  std::shared_ptr<RulesForm> form = std::make_shared<RulesForm>(desktop);
 };
 
 TEST_F(ViewRules, AViewComesAfterItsContainersAndGoesWithItsControl) {
@@ -122,8 +108,8 @@ TEST_F(ViewRules, BordersAndTheDefaultButtonAreStyle) {
 
 TEST_F(ViewRules, AToolbarThatShowsGetsNoMoreButtons) {
   Visit([&] {
-    EXPECT_EQ(FailureOf([&] { form->bar->AddButton("Late", "迟", 0); }), 5);
-    EXPECT_EQ(FailureOf([&] { form->bar->AddSeparator(); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { form->bar->AddButton("Late", "迟", 0); }), 5);
+    EXPECT_EQ(NumberOfFailure([&] { form->bar->AddSeparator(); }), 5);
     EXPECT_EQ(form->bar->Buttons().size(), 1U);
   });
 }
