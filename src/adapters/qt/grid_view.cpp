@@ -43,7 +43,6 @@ class Table : public QTableView {
     if (const int row = rowAt(event->position().toPoint().y()); row >= 0) Want(row);
   }
   void mouseMoveEvent(QMouseEvent*) override {}
-  void mouseReleaseEvent(QMouseEvent*) override {}
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void keyPressEvent(QKeyEvent* event) override {
     switch (event->key()) {
@@ -96,13 +95,11 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
   native_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   native_->setAlternatingRowColors(true);
   native_->setWordWrap(false);
-  native_->setTabKeyNavigation(false);
   native_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   native_->verticalHeader()->hide();
   native_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   native_->verticalHeader()->setMinimumSectionSize(1);
   native_->horizontalHeader()->setMinimumSectionSize(0);
-  native_->horizontalHeader()->setFocusPolicy(Qt::NoFocus);
   QPalette palette = native_->palette();
   palette.setColor(QPalette::Inactive, QPalette::Highlight,
                    palette.color(QPalette::Active, QPalette::Highlight));
@@ -183,10 +180,11 @@ void GridView::ShowSelection() {
     int column = 0;
     while (column + 1 < model_->columnCount() && native_->isColumnHidden(column)) ++column;
     const QModelIndex index = model_->index(row, column);
+    // Already a new current cell scrolls to itself.
+    const int sideways = native_->horizontalScrollBar()->value();
     native_->selectionModel()->setCurrentIndex(
         index, (chosen ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::Clear) |
                    QItemSelectionModel::Rows);
-    const int sideways = native_->horizontalScrollBar()->value();
     native_->scrollTo(index);
     native_->horizontalScrollBar()->setValue(sideways);
   }

@@ -81,20 +81,6 @@ TEST_F(QtLists, ACancelledMoveOfAScreenReaderLeavesOneRowSelected) {
   });
 }
 
-TEST_F(QtLists, AClickOnAHeadingSelectsNothing) {
-  Play([&] {
-    ClickRow(Table(), 2, 1);
-    auto* head = Table()->horizontalHeader();
-    QTest::mouseClick(head->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      {head->sectionViewportPosition(2) + 40, head->height() / 2});
-    const auto rows = Table()->selectionModel()->selectedRows(1);
-    ASSERT_EQ(rows.size(), 1);
-    EXPECT_EQ(rows[0].row(), 2);
-    EXPECT_FALSE(Table()->selectionModel()->isSelected(Table()->model()->index(5, 2)));
-    EXPECT_EQ(form->page->grid->Row(), 3);
-  });
-}
-
 // Its texts would be Qt's own.
 TEST_F(QtLists, NoPartOfAListHasAContextMenu) {
   Play([&] {
@@ -156,6 +142,26 @@ TEST_F(QtLists, AColumnThatTheGridCannotResizeGoesBack) {
     Table()->horizontalHeader()->resizeSection(1, 120);
     EXPECT_EQ(grid.ColumnWidth(1), 3000.0F);
     EXPECT_EQ(Table()->columnWidth(1), 200);
+  });
+}
+
+TEST_F(QtLists, ANarrowColumnIsAsNarrowAsItsWidthSays) {
+  Play([&] {
+    form->page->grid->SetColumnWidth(1, 75);
+    EXPECT_EQ(Table()->columnWidth(1), 5);
+  });
+}
+
+TEST_F(QtLists, AChosenRowScrollsIntoSightAndNotSideways) {
+  Play([&] {
+    form->page->grid->SetColumnWidth(1, 30000);
+    Click(Table()->viewport());
+    QCoreApplication::processEvents();
+    Table()->horizontalScrollBar()->setValue(700);
+    ASSERT_EQ(Table()->horizontalScrollBar()->value(), 700);
+    Press(Table(), Qt::Key_End);
+    EXPECT_EQ(Table()->horizontalScrollBar()->value(), 700);
+    EXPECT_GT(Table()->verticalScrollBar()->value(), 0);
   });
 }
 
