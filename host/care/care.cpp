@@ -168,7 +168,7 @@ std::vector<DoubledPerson> FindDoubledPersons(ado::Connection& connection) {
   std::string former;
   for (std::int32_t row = 1; row <= persons->RecordCount(); ++row) {
     std::string person = environment::TextOr(persons->ValueAt(row, 0), "");
-    const bool same = row > 1 && environment::LowerCase(person) == environment::LowerCase(former);
+    const bool same = environment::LowerCase(person) == environment::LowerCase(former);
     if (same && (doubled.empty() || environment::LowerCase(doubled.back()) != environment::LowerCase(person)))
       doubled.push_back(former);
     former = std::move(person);

@@ -37,6 +37,14 @@ const std::vector<Mutation> kMutations = {
      "update s_CodeLevDefine set [bit]='两' where dmgrp='LCCYJS';",
      {"表 s_CodeLevDefine，行 LCCYJS 第 1 级，列 bit：“两”不是代码的长度，这一级的代码在树中都找不到；"
       "请改为这一级代码的总字数。"}},
+    {"ALevelOfNothing",
+     "update s_CodeLevDefine set [bit]=0 where dmgrp='LCCYJS';",
+     {"表 s_CodeLevDefine，行 LCCYJS 第 1 级，列 bit：“0”不是代码的长度，这一级的代码在树中都找不到；"
+      "请改为这一级代码的总字数。"}},
+    {"RowsWithoutACodeOrACaptionAreNone",
+     "insert into LCCYJS values(null,'甲','j',1); insert into LCCYJS values(null,'乙','y',1);"
+     "insert into LCCYJS values('999',null,'b',1);",
+     {}},
     {"TwoLevelsOfOneLength",
      "insert into s_CodeLevDefine values('LCCYJS',2,1);",
      {"表 s_CodeLevDefine，行 LCCYJS 第 2 级，列 bit：与上一级的长度相同，都是 "

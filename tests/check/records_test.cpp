@@ -78,6 +78,7 @@ const std::vector<Mutation> kMutations = {
      "insert into A12(A00,A1201) values('" + kPerson + "','再一份');",
      {"表 A12，行 A00=" + kPerson +
       "，列 A00：有 2 行，而“主要成就”一人只有一条，窗口中只看得到第一行，保存会删除其余的；请只保留一行。"}},
+    {"TheLastRunningNumberButOne", "update A01 set A0199=32766 where A00='" + kPerson + "';", {}},
     {"TheLastRunningNumber",
      "update A01 set A0199=32767 where A00='" + kPerson + "';",
      {"表 A01，列 A0199：最大值 32767 已到 16 "

@@ -28,6 +28,10 @@ const std::vector<Mutation> kMutations = {
      "insert into s_infotable(tblname,tbldesc,OtherProp,Property) values('A07','专业特长',17,0);",
      {"表 s_infotable，行 A07，列 tblname：没有信息集 A07 的页面，一点击菜单项“专业特长”，窗口就会关闭；"
       "请删除这一行。"}},
+    {"ASetWithoutAPageInSmallLetters",
+     "insert into s_infotable(tblname,tbldesc,OtherProp,Property) values('a07','专业特长',17,0);",
+     {"表 s_infotable，行 a07，列 tblname：没有信息集 a07 的页面，一点击菜单项“专业特长”，窗口就会关闭；"
+      "请删除这一行。"}},
     {"ASetWithoutATable",
      "drop trigger tr_A01_delete; drop table A06;",
      {"表 s_infotable，行 A06，列 tblname：数据库中没有表 A06，一打开“学术会议”，窗口就会关闭；"

@@ -24,6 +24,11 @@ const std::vector<Mutation> kMutations = {
      " val varchar(10) collate nocase);",
      {"表 S_GUID，列 id：自动生成的“ABCD-1234”不是带花括号的 38 个字符，新人员的标识会缺头少尾或重复；"
       "请参照示例数据库改正这一列的默认值。"}},
+    {"AnIdentifierWithoutItsBrace",
+     "drop table S_GUID; create table S_GUID(id varchar(38) collate nocase default "
+     "('x7eaa099-2cb6-416d-a6dc-283cf0480ff90}'), val varchar(10) collate nocase);",
+     {"表 S_GUID，列 id：自动生成的“x7eaa099-2cb6-416d-a6dc-283cf0480ff90}”不是带花括号的 38 "
+      "个字符，新人员的标识会缺头少尾或重复；请参照示例数据库改正这一列的默认值。"}},
     {"AnIdentifierThatIsNotMade",
      "drop table S_GUID; create table S_GUID(id varchar(38) collate nocase not null, val varchar(10) "
      "collate nocase);",

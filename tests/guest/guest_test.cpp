@@ -132,6 +132,11 @@ TEST_F(Guest, AMessageBoxAMenuAndAToolTipHaveTheComponentsLooks) {
     ExpectLooksOfAllIn(*menu);
     menu->close();
   });
+  Next([&] {
+    ExpectLooksOfAllIn(*QApplication::activeModalWidget());
+    QApplication::activeModalWidget()->close();
+  });
+  desktop.MsgBox("没有窗口。");
 }
 
 TEST_F(Guest, TheFileDialogIsInChineseAndTheHostHearsNothingOfIt) {

@@ -382,6 +382,29 @@ TEST_F(FailureBoxes, SaysWhereUnderDetailsAndCopiesIt) {
   EXPECT_EQ(QApplication::clipboard()->text(), details);
 }
 
+// A failure of the engine's outside a visit has no place, but its statement.
+TEST_F(FailureBoxes, HasTheStatementUnderDetailsToRead) {
+  boxes_.Rest();
+  bool looked = false;
+  Tell(environment::Failure(environment::kSyntaxError, "语法错误", "select 2"), [&](QDialog& box) {
+    looked = true;
+    EXPECT_EQ(box.focusWidget(), Button(box, "确定"));
+    EXPECT_TRUE(Button(box, "确定")->isDefault());
+    EXPECT_TRUE(box.findChild<QLabel*>()->textInteractionFlags() & Qt::TextSelectableByMouse);
+    Button(box, "详细信息(&D)")->click();
+    auto* shown = box.findChild<QPlainTextEdit*>();
+    ASSERT_TRUE(shown);
+    const QString details = shown->toPlainText();
+    EXPECT_TRUE(details.contains("语句：select 2")) << details.toStdString();
+    shown->setFocus();
+    QTest::keyClick(shown, Qt::Key_X);
+    QTest::keyClick(shown, Qt::Key_Tab);
+    EXPECT_EQ(shown->toPlainText(), details);
+    EXPECT_FALSE(shown->hasFocus());
+  });
+  EXPECT_TRUE(looked);
+}
+
 TEST_F(FailureBoxes, HasNoDetailsOfAFailureThatSaysNone) {
   boxes_.Rest();
   bool looked = false;

@@ -117,6 +117,15 @@ TEST(StoredProperties, DefaultsAreLeftOutAndComeBack) {
   EXPECT_EQ(stored.Font(), kSurrounding);
 }
 
+TEST(StoredProperties, AValueOfAnotherKindIsTheDefault) {
+  StoredProperties stored;
+  stored.ReadProperties({{"BackColor", true}, {"Enabled", std::int32_t{1}}, {"BackStyle", std::int16_t{2}}},
+                        kSurrounding);
+  EXPECT_EQ(stored.BackColor(), 0);
+  EXPECT_FALSE(stored.Enabled());
+  EXPECT_EQ(stored.BackStyle(), 2);
+}
+
 TEST(StoredProperties, RefreshDoesNothing) {
   Visit visit;
   visit.OpenPerson(kPerson, [&] {

@@ -155,9 +155,7 @@ bool InputFilter::StopsKey(QWidget& widget, QKeyEvent& event) {
 bool InputFilter::PassKey(QWidget& widget, const QKeyEvent& event) const {
   WidgetView* view = application_.ViewOf(widget.window());
   if (!view) return true;
-  const QPointer<QWidget> alive = &widget;
-  const bool passed = FormOf(*view).UserKey(StrokeOf(event));
-  return passed && alive;
+  return FormOf(*view).UserKey(StrokeOf(event));
 }
 
 // A control on a hidden tab may have the model's focus but not the native one: its keys come to the

@@ -12,7 +12,6 @@ ItemView::ItemView(ViewContext& context, toolkit::Control& control, QAbstractIte
     : WidgetView(context, control, native), native_(native) {
   native_->setSelectionMode(QAbstractItemView::SingleSelection);
   native_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  native_->setTabKeyNavigation(false);
   native_->setMouseTracking(true);
   native_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
 }

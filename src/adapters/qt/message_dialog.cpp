@@ -143,14 +143,7 @@ void MessageDialog::Take(toolkit::MessageAnswer answer) {
 
 void MessageDialog::keyPressEvent(QKeyEvent* event) {
   if (const auto answer = toolkit::MessageAnswerOf(flags_, StrokeOf(*event))) return Take(*answer);
-  switch (event->key()) {
-    case Qt::Key_Escape: return;  // a question has to be answered
-    case Qt::Key_Left:
-    case Qt::Key_Up: focusPreviousChild(); return;
-    case Qt::Key_Right:
-    case Qt::Key_Down: focusNextChild(); return;
-    default: QDialog::keyPressEvent(event);
-  }
+  if (event->key() != Qt::Key_Escape) QDialog::keyPressEvent(event);  // a question has to be answered
 }
 
 void MessageDialog::closeEvent(QCloseEvent* event) {

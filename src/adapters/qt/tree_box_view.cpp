@@ -62,7 +62,6 @@ TreeBoxView::TreeBoxView(ViewContext& context, toolkit::TreeView& tree)
       model_(new TreeBoxModel(tree, native_)) {
   native_->setUniformRowHeights(true);
   native_->setHeaderHidden(true);
-  native_->header()->setFocusPolicy(Qt::NoFocus);
   native_->setIndentation(GetMetrics().Scaled(kIndentation));
   native_->setAnimated(false);
   native_->setTextElideMode(Qt::ElideRight);

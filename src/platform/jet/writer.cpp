@@ -173,7 +173,6 @@ void Writer::WriteWord() {
   if (!needs_levels_) return;
   if (token.Is("select")) {
     level.select = selects_++;
-    level.in_order = false;
   } else if (token.Is("by") && next_ > 0 && At(next_ - 1).Is("order")) {
     level.in_order = level.starts_item = true;
   } else if (level.in_order && !aliases_.empty() && !At(next_ - 1).Is(".")) {
@@ -339,8 +338,7 @@ void Writer::FollowPlan() {
 // A constant as what it is compared with asks for; nothing where it stays as it is.
 std::optional<Value> Writer::InTheKindOf(const Operand& constant, const Operand& other) const {
   const bool is_text = constant.form == Form::kText;
-  if (!renderer_.is_strict || (!is_text && constant.form != Form::kNumber) || other.form == Form::kText)
-    return {};
+  if (!renderer_.is_strict || (!is_text && constant.form != Form::kNumber)) return {};
   std::string text;
   for (std::size_t i = constant.begin; i < constant.end; ++i) text += At(i).text;
   if (other.kind == ColumnKind::kText) return is_text ? std::optional<Value>() : Value(text);

@@ -78,6 +78,38 @@ TEST_F(QtFocus, TheClickIsDeliveredOnceAfterACheckThatOpenedAMessage) {
   EXPECT_EQ(events, "check lost got click ");
 }
 
+// A window that becomes active again gives the focus back where it was; nobody asked for another field.
+TEST_F(QtFocus, AFocusThatComesWithTheWindowIsNotTheUsers) {
+  Play([&] {
+    int checks = 0;
+    On(Page().name->Validate, [&](bool&) { ++checks; });
+    for (const auto reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+      Native(*Page().coded)->setFocus(reason);
+      QCoreApplication::processEvents();
+      EXPECT_TRUE(Page().name->HasFocus());
+      EXPECT_TRUE(Native(*Page().name)->hasFocus());
+    }
+    EXPECT_EQ(checks, 0);
+  });
+}
+
+TEST_F(QtFocus, AMoveOfTheMouseIsThatOfTheControlUnderItOnceNoButtonIsDown) {
+  std::string moves;
+  Play([&] {
+    On(Page().name->MouseMove, [&](int, int, int, int) { moves += "name "; });
+    On(Page().date->MouseMove, [&](int, int, int, int) { moves += "date "; });
+    QWidget* window = QApplication::activeWindow();
+    const auto at = [&](const toolkit::Control& control) {
+      return Native(control)->mapTo(window, QPoint(20, 8));
+    };
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, at(*Page().name));
+    moves.clear();
+    QTest::mouseMove(window->windowHandle(), at(*Page().date));
+    QCoreApplication::processEvents();
+  });
+  EXPECT_EQ(moves, "date ");
+}
+
 // Of the press that was refused there the message box has taken the release.
 TEST_F(QtFocus, TheClickAfterARefusedOneArrives) {
   int clicks = 0;

@@ -323,6 +323,34 @@ TEST_F(QtPickers, AListIsClickedAndMovedInByKeys) {
   });
 }
 
+TEST_F(QtPickers, TheRowThatKeysChooseComesIntoSight) {
+  OpenList([&] {
+    ClickRow(0);
+    Press(List(), Qt::Key_End);
+    EXPECT_TRUE(List()->viewport()->rect().contains(PlaceOfRow(39)));
+    Press(List(), Qt::Key_Home);
+    EXPECT_TRUE(List()->viewport()->rect().contains(PlaceOfRow(0)));
+  });
+}
+
+TEST_F(QtPickers, DraggingOverAListChoosesNothing) {
+  OpenList([&] {
+    QTest::mousePress(List()->viewport(), Qt::LeftButton, {}, PlaceOfRow(1));
+    for (int row = 2; row < 5; ++row) {
+      QMouseEvent move(QEvent::MouseMove, PlaceOfRow(row), List()->viewport()->mapToGlobal(PlaceOfRow(row)),
+                       Qt::NoButton, Qt::LeftButton, {});
+      QCoreApplication::sendEvent(List()->viewport(), &move);
+    }
+    QTest::mouseRelease(List()->viewport(), Qt::LeftButton, {}, PlaceOfRow(4));
+    EXPECT_EQ(picker->list->ListIndex(), 1);
+    EXPECT_EQ(List()->currentIndex().row(), 1);
+  });
+}
+
+TEST_F(QtPickers, TabsAreAsWideAsTheirTexts) {
+  Open([&] { EXPECT_LT(Tabs()->tabRect(1).right(), Tabs()->width() - 40); });
+}
+
 TEST_F(QtPickers, ARefusedFocusSelectsNoRow) {
   OpenList([&] {
     picker->box->SetFocus();

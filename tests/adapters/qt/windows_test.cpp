@@ -189,19 +189,53 @@ TEST_F(QtWindows, AMessageIsShownAsItStandsHoweverLongAndReadOut) {
 TEST_F(QtWindows, NoWindowOfTheComponentsIsTheProgramsLast) {
   int last = 0;
   const auto spy = QObject::connect(qApp, &QGuiApplication::lastWindowClosed, qApp, [&] { ++last; });
-  EXPECT_FALSE(QApplication::activeWindow());
-  AnswerNext("OK");
-  desktop.MsgBox("没有窗口。");
-  Next([] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
-  the_platform->ChooseFile(toolkit::CommonDialog("dlgSelPic"));
-  Play([&] {
+  QTimer::singleShot(0, qApp, [&] {
     AnswerNext("OK");
-    desktop.MsgBox("完成。");
-    QApplication::activeWindow()->close();
+    desktop.MsgBox("没有窗口。");
+    Next([] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    the_platform->ChooseFile(toolkit::CommonDialog("dlgSelPic"));
+    Play([&] {
+      AnswerNext("OK");
+      desktop.MsgBox("完成。");
+      QApplication::activeWindow()->close();
+    });
+    QTimer::singleShot(20, qApp, [] { QCoreApplication::exit(); });
   });
-  QCoreApplication::processEvents();
+  QCoreApplication::exec();
   QObject::disconnect(spy);
   EXPECT_EQ(last, 0);
+}
+
+// Its loop ends behind the visit, and not under it.
+TEST_F(QtWindows, AProgramThatIsToldToEndGoesOnUntilTheVisitEnds) {
+  bool typed = false;
+  QTimer::singleShot(0, qApp, [&] {
+    Play([&] {
+      QCoreApplication::exit();
+      QTimer::singleShot(30, qApp, [&] {
+        Type(Native(*form->page->name), "x");
+        typed = form->page->name->Text() == "x";
+        form->UserClose();
+      });
+      EXPECT_TRUE(QTest::qWaitFor([&] { return typed; }));
+    });
+  });
+  QCoreApplication::exec();
+  EXPECT_TRUE(typed);
+}
+
+TEST_F(QtWindows, TheWindowBelowHasTheKeyboardWhereOneHidesItself) {
+  Play([&] {
+    On(form->page->button->Click, [&] {
+      Next([&] { inner->Hide(); });
+      inner->ShowModal();
+    });
+    Click(Native(*form->page->button));
+    EXPECT_EQ(Text(QApplication::activeWindow()->objectName()), "frmDemo");
+    EXPECT_TRUE(Native(*form->page->button)->hasFocus());
+    EXPECT_TRUE(inner->Loaded());
+    inner->Unload();
+  });
 }
 
 TEST_F(QtWindows, AQuestionHasNoOtherWayOut) {
@@ -235,12 +269,19 @@ TEST_F(QtWindows, AMessageWithoutATitleBearsTheProgramsName) {
 }
 
 TEST_F(QtWindows, AMessageBeforeTheWindowIsShownStandsOverIt) {
+  bool stands_over_it = false;
   form->on_activate = [&] {
     AnswerNext("OK");
+    QTimer::singleShot(0, qApp, [&] {
+      const QWidget* box = QApplication::activeModalWidget();
+      stands_over_it = box && box->parentWidget() && box->parentWidget()->objectName() == "frmDemo" &&
+                       box->parentWidget()->isVisible();
+    });
     desktop.MsgBox("开始。");
   };
   Play([&] { EXPECT_TRUE(QApplication::activeWindow()); });
   EXPECT_EQ(message, "开始。");
+  EXPECT_TRUE(stands_over_it);
 }
 
 TEST_F(QtWindows, AFailureGoesThroughTwoLoopsToTheCaller) {

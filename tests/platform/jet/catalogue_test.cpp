@@ -293,6 +293,15 @@ TEST(StrictEngine, ALongAliasHasAShortNameAndIsGivenBackWhole) {
   EXPECT_EQ(statement.ColumnAt(3, "a0203", "text").name, "a0203");
 }
 
+TEST(StrictEngine, EveryTableOfAListBehindFromIsKnown) {
+  EXPECT_EQ(Strict("select b.A00 from A01 a, A02 b, GB1 c where b.A0206=1 and c.dmattr=0 and a.A0199='5'"),
+            "select b.A00 from A01 a, A02 b, GB1 c where b.A0206=true and c.dmattr=false and a.A0199=5");
+}
+
+TEST(StrictEngine, ANumberBesideATextIsAText) {
+  EXPECT_EQ(Strict("select A00 from A02 where '1'=1"), "select A00 from A02 where lower('1')=lower('1')");
+}
+
 // How their time grows is measured by the benchmarks.
 TEST(StrictEngine, LongAndDeepStatementsAreTranslatedWithEveryConstant) {
   std::string condition = "A0202='x'";
