@@ -1,9 +1,7 @@
 #include "adapters/qt/text_area_view.h"
 
-#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
-#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -11,15 +9,15 @@
 #include <QTextOption>
 #include <algorithm>
 
-#include "adapters/qt/qt_application.h"
+#include "adapters/qt/text_widget.h"
 #include "adapters/qt/window_view.h"
 
 namespace dossierkit::qt {
 namespace {
 
-class TextEdit : public QPlainTextEdit {
+class TextEdit : public TextWidget<QPlainTextEdit> {
  public:
-  TextEdit(QtApplication& application, QWidget* parent) : QPlainTextEdit(parent), application_(application) {
+  TextEdit(QtApplication& application, QWidget* parent) : TextWidget(application, parent) {
     setUndoRedoEnabled(false);  // the model takes back
     setAcceptDrops(false);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -29,17 +27,6 @@ class TextEdit : public QPlainTextEdit {
   }
 
  protected:
-  void inputMethodEvent(QInputMethodEvent* event) override {
-    auto* view = View();
-    if (view && view->FilterCommit(*event)) QPlainTextEdit::inputMethodEvent(event);
-  }
-  void contextMenuEvent(QContextMenuEvent* event) override {
-    if (auto* view = View()) view->MenuAsked(*event);
-  }
-  void mouseDoubleClickEvent(QMouseEvent* event) override {
-    QPlainTextEdit::mouseDoubleClickEvent(event);
-    if (auto* view = View()) view->DoubleClicked();
-  }
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter) {
@@ -55,10 +42,6 @@ class TextEdit : public QPlainTextEdit {
     copied->setText(textCursor().selection().toPlainText());
     return copied;
   }
-
- private:
-  TextView* View() { return static_cast<TextView*>(application_.ViewOf(this)); }
-  QtApplication& application_;
 };
 
 }  // namespace

@@ -1,40 +1,21 @@
 #include "adapters/qt/text_line_view.h"
 
-#include <QInputMethodEvent>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <limits>
 
-#include "adapters/qt/qt_application.h"
+#include "adapters/qt/text_widget.h"
 
 namespace dossierkit::qt {
 namespace {
 
-class LineEdit : public QLineEdit {
+class LineEdit : public TextWidget<QLineEdit> {
  public:
-  LineEdit(QtApplication& application, QWidget* parent) : QLineEdit(parent), application_(application) {
+  LineEdit(QtApplication& application, QWidget* parent) : TextWidget(application, parent) {
     setAcceptDrops(false);
     setDragEnabled(false);
     setTextMargins(3, 0, 3, 0);
     setMaxLength(std::numeric_limits<int>::max());  // the model limits
   }
-
- protected:
-  void inputMethodEvent(QInputMethodEvent* event) override {
-    auto* view = View();
-    if (view && view->FilterCommit(*event)) QLineEdit::inputMethodEvent(event);
-  }
-  void contextMenuEvent(QContextMenuEvent* event) override {
-    if (auto* view = View()) view->MenuAsked(*event);
-  }
-  void mouseDoubleClickEvent(QMouseEvent* event) override {
-    QLineEdit::mouseDoubleClickEvent(event);
-    if (auto* view = View()) view->DoubleClicked();
-  }
-
- private:
-  TextView* View() { return static_cast<TextView*>(application_.ViewOf(this)); }
-  QtApplication& application_;
 };
 
 }  // namespace
