@@ -6,6 +6,7 @@
 
 #include "platform/environment/failure.h"
 #include "tests/check/check_test.h"
+#include "tests/support/named_file.h"
 #include "tests/support/paths.h"
 
 namespace dossierkit::tests {
@@ -19,7 +20,7 @@ class CheckedPhotos : public Check {
   ~CheckedPhotos() override { fs::remove_all(folder_); }
 
   Texts Told() { return TextsOf(check::CheckPhotos(*database, folder_.string())); }
-  fs::path Of(const std::string& person) const { return folder_ / (person + ".jpg"); }
+  fs::path Of(const std::string& person) const { return folder_ / NamedFile(person + ".jpg"); }
 
   fs::path folder_ = fs::temp_directory_path() / ("check-photos-" + std::to_string(getpid()));
 };
@@ -47,7 +48,9 @@ TEST_F(CheckedPhotos, ThatAreNoPictureAreTold) {
 }
 
 TEST_F(CheckedPhotos, OfNobodyAreTold) {
-  fs::rename(Of(kPerson), Of("47eaa099-2cb6-416d-a6dc-283cf0480ff9"));
+  // By way of another name: where case does not matter a name of the same letters is no other.
+  fs::rename(Of(kPerson), Of("x"));
+  fs::rename(Of("x"), Of("47eaa099-2cb6-416d-a6dc-283cf0480ff9"));
   std::ofstream(Of("张三")) << "no picture either";
   EXPECT_EQ(Told(),
             (Texts{"照片 47eaa099-2cb6-416d-a6dc-283cf0480ff9.jpg：人员中没有这个标识（大小写也须一致），"

@@ -109,7 +109,7 @@ TEST_F(ReplacePhoto, RequiredOkWithoutAChoiceCountsAsSuccess) {
 TEST_F(ReplacePhoto, RequiredAChoiceThatVanishedClosesTheWindowAsIfItHadWorked) {
   Preview([&] {
     ChooseNew();
-    std::filesystem::remove(folder.Choice("新.jpg"));
+    std::filesystem::remove(NamedFile(folder.Choice("新.jpg")));
     Answer(toolkit::kAnswerYes);
     Ok();
     EXPECT_TRUE(preview->LoopEnded());
@@ -123,7 +123,7 @@ TEST_F(ReplacePhoto, RequiredTheFirstChoiceThatVanishedLeavesNoPhotograph) {
   RemovePhoto();
   Preview([&] {
     ChooseNew();
-    std::filesystem::remove(folder.Choice("新.jpg"));
+    std::filesystem::remove(NamedFile(folder.Choice("新.jpg")));
     Ok();
   });
   EXPECT_EQ(preview->Cancelled, 0);
@@ -151,7 +151,7 @@ TEST_F(ReplacePhoto, RequiredAFolderThatDoesNotExistIsToldAndNotMade) {
     EXPECT_EQ(preview->Cancelled, 1);
   });
   EXPECT_EQ(Shown(), (Messages{{"更新此人员的照片出错！原因是：路径未找到", 64, "照片预览"}}));
-  EXPECT_FALSE(std::filesystem::exists(folder.Photos().string() + "-none"));
+  EXPECT_FALSE(std::filesystem::exists(NamedFile(folder.Photos().string() + "-none")));
 }
 
 TEST_F(ReplacePhoto, ThePhotographItselfAsTheChoiceIsRefusedAndKept) {

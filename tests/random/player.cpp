@@ -140,7 +140,7 @@ class Player {
 
   // One photograph, one that is none, one that is write-protected.
   void PutPhotos() const {
-    std::filesystem::remove_all(folder_.Photos());
+    tests::RemoveFolder(folder_.Photos());
     std::filesystem::create_directories(folder_.Photos());
     tests::PhotoFolder::Write(folder_.Photo(persons_[0]), tests::Jpeg("old"));
     tests::PhotoFolder::Write(folder_.Photo(persons_[1]), "no picture");

@@ -81,7 +81,7 @@ TEST_F(LocalFilesTest, CopyToAMissingFolderMakesNone) {
   Write("a", "x");
   EXPECT_EQ(NumberOfCopy(Path("a"), Path("无\\b")), 76);
   EXPECT_EQ(NumberOfCopy(Path("a"), Path("a\\b")), 76);
-  EXPECT_FALSE(fs::exists(folder_ / "无"));
+  EXPECT_FALSE(fs::exists(folder_ / u8"无"));
 }
 
 TEST_F(LocalFilesTest, CopyNeedsTwoDifferentFiles) {
