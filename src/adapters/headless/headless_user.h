@@ -28,7 +28,8 @@ class DOSSIERKIT_EXPORT HeadlessUser {
 
   void Click(const std::string& name, int button = toolkit::kLeftButton);
   void DoubleClick(const std::string& name);
-  // Both fail (std::logic_error) where there is no such control; a disabled button does nothing.
+  // Both fail (std::logic_error) where there is no such control; a disabled button does nothing. Items of the
+  // menu count from 1; one that is not there is a click beside them.
   void ClickToolbar(const std::string& key);
   void ClickMenu(int item);
   void ClickRow(int row);
