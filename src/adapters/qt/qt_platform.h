@@ -19,9 +19,10 @@ struct QtOptions {
 // A guest in the program's QApplication, of whatever class, which must outlive it. Where there is none it
 // makes a plain one, and ends it: another QtPlatform must end before. Style, palette, font, locale,
 // translators and whatever else belongs to the program stay as they are; the component's looks are set on its
-// own windows (a style sheet of the application reaches them all the same). What a slot of the host's throws during a visit is the business of the host's notify();
-// without one it waits for the visit's end, and leaves the host's loop then. Throws std::logic_error where
-// the program has a QCoreApplication that cannot show windows.
+// own windows (a style sheet of the application reaches them all the same). What a slot of the host's throws
+// during a visit is the business of the host's notify(); without one it waits for the visit's end, and leaves
+// the host's loop then. Throws std::logic_error where the program has a QCoreApplication that cannot show
+// windows.
 class DOSSIERKIT_EXPORT QtPlatform : public toolkit::Platform {
  public:
   explicit QtPlatform(const QtOptions& options = {});
