@@ -154,25 +154,6 @@ TEST_F(QtHabits, ABoxOfSeveralLinesAlwaysHasItsScrollBar) {
   });
 }
 
-// Also its frame, which shows who has the keyboard.
-TEST_F(QtHabits, ABoxThatGetsTheKeyboardIsPaintedWithItsFrame) {
-  Play([&] {
-    Click(Line());
-    QCoreApplication::processEvents();
-    struct Paints : QObject {
-      int count = 0;
-      bool eventFilter(QObject*, QEvent* event) override {
-        count += event->type() == QEvent::Paint;
-        return false;
-      }
-    } paints;
-    Area()->installEventFilter(&paints);
-    Notes().SetFocus();
-    QCoreApplication::processEvents();
-    EXPECT_GT(paints.count, 0);
-  });
-}
-
 TEST_F(QtHabits, ARemovedControlHasTheKeyboardNoMore) {
   Play([&] {
     Click(Line());
