@@ -28,6 +28,8 @@ struct Engine {
   jet::Renderer renderer;
   // Attributes of a connection string, for what the host leaves open.
   std::string_view attributes;
+  // Its driver's UTF-16 is not to be trusted: it is spoken to in UTF-8, past the W functions.
+  bool speaks_utf8;
   // What a session begins with; "%ms" and "%s" are how long it waits for another's lock.
   std::span<const std::string_view> session;
   // A question whose answer changes with every change of a table.

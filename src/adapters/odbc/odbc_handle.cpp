@@ -42,26 +42,48 @@ std::string WordsOf(std::string message) {
   return words;
 }
 
-Diagnosis DiagnosisOf(SQLSMALLINT kind, SQLHANDLE handle) {
+// A text of ours as an argument.
+SQLCHAR* Bytes(std::string& text) { return reinterpret_cast<SQLCHAR*>(text.data()); }
+
+// One record of a failure; false where there is none.
+bool GetRecord(SQLSMALLINT kind, SQLHANDLE handle, SQLSMALLINT record, bool in_utf8, std::string& state,
+               SQLINTEGER& number, std::string& words) {
+  constexpr SQLSMALLINT kMost = 2048;
+  SQLSMALLINT length = 0;
+  if (in_utf8) {
+    state.assign(6, '\0');
+    words.assign(kMost, '\0');
+    if (!SQL_SUCCEEDED(
+            SQLGetDiagRec(kind, handle, record, Bytes(state), &number, Bytes(words), kMost, &length)))
+      return false;
+    state = state.c_str();
+    words = words.c_str();
+    return true;
+  }
+  Wide wide_state(6, 0);
+  Wide wide_words(kMost, 0);
+  if (!SQL_SUCCEEDED(SQLGetDiagRecW(kind, handle, record, wide_state.data(), &number, wide_words.data(),
+                                    kMost, &length)))
+    return false;
+  state = ToUtf8(Wide(wide_state.c_str()));
+  words = ToUtf8(Wide(wide_words.c_str()));
+  return true;
+}
+
+Diagnosis DiagnosisOf(SQLSMALLINT kind, SQLHANDLE handle, bool in_utf8) {
   Diagnosis diagnosis{"HY000", 0, {}};
   std::string message;
-  for (SQLSMALLINT record = 1;; ++record) {
-    std::array<SQLWCHAR, 6> state{};
-    std::array<SQLWCHAR, 2048> text{};
-    SQLINTEGER number = 0;
-    SQLSMALLINT length = 0;
-    if (!SQL_SUCCEEDED(SQLGetDiagRecW(kind, handle, record, state.data(), &number, text.data(),
-                                      static_cast<SQLSMALLINT>(text.size()), &length))) {
-      break;
-    }
-    const Wide told(text.data());
+  std::string state;
+  std::string words;
+  SQLINTEGER number = 0;
+  for (SQLSMALLINT record = 1; GetRecord(kind, handle, record, in_utf8, state, number, words); ++record) {
     if (record == 1) {
-      diagnosis.state = ToUtf8(Wide(state.data()));
+      diagnosis.state = state;
       diagnosis.number = number;
     } else {
       message += ' ';
     }
-    message += ToUtf8(told);
+    message += words;
   }
   diagnosis.words = WordsOf(std::move(message));
   return diagnosis;
@@ -77,20 +99,30 @@ Handle<kind>::Handle(SQLHANDLE parent) {
 
 template <SQLSMALLINT kind>
 void Handle<kind>::Require(SQLRETURN result) const {
-  if (!SQL_SUCCEEDED(result)) throw DriverFailure(DiagnosisOf(kind, handle_));
+  if (!SQL_SUCCEEDED(result)) throw DriverFailure(DiagnosisOf(kind, handle_, speaks_utf8_));
 }
 
-Link::Link(const std::string& connection_string, unsigned seconds)
-    : environment_(SQL_NULL_HANDLE), connection_([this] {
+Link::Link(const std::string& connection_string, unsigned seconds, bool speaks_utf8)
+    : environment_(SQL_NULL_HANDLE),
+      connection_([this] {
         environment_.Require(
             SQLSetEnvAttr(environment_.Get(), SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), SQL_IS_UINTEGER));
         return environment_.Get();
-      }()) {
-  SQLSetConnectAttrW(connection_.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(seconds), SQL_IS_UINTEGER);
-  Wide text = ToWide(connection_string);
-  connection_.Require(SQLDriverConnectW(connection_.Get(), nullptr, text.data(),
-                                        static_cast<SQLSMALLINT>(text.size()), nullptr, 0, nullptr,
-                                        SQL_DRIVER_NOPROMPT));
+      }()),
+      speaks_utf8_(speaks_utf8) {
+  connection_.SetSpeaksUtf8(speaks_utf8);
+  SQLSetConnectAttr(connection_.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(seconds), SQL_IS_UINTEGER);
+  if (speaks_utf8) {
+    std::string text = connection_string;
+    connection_.Require(SQLDriverConnect(connection_.Get(), nullptr, Bytes(text),
+                                         static_cast<SQLSMALLINT>(text.size()), nullptr, 0, nullptr,
+                                         SQL_DRIVER_NOPROMPT));
+  } else {
+    Wide text = ToWide(connection_string);
+    connection_.Require(SQLDriverConnectW(connection_.Get(), nullptr, text.data(),
+                                          static_cast<SQLSMALLINT>(text.size()), nullptr, 0, nullptr,
+                                          SQL_DRIVER_NOPROMPT));
+  }
 }
 
 // A connection that was never made has nothing to close.
@@ -114,16 +146,22 @@ void Link::End(bool commit) {
   connection_.Require(SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), commit ? SQL_COMMIT : SQL_ROLLBACK));
 }
 
-Query::Query(const Link& link) : statement_(link.Get()) {
+Query::Query(const Link& link) : speaks_utf8_(link.SpeaksUtf8()), statement_(link.Get()) {
+  statement_.SetSpeaksUtf8(speaks_utf8_);
   // A brace in a text is no escape of ODBC's.
   statement_.Require(
-      SQLSetStmtAttrW(statement_.Get(), SQL_ATTR_NOSCAN, Number(SQL_NOSCAN_ON), SQL_IS_UINTEGER));
+      SQLSetStmtAttr(statement_.Get(), SQL_ATTR_NOSCAN, Number(SQL_NOSCAN_ON), SQL_IS_UINTEGER));
 }
 
 void Query::Execute(const std::string& text) {
-  Wide wide = ToWide(text);
-  const SQLRETURN result =
-      SQLExecDirectW(statement_.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+  SQLRETURN result = SQL_SUCCESS;
+  if (speaks_utf8_) {
+    std::string bytes = text;
+    result = SQLExecDirect(statement_.Get(), Bytes(bytes), static_cast<SQLINTEGER>(bytes.size()));
+  } else {
+    Wide wide = ToWide(text);
+    result = SQLExecDirectW(statement_.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+  }
   // An update or a delete that finds no row.
   if (result != SQL_NO_DATA) statement_.Require(result);
 }
@@ -135,8 +173,14 @@ int Query::ColumnCount() const {
 }
 
 std::string Query::Attribute(int column, SQLUSMALLINT what) const {
-  std::array<SQLWCHAR, 1024> text{};
   SQLSMALLINT bytes = 0;
+  if (speaks_utf8_) {
+    std::string name(1024, '\0');
+    statement_.Require(SQLColAttribute(statement_.Get(), ColumnNumber(column), what, name.data(),
+                                       static_cast<SQLSMALLINT>(name.size()), &bytes, nullptr));
+    return name.c_str();
+  }
+  std::array<SQLWCHAR, 1024> text{};
   statement_.Require(SQLColAttributeW(statement_.Get(), ColumnNumber(column), what, text.data(),
                                       static_cast<SQLSMALLINT>(text.size() * sizeof(SQLWCHAR)), &bytes,
                                       nullptr));
@@ -178,28 +222,30 @@ std::optional<DateTime> Query::Date(int column) {
   return DateTime{value.year, value.month, value.day, value.hour, value.minute, value.second};
 }
 
-const std::string* Query::Text(int column) {
-  text_.clear();
-  // A long text comes in pieces, each but the last with a NUL at its end. A pair of units is not parted.
-  Wide whole;
-  std::array<SQLWCHAR, 1024> piece;
-  while (true) {
+// Adds a text in the pieces in which it comes, each with so many units of zero behind it. False for NULL.
+template <typename Units>
+bool Query::AppendPieces(int column, SQLSMALLINT type, std::size_t zeros, Units& whole) {
+  constexpr std::size_t kUnit = sizeof(typename Units::value_type);
+  std::array<typename Units::value_type, 2048> piece;
+  for (bool more = true; more;) {
     SQLLEN bytes = 0;
-    const SQLRETURN result = SQLGetData(statement_.Get(), ColumnNumber(column), SQL_C_WCHAR, piece.data(),
+    const SQLRETURN result = SQLGetData(statement_.Get(), ColumnNumber(column), type, piece.data(),
                                         static_cast<SQLLEN>(sizeof(piece)), &bytes);
     if (result == SQL_NO_DATA) break;
     statement_.Require(result);
-    if (bytes == SQL_NULL_DATA) return nullptr;
-    const bool more = bytes == SQL_NO_TOTAL || bytes >= static_cast<SQLLEN>(sizeof(piece));
-    const std::size_t units = more ? piece.size() - 1 : static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR);
-    if (!more && whole.empty()) {
-      AppendUtf8(piece.data(), units, text_);
-      return &text_;
-    }
-    whole.append(piece.data(), units);
-    if (!more) break;
+    if (bytes == SQL_NULL_DATA) return false;
+    more = result == SQL_SUCCESS_WITH_INFO;
+    whole.append(piece.data(), more ? piece.size() - zeros : static_cast<std::size_t>(bytes) / kUnit);
   }
-  AppendUtf8(whole.data(), whole.size(), text_);
+  return true;
+}
+
+const std::string* Query::Text(int column) {
+  text_.clear();
+  if (speaks_utf8_) return AppendPieces(column, SQL_C_BINARY, 0, text_) ? &text_ : nullptr;
+  wide_.clear();
+  if (!AppendPieces(column, SQL_C_WCHAR, 1, wide_)) return nullptr;
+  AppendUtf8(wide_.data(), wide_.size(), text_);
   return &text_;
 }
 

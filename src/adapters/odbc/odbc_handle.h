@@ -40,16 +40,20 @@ class Handle {
   SQLHANDLE Get() const { return handle_; }
   // Throws a DriverFailure unless the call's result is a success.
   void Require(SQLRETURN result) const;
+  // The driver tells its failures in UTF-8 from now on.
+  void SetSpeaksUtf8(bool it_does) { speaks_utf8_ = it_does; }
 
  private:
   SQLHANDLE handle_ = SQL_NULL_HANDLE;
+  bool speaks_utf8_ = false;
 };
 
 // A connection to a server.
 class Link {
  public:
-  // Connects, within `seconds`. Throws a DriverFailure.
-  Link(const std::string& connection_string, unsigned seconds);
+  // Connects, within `seconds`. Texts go through the W functions, or as UTF-8 past them. Throws a
+  // DriverFailure.
+  Link(const std::string& connection_string, unsigned seconds, bool speaks_utf8);
   ~Link();
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
@@ -60,10 +64,12 @@ class Link {
   // Statements belong to a transaction from now on, or each stands for itself.
   void SetInTransaction(bool in_transaction);
   void End(bool commit);
+  bool SpeaksUtf8() const { return speaks_utf8_; }
 
  private:
   Handle<SQL_HANDLE_ENV> environment_;
   Handle<SQL_HANDLE_DBC> connection_;
+  bool speaks_utf8_;
 };
 
 // One statement and its rows.
@@ -92,7 +98,12 @@ class Query {
   bool Get(int column, SQLSMALLINT type, C& value);
   std::string Attribute(int column, SQLUSMALLINT what) const;
 
+  template <typename Units>
+  bool AppendPieces(int column, SQLSMALLINT type, std::size_t zeros, Units& whole);
+
+  bool speaks_utf8_;
   Handle<SQL_HANDLE_STMT> statement_;
+  Wide wide_;
   std::string text_;
 };
 

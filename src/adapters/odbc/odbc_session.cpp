@@ -50,7 +50,7 @@ void Session::Connect() {
   const auto connect = [&] {
     try {
       link_.reset();
-      link_ = std::make_unique<Link>(connection_string_, seconds);
+      link_ = std::make_unique<Link>(connection_string_, seconds, engine_ != nullptr && engine_->speaks_utf8);
     } catch (const DriverFailure& failure) {
       throw ConnectFailure(failure.diagnosis, connection_string_);
     }
@@ -60,7 +60,7 @@ void Session::Connect() {
     engine_ = &EngineNamed(Told({}, [&] { return link_->Info(SQL_DBMS_NAME); }));
     // Only now it is known what the engine needs.
     std::string whole = WithAttributes(connection_string_, std::string(engine_->attributes));
-    if (whole != connection_string_) {
+    if (whole != connection_string_ || engine_->speaks_utf8) {
       connection_string_ = std::move(whole);
       connect();
     }

@@ -59,6 +59,7 @@ const Engine kPostgresql{
     // A Boolean is no text; all rows at once; a statement that fails in a transaction is undone by itself;
     // the driver keeps no log, in which a password might stand.
     .attributes = "BoolsAsChar=0;UseDeclareFetch=0;Protocol=7.4-2;Debug=0;CommLog=0",
+    .speaks_utf8 = false,
     .session = kSession,
     // The tables of users are numbered from 16384 on.
     .schema_version =
