@@ -110,7 +110,7 @@ start_mariadb() {
   # The program's statements write one table's name in capitals and in small letters.
   "${as_nobody[@]}" "$mariadbd" --no-defaults --datadir="$folder" --port="$mariadb_port" --bind-address=127.0.0.1 \
     --socket=mariadb.sock --pid-file="$data/mariadb.pid" --init-file="$data/users.sql" --lower-case-table-names=1 \
-    --character-set-server=utf8mb4 --skip-name-resolve --innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 \
+    --character-set-server=utf8mb4 --skip-name-resolve --innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --innodb-flush-method=nosync --sync-frm=0 \
     --innodb-fast-shutdown=2 --innodb-log-file-size=32M >"$data/mariadb.log" 2>&1 &
   servers+=($!)
 }

@@ -105,10 +105,11 @@ TEST_F(Loaders, AWidthBeyond16BitsFails) {
 
 // Both loaders on a set of so many fields: the number of fields read, or -6 for an overflow.
 std::vector<std::int32_t> FieldsOf(Visit& visit, int rows) {
+  std::string fields;
+  for (int i = 1; i <= rows; ++i) fields += (i > 1 ? ",('Z09','f" : "('Z09','f") + std::to_string(i) + "')";
   visit.database->RunScript(
-      "delete from s_infoitem where tblname = 'Z09'; with recursive n(i) as (select 1 union all select i + 1 "
-      "from n where i < " +
-      std::to_string(rows) + ") insert into s_infoitem(tblname,itemname) select 'Z09', 'f' || i from n");
+      "delete from s_infoitem where tblname = 'Z09'; insert into s_infoitem(tblname,itemname) values " +
+      fields);
   const auto count = [](const std::function<std::shared_ptr<cFieldItems>()>& load) {
     try {
       return load()->Count();
@@ -138,8 +139,9 @@ TEST_F(Loaders, MetadataAloneLeavesTheValuesUnset) {
 TEST_F(Loaders, FieldsComeInTheOrderOfTheDatabase) {
   visit.database->RunScript("update s_infoitem set FldOrder = '99' where itemname = 'Z0101'");
   const auto items = LoadFieldItems("Z01");
-  EXPECT_EQ(items->Item(1)->ItemName, "Z0101");
-  EXPECT_EQ(items->Item(4)->ItemName, "Z0104");
+  const bool in_place = EngineOfThisRun().updates_in_place;
+  EXPECT_EQ(items->Item(1)->ItemName, in_place ? "Z0101" : "Z0102");
+  EXPECT_EQ(items->Item(4)->ItemName, in_place ? "Z0104" : "Z0101");
 }
 
 TEST_F(Loaders, EachLoadMakesItsOwnCollection) {
@@ -267,9 +269,9 @@ TEST_F(Loaders, AMissingTableFails) {
 
 // Before the first of them is read: the second one would fail as a field that is there twice.
 TEST_F(Loaders, MoreFieldsThanSixteenBitsCountFail) {
-  visit.database->RunScript(
-      "with recursive n(i) as (select 1 union all select i + 1 from n where i < 32768) "
-      "insert into s_infoitem(tblname,itemname) select 'Z09', 'Z0901' from n");
+  std::string rows = "('Z09','Z0901')";
+  for (int row = 2; row <= 32768; ++row) rows += ",('Z09','Z0901')";
+  visit.database->RunScript("insert into s_infoitem(tblname,itemname) values " + rows);
   for (const bool values : {false, true}) {
     try {
       if (values) {

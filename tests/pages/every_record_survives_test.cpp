@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "metadata/field_items.h"
+#include "platform/environment/text.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -19,7 +20,7 @@ Texts RecordsOf(Database& database, const std::string& set, const std::string& p
   for (std::int32_t row = 1; row <= rows->RecordCount(); ++row) {
     std::string line;
     for (std::size_t column = 0; column < rows->FieldCount(); ++column) {
-      if (set != "A01" && rows->FieldName(column) == set + "99") continue;
+      if (set != "A01" && environment::EqualIgnoringCase(rows->FieldName(column), set + "99")) continue;
       line += rows->FieldName(column) + "=" + environment::TextOr(rows->ValueAt(row, column), "NULL") + "|";
     }
     records.push_back(line);

@@ -13,7 +13,8 @@ class RecordHazard : public ::testing::Test {
  protected:
   // The posts of the sample person, in the order of their numbers.
   Texts Posts() {
-    return Column(*visit.database, "select A0404 from A04 where A00='" + kPerson + "' order by A0499,rowid");
+    return Column(*visit.database, "select A0404 from A04 where A00='" + kPerson + "' order by A0499," +
+                                       EngineOfThisRun().row_order);
   }
   void FillPost(const std::string& post) {
     visit.Masked("A04_A0401").SetText("2020年01月");

@@ -303,7 +303,7 @@ TEST_F(FormLoad, RequiredTheMenuCountsItsSetsIn16Bits) {
     Script(
         "insert into s_infotable(tblname,tbldesc,OtherProp,Property) "
         "with recursive n(i) as (select 16 union all select i + 1 from n where i < " +
-        std::to_string(sets) + ") select 'A9' || i, 'x', 1000 + i, 0 from n");
+        std::to_string(sets) + ") select 'A9' || i, 'x', 1000 + i, 1=0 from n");
     return NumberOfFailure([&] { visit.component.ShowDossier(); });
   };
   EXPECT_EQ(open_with(32767), environment::kOverflow);

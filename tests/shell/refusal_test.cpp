@@ -7,9 +7,8 @@ namespace {
 using Refusal = ShellTest;
 
 const Message kRefused = {"必须先维护基本信息集，然后再维护其它信息集。", kOk, "人员维护"};
-const std::string kDouble = "insert into A01 select * from A01 where A00 = '" + kPerson + "'";
-const std::string kNoDouble = "delete from A01 where rowid > (select min(rowid) from A01 where A00 = '" +
-                              kPerson + "') and A00 = '" + kPerson + "'";
+const std::string kDouble = "insert into A01(A00,A0101) values('" + kPerson + "','同号')";
+const std::string kNoDouble = "delete from A01 where A00='" + kPerson + "' and A0101='同号'";
 // Puts the education ahead of the basic data.
 const std::string kEducationFirst = "update s_infotable set OtherProp = -9 where tblname = 'A02'";
 

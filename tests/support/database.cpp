@@ -8,6 +8,9 @@
 
 #include "tests/support/memory_database.h"
 #include "tests/support/paths.h"
+#ifdef DOSSIERKIT_SERVERS
+#include "tests/support/server_database.h"
+#endif
 
 namespace dossierkit::tests {
 namespace {
@@ -38,13 +41,15 @@ std::shared_ptr<Database> SampleOnSqlite() {
   return std::make_shared<SqliteDatabase>(bytes);
 }
 
-constexpr Engine kEngines[] = {{"sqlite", SampleOnSqlite}};
+constexpr Engine kEngines[] = {
+    {"sqlite", true, true, "rowid", SampleOnSqlite},
+#ifdef DOSSIERKIT_SERVERS
+    {"postgresql", false, false, "ctid", [] { return SampleOnServer("postgresql"); }},
+    {"mariadb", false, true, "entry_number", [] { return SampleOnServer("mariadb"); }},
+#endif
+};
 
 // Looked for before the first test, so that a slip is told at once.
-const Engine& EngineOfThisRun() {
-  const char* name = std::getenv(kEngineVariable);
-  return EngineNamed(name == nullptr || *name == '\0' ? kEngines[0].name : name);
-}
 const Engine& kEngine = EngineOfThisRun();
 
 }  // namespace
@@ -58,6 +63,14 @@ const Engine& EngineNamed(const std::string& name) {
   std::fprintf(stderr, "%s=%s: the tests do not know this engine. They run on: %s.\n", kEngineVariable,
                name.c_str(), known.c_str());
   std::exit(2);
+}
+
+const Engine& EngineOfThisRun() {
+  static const Engine& engine = [&]() -> const Engine& {
+    const char* name = std::getenv(kEngineVariable);
+    return EngineNamed(name == nullptr || *name == '\0' ? kEngines[0].name : name);
+  }();
+  return engine;
 }
 
 std::shared_ptr<Database> SampleDatabase() { return kEngine.sample(); }

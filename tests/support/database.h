@@ -24,6 +24,12 @@ class Database : public ado::Connection {
 // An engine that tests can run on.
 struct Engine {
   const char* name;
+  // A column takes values that are not of its type.
+  bool takes_any_value;
+  // An updated row stays in its place among the others, where no order is asked for.
+  bool updates_in_place;
+  // A column by which rows come in the order in which they were written.
+  const char* row_order;
   // A fresh copy of the sample database.
   std::shared_ptr<Database> (*sample)();
 };
@@ -31,7 +37,10 @@ struct Engine {
 // The engine of that name. An unknown one ends the program with a sentence on standard error and exit code 2.
 const Engine& EngineNamed(const std::string& name);
 
-// A fresh copy of the sample database on the engine of this run.
+// The engine of this run.
+const Engine& EngineOfThisRun();
+
+// A fresh copy of the sample database on it.
 std::shared_ptr<Database> SampleDatabase();
 
 }  // namespace dossierkit::tests

@@ -2,25 +2,32 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <string>
 
 namespace dossierkit::tests {
 namespace {
 
-constexpr unsigned kSecondsOfATest = 60;
+// A statement that goes to a server takes ten times as long.
+unsigned SecondsOfATest() {
+  const char* engine = std::getenv("DOSSIERKIT_ENGINE");
+  const bool on_a_server = engine != nullptr && *engine != '\0' && std::strcmp(engine, "sqlite") != 0;
+  return on_a_server ? 600 : 60;
+}
 
 class Watch : public testing::EmptyTestEventListener {
   void OnTestProgramStart(const testing::UnitTest&) override { Expect("the first test begins"); }
   void OnTestStart(const testing::TestInfo& test) override { Expect(Name(test)); }
   void OnTestPartResult(const testing::TestPartResult&) override {
-    ExpectProgressWithin(kSecondsOfATest, nullptr);
+    ExpectProgressWithin(SecondsOfATest(), nullptr);
   }
   void OnTestEnd(const testing::TestInfo& test) override { Expect("after " + Name(test)); }
 
   static std::string Name(const testing::TestInfo& test) {
     return std::string(test.test_suite_name()) + "." + test.name();
   }
-  static void Expect(const std::string& what) { ExpectProgressWithin(kSecondsOfATest, what.c_str()); }
+  static void Expect(const std::string& what) { ExpectProgressWithin(SecondsOfATest(), what.c_str()); }
 };
 
 }  // namespace

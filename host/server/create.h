@@ -1,0 +1,16 @@
+// Makes a dossier database on a server.
+#pragma once
+
+#include <string>
+
+#include "adapters/odbc/odbc_connection.h"
+#include "platform/ado/connection.h"
+
+namespace dossierkit::server {
+
+// Makes in the empty database of `to` the tables, indexes and triggers of `from`, a database of the embedded
+// engine, and copies its rows, all of them or none. Throws a Failure; a database that has one of the tables
+// already is refused before anything is done.
+void CreateFrom(ado::Connection& from, odbc::OdbcConnection& to);
+
+}  // namespace dossierkit::server
