@@ -7,6 +7,9 @@
 #include <utility>
 
 #include "adapters/sqlite/sqlite_connection.h"
+#ifdef DOSSIERKIT_SERVERS
+#include "adapters/odbc/odbc_connection.h"
+#endif
 #include "host/json.h"
 #include "host/paths.h"
 #include "platform/ado/recordset.h"
@@ -19,8 +22,13 @@ namespace {
 
 using environment::Failure;
 
-// The file in a connection string of the embedded engine.
-std::string FileOf(const std::string& connection) {
+// What a connection string of the embedded engine says.
+struct Embedded {
+  bool is_meant = false;
+  std::string file;
+};
+
+Embedded EmbeddedOf(const std::string& connection) {
   std::string driver;
   std::string file;
   for (const std::string& part : environment::Split(connection, ";")) {
@@ -30,17 +38,42 @@ std::string FileOf(const std::string& connection) {
     if (name == "driver") driver = environment::LowerCase(part.substr(equals + 1));
     if (name == "database") file = part.substr(equals + 1);
   }
-  if ((driver != "sqlite3" && driver != "sqlite") || file.empty()) {
-    throw Failure(
-        environment::kInvalidCall,
-        "连接字符串“" + connection + "”不能使用，请写成 Driver=SQLite3;Database=数据库文件 的形式。");
-  }
-  return file;
+  return {driver == "sqlite3" || driver == "sqlite", file};
 }
 
+// The same as it may stand in a message.
+std::string Shown(const std::string& connection) {
+#ifdef DOSSIERKIT_SERVERS
+  return odbc::ShownConnectionString(connection);
+#else
+  return connection.substr(0, connection.find(';'));
+#endif
+}
+
+[[noreturn]] void RefuseConnection(const std::string& connection, const std::string& how) {
+  throw Failure(environment::kInvalidCall, "连接字符串“" + Shown(connection) + "”不能使用，" + how);
+}
+
+// As messages name it.
 std::string NameOf(const Options& options) {
-  if (!options.connection.empty()) return FileOf(options.connection);
+  if (!options.connection.empty()) {
+    const Embedded embedded = EmbeddedOf(options.connection);
+    return embedded.is_meant ? embedded.file : Shown(options.connection);
+  }
   return options.database.empty() ? TextOf(WorkingDatabase()) : options.database;
+}
+
+std::shared_ptr<ado::Connection> OpenServer(const std::string& connection) {
+#ifdef DOSSIERKIT_SERVERS
+  try {
+    return std::make_shared<odbc::OdbcConnection>(connection);
+  } catch (const Failure& failure) {
+    throw Failure(failure.number(), "无法打开数据库 " + Shown(connection) + "（" + failure.description() +
+                                        "），请检查连接字符串和服务器。");
+  }
+#else
+  RefuseConnection(connection, "请写成 Driver=SQLite3;Database=数据库文件 的形式。");
+#endif
 }
 
 std::shared_ptr<ado::Connection> Open(const std::string& file) {
@@ -95,7 +128,15 @@ class TraceFile {
 
 }  // namespace
 
-std::shared_ptr<ado::Connection> OpenUnchecked(const Options& options) { return Open(NameOf(options)); }
+std::shared_ptr<ado::Connection> OpenUnchecked(const Options& options) {
+  if (!options.connection.empty()) {
+    const Embedded embedded = EmbeddedOf(options.connection);
+    if (!embedded.is_meant) return OpenServer(options.connection);
+    if (embedded.file.empty())
+      RefuseConnection(options.connection, "请写成 Driver=SQLite3;Database=数据库文件 的形式。");
+  }
+  return Open(NameOf(options));
+}
 
 std::shared_ptr<ado::Connection> OpenDatabase(const Options& options) {
   auto connection = OpenUnchecked(options);

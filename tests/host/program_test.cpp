@@ -268,6 +268,14 @@ TEST_F(Program, AConnectionStringOfAnotherEngineIsRefused) {
   EXPECT_NE(outcome.error.find("连接字符串"), std::string::npos) << outcome.error;
 }
 
+TEST_F(Program, APasswordIsNeverShown) {
+  for (const char* command : {"--new", "check"}) {
+    const Outcome outcome = Run(std::string(command) + " --connection 'Driver=Other;Uid=u;Pwd=geheim'");
+    EXPECT_NE(outcome.error.find("Driver=Other"), std::string::npos) << outcome.error;
+    EXPECT_EQ((outcome.out + outcome.error).find("geheim"), std::string::npos) << outcome.error;
+  }
+}
+
 TEST_F(Program, AConnectionStringOfTheEmbeddedEngineOpensItsFile) {
   Run("create-sample '" + In("s.db").string() + "'");
   PutBadPhotograph(In("photos"));
