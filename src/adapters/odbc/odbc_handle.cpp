@@ -2,6 +2,7 @@
 
 #include <sqlucode.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <utility>
@@ -42,6 +43,12 @@ std::string WordsOf(std::string message) {
   return words;
 }
 
+// What stands before the NUL that a driver ends its text with.
+template <typename Text>
+void CutAtNul(Text& text) {
+  text.resize(std::min(text.find(typename Text::value_type{}), text.size()));
+}
+
 // A text of ours as an argument.
 SQLCHAR* Bytes(std::string& text) { return reinterpret_cast<SQLCHAR*>(text.data()); }
 
@@ -56,8 +63,8 @@ bool GetRecord(SQLSMALLINT kind, SQLHANDLE handle, SQLSMALLINT record, bool in_u
     if (!SQL_SUCCEEDED(
             SQLGetDiagRec(kind, handle, record, Bytes(state), &number, Bytes(words), kMost, &length)))
       return false;
-    state = state.c_str();
-    words = words.c_str();
+    CutAtNul(state);
+    CutAtNul(words);
     return true;
   }
   Wide wide_state(6, 0);
@@ -65,8 +72,10 @@ bool GetRecord(SQLSMALLINT kind, SQLHANDLE handle, SQLSMALLINT record, bool in_u
   if (!SQL_SUCCEEDED(SQLGetDiagRecW(kind, handle, record, wide_state.data(), &number, wide_words.data(),
                                     kMost, &length)))
     return false;
-  state = ToUtf8(Wide(wide_state.c_str()));
-  words = ToUtf8(Wide(wide_words.c_str()));
+  CutAtNul(wide_state);
+  CutAtNul(wide_words);
+  state = ToUtf8(wide_state);
+  words = ToUtf8(wide_words);
   return true;
 }
 
@@ -178,7 +187,8 @@ std::string Query::Attribute(int column, SQLUSMALLINT what) const {
     std::string name(1024, '\0');
     statement_.Require(SQLColAttribute(statement_.Get(), ColumnNumber(column), what, name.data(),
                                        static_cast<SQLSMALLINT>(name.size()), &bytes, nullptr));
-    return name.c_str();
+    CutAtNul(name);
+    return name;
   }
   std::array<SQLWCHAR, 1024> text{};
   statement_.Require(SQLColAttributeW(statement_.Get(), ColumnNumber(column), what, text.data(),

@@ -300,6 +300,25 @@ TEST_F(MaskEdBoxTest, PasteKeepsThePartsApartWhereALiteralRepeats) {
   });
 }
 
+TEST_F(MaskEdBoxTest, PasteEndsBehindAllLiteralsThatFollow) {
+  InBox([&](MaskEdBox& box) {
+    box.SetMask("##--##");
+    user.Paste("12-");
+    EXPECT_EQ(box.Text(), "12--__");
+    EXPECT_EQ(box.SelStart(), 4U);
+  });
+}
+
+TEST_F(MaskEdBoxTest, DeleteLeavesTheBlankMaskOfATextThatDoesNotFitAlsoWhereNoDigitFollows) {
+  InBox([&](MaskEdBox& box) {
+    box.SetMask("未详");
+    box.SetText("1990");
+    user.Press(kKeyDelete);
+    EXPECT_EQ(box.Text(), "未详");
+    EXPECT_EQ(platform.beeps, 0);
+  });
+}
+
 TEST_F(MaskEdBoxTest, PasteRaisesChangeOnce) {
   InBox([&](MaskEdBox& box) {
     user.Paste("1990年03月");

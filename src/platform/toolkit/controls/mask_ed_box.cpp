@@ -181,6 +181,7 @@ bool MaskEdBox::Insert(const std::string& text, Draft& draft, const CharacterLis
       all_fit = false;
     }
   }
+  caret = BehindLiterals(mask, caret);
   return all_fit;
 }
 
@@ -205,6 +206,7 @@ void MaskEdBox::UserBackspace() {
 
 void MaskEdBox::UserDelete() {
   UserEdit(EditKind::kErased, [&](Draft& draft, const CharacterList& mask) {
+    if (!Fills(Text())) return true;  // the blank mask is all that is left
     auto& [caret, length] = draft.selection;
     if (length > 0) {
       BlankSelection(draft, mask);
