@@ -75,7 +75,7 @@ PictureCounts CountPicture(Bytes bytes) {
     if (StandsAlone(marker)) continue;
     if (bytes.size() < 2) break;
     const std::size_t length =
-        std::min<std::size_t>(std::max<std::uint64_t>(NumberAt(bytes, 0), 2), bytes.size());
+        static_cast<std::size_t>(std::clamp<std::uint64_t>(NumberAt(bytes, 0), 2, bytes.size()));
     CountSegment(counts, marker, bytes.subspan(2, length - 2));
     bytes = bytes.subspan(length);
   }
