@@ -64,10 +64,6 @@ double Samples::Median() const {
   return sorted[sorted.size() / 2];
 }
 
-double Samples::Least() const {
-  return values_.empty() ? 0 : *std::min_element(values_.begin(), values_.end());
-}
-
 void Measure(benchmark::State& state, Samples& samples, const std::function<void()>& work) {
   const double milliseconds = Milliseconds(work);
   samples.Add(milliseconds);

@@ -15,10 +15,8 @@ double Milliseconds(const std::function<void()>& work);
 
 class Samples {
  public:
-  void Add(double milliseconds) { values_.push_back(milliseconds); }
+  void Add(double value) { values_.push_back(value); }
   double Median() const;
-  // What else the machine does only adds to a time: the least is nearest to what the work itself takes.
-  double Least() const;
 
  private:
   std::vector<double> values_;
