@@ -155,7 +155,10 @@ bool InputFilter::StopsKey(QWidget& widget, QKeyEvent& event) {
 bool InputFilter::PassKey(QWidget& widget, const QKeyEvent& event) const {
   WidgetView* view = application_.ViewOf(widget.window());
   if (!view) return true;
-  return FormOf(*view).UserKey(StrokeOf(event));
+  // A handler may have ended the window, and a loop of its own what was put off.
+  const QPointer<QWidget> alive = &widget;
+  const bool passed = FormOf(*view).UserKey(StrokeOf(event));
+  return passed && alive;
 }
 
 // A control on a hidden tab may have the model's focus but not the native one: its keys come to the
