@@ -40,9 +40,12 @@ const std::map<std::string, std::set<std::string>> kAllowed = {
     {"adapters/odbc", {"platform/environment", "platform/ado", "platform/jet"}},
     {"adapters/headless", {"platform/environment", "platform/files", "platform/toolkit"}},
     {"adapters/qt", {"platform/environment", "platform/files", "platform/toolkit"}},
-    {"adapters/win32", {"platform/environment", "platform/files", "platform/toolkit"}},
+    // What both adapters of Windows need: its headers and its texts.
+    {"adapters/windows", {}},
+    {"adapters/win32", {"adapters/windows", "platform/environment", "platform/files", "platform/toolkit"}},
     // The COM server joins the system with the views and the connection of its host, as a program does.
-    {"adapters/com", {"platform/environment", "platform/ado", "platform/toolkit", "shell", "visit"}},
+    {"adapters/com",
+     {"adapters/windows", "platform/environment", "platform/ado", "platform/toolkit", "shell", "visit"}},
 };
 
 // Written by the build: names and places that hosts see as well.

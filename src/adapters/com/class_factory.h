@@ -2,7 +2,7 @@
 #pragma once
 
 #include "adapters/com/pointers.h"
-#include "adapters/com/windows_headers.h"
+#include "adapters/windows/windows_headers.h"
 
 namespace dossierkit::com {
 

@@ -1,7 +1,7 @@
 // Failures across the border: what the component throws as COM tells it, and what COM tells as a Failure.
 #pragma once
 
-#include "adapters/com/windows_headers.h"
+#include "adapters/windows/windows_headers.h"
 #include "platform/environment/failure.h"
 
 namespace dossierkit::com {

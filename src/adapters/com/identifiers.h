@@ -1,7 +1,7 @@
 // The identifiers that hosts bind to.
 #pragma once
 
-#include "adapters/com/windows_headers.h"
+#include "adapters/windows/windows_headers.h"
 
 namespace dossierkit::com {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "adapters/com/windows_headers.h"
+#include "adapters/windows/texts.h"
 
 namespace dossierkit::com {
 
@@ -89,9 +89,8 @@ class Variant {
   VARIANT held_;
 };
 
-// Between UTF-8 and the texts of Windows; what is no text becomes U+FFFD.
-std::wstring Wide(std::string_view text);
-std::string Utf8(std::wstring_view text);
+using windows::Utf8;
+using windows::Wide;
 std::string TextOf(BSTR text);  // null is the empty text
 
 }  // namespace dossierkit::com

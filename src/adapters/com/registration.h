@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "adapters/com/windows_headers.h"
+#include "adapters/windows/windows_headers.h"
 
 namespace dossierkit::com {
 

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "adapters/com/windows_headers.h"
+#include "adapters/windows/windows_headers.h"
 #include "platform/toolkit/loop/platform.h"
 
 namespace dossierkit::com {

@@ -6,7 +6,7 @@
 #include <atomic>
 
 #include "adapters/com/pointers.h"
-#include "adapters/com/windows_headers.h"
+#include "adapters/windows/windows_headers.h"
 #include "shell/i_user_ctrl.h"
 
 namespace dossierkit::com {
