@@ -1,9 +1,15 @@
 #include "host/commands.h"
 
+#include <filesystem>
 #include <iostream>
 #include <utility>
 #include <vector>
 
+#ifdef DOSSIERKIT_SERVERS
+#include "adapters/odbc/odbc_connection.h"
+#include "adapters/sqlite/sqlite_connection.h"
+#include "host/server/create.h"
+#endif
 #include "dossierkit/version.h"
 #include "host/check/check.h"
 #include "host/database.h"
@@ -14,6 +20,20 @@
 
 namespace dossierkit::host {
 namespace {
+
+// A database like `source`, in a file or on a server.
+void Create(const Options& options, const std::filesystem::path& source,
+            void (*create_file)(const std::filesystem::path& target)) {
+  if (options.connection.empty()) return create_file(PathOf(options.file));
+  if (const auto file = FileOf(options.connection)) return create_file(PathOf(*file));
+#ifdef DOSSIERKIT_SERVERS
+  sqlite::SqliteConnection from(TextOf(source));
+  // Nothing else than a server's is left.
+  server::CreateFrom(from, dynamic_cast<odbc::OdbcConnection&>(*OpenUnchecked(options)));
+#else
+  OpenUnchecked(options);
+#endif
+}
 
 // One line for each fault.
 int RunCheck(const Options& options) {
@@ -48,8 +68,8 @@ std::optional<int> RunCommand(const Options& options) {
   switch (options.action) {
     case Options::Action::kHelp: std::cout << Usage(); return 0;
     case Options::Action::kVersion: std::cout << "dossier " << kVersion << "\n"; return 0;
-    case Options::Action::kCreateSample: CreateSample(PathOf(options.file)); return 0;
-    case Options::Action::kCreateEmpty: CreateEmpty(PathOf(options.file)); return 0;
+    case Options::Action::kCreateSample: Create(options, SampleDatabase(), CreateSample); return 0;
+    case Options::Action::kCreateEmpty: Create(options, EmptyDatabase(), CreateEmpty); return 0;
     case Options::Action::kCheck: return RunCheck(options);
     case Options::Action::kPeople:
     case Options::Action::kVisit:

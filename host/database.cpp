@@ -128,13 +128,16 @@ class TraceFile {
 
 }  // namespace
 
+std::optional<std::string> FileOf(const std::string& connection) {
+  const Embedded embedded = EmbeddedOf(connection);
+  if (!embedded.is_meant) return {};
+  if (embedded.file.empty())
+    RefuseConnection(connection, "请写成 Driver=SQLite3;Database=数据库文件 的形式。");
+  return embedded.file;
+}
+
 std::shared_ptr<ado::Connection> OpenUnchecked(const Options& options) {
-  if (!options.connection.empty()) {
-    const Embedded embedded = EmbeddedOf(options.connection);
-    if (!embedded.is_meant) return OpenServer(options.connection);
-    if (embedded.file.empty())
-      RefuseConnection(options.connection, "请写成 Driver=SQLite3;Database=数据库文件 的形式。");
-  }
+  if (!options.connection.empty() && !FileOf(options.connection)) return OpenServer(options.connection);
   return Open(NameOf(options));
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "host/options.h"
@@ -15,6 +16,10 @@ std::shared_ptr<ado::Connection> OpenDatabase(const Options& options);
 
 // The same without a look at its tables.
 std::shared_ptr<ado::Connection> OpenUnchecked(const Options& options);
+
+// The file that a connection string of the embedded engine names; nothing for one of a server. Throws a
+// Failure for one that names none.
+std::optional<std::string> FileOf(const std::string& connection);
 
 // The connection that the component is given: `database` itself, or with --trace-sql one that writes down
 // what runs through it. The host's own statements go to `database`. Throws a Failure where the trace

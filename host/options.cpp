@@ -37,11 +37,20 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.action = Options::Action::kVersion;
       return options;
     }
-    if ((argument == "create-sample" || argument == "create-empty") && next == 1) {
-      options.action =
-          argument == "create-sample" ? Options::Action::kCreateSample : Options::Action::kCreateEmpty;
-      options.file = value_of(argument);
-      if (next != arguments.size()) throw UsageError(argument + " takes one file");
+    if (argument.starts_with("create-") && next == 1) {
+      if (argument == "create-empty") {
+        options.action = Options::Action::kCreateEmpty;
+      } else if (argument == "create-sample" || argument == "create-server") {
+        options.action = Options::Action::kCreateSample;
+      } else {
+        throw UsageError("unknown argument '" + argument + "'");
+      }
+      const bool is_on_server = next < arguments.size() && arguments[next] == "--connection";
+      if (argument == "create-server" && !is_on_server) throw UsageError("create-server takes --connection");
+      if (is_on_server) ++next;
+      (is_on_server ? options.connection : options.file) = value_of(is_on_server ? "--connection" : argument);
+      if (next != arguments.size())
+        throw UsageError(argument + (is_on_server ? " takes one connection string" : " takes one file"));
       return options;
     }
     if (argument == "check" && next == 1) {
@@ -99,8 +108,9 @@ std::string Usage() {
                [--person ID | --new] [--operation-type N] [--person-type N]
                [--trace-sql FILE] [--tour DIR]
        dossier check [--database FILE | --connection STRING] [--photos DIR] [--json]
-       dossier create-sample FILE
-       dossier create-empty FILE
+       dossier create-sample FILE | --connection STRING
+       dossier create-empty FILE | --connection STRING
+       dossier create-server --connection STRING
        dossier --help | --version
 
 Without --person or --new: a window with the people of the database.
@@ -120,7 +130,9 @@ Without --person or --new: a window with the people of the database.
                         --json gives one JSON object per line; the photographs are checked where --photos
                         names them, or with the working copy of the sample
   create-sample FILE    writes a fresh copy of the sample database; refuses a file that is there
-  create-empty FILE     the same without people: tables, metadata and code tables alone
+  create-empty FILE     the same without people: tables, metadata and code tables alone;
+                        both make it in the empty database of a server where --connection names one
+  create-server         the same as create-sample, on a server; docs/servers.md tells how one is set up
 
 The working copies lie in $XDG_DATA_HOME/dossierkit, by default in ~/.local/share/dossierkit.
 Prints "ShowDossier returned True" or "... False" and exits with 0; exits with 1 where a call failed

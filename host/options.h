@@ -20,7 +20,7 @@ struct Options {
   std::optional<std::int16_t> person_type;  // by default the stored person's own, or 1
   std::string trace_file;
   std::string folder;  // of the tour's pictures
-  std::string file;    // of create-sample and create-empty
+  std::string file;    // of create-sample and create-empty, unless `connection` says where
   bool json = false;   // of check
 };
 

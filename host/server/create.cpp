@@ -6,6 +6,7 @@
 #include "host/server/schema.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
+#include "platform/environment/value.h"
 #include "platform/jet/renderer.h"
 
 namespace dossierkit::server {
@@ -13,16 +14,36 @@ namespace {
 
 constexpr std::int32_t kRowsOfAStatement = 200;
 
-void RequireEmpty(const Schema& schema, odbc::OdbcConnection& to) {
+// The first cell of what a question gives, empty where it gives no row.
+std::string Answer(odbc::OdbcConnection& server, const std::string& question) {
+  const ado::Snapshot rows = server.RunNative(question);
+  return rows.RowCount() == 0 ? std::string() : environment::TextOf(rows.ValueAt(0, 0));
+}
+
+void RequireEmpty(odbc::OdbcConnection& to) {
+  const std::string table = Answer(to, AnyTableQuestion(to.EngineName()));
+  if (!table.empty()) {
+    throw environment::Failure(environment::kEngineFailure,
+                               "数据库中已有表 " + table + "，没有做任何改动：请指定一个空的数据库。");
+  }
+  const auto question = UnfitQuestion(to.EngineName());
+  if (!question) return;
+  const std::string settings = Answer(to, *question);
+  if (!settings.empty()) {
+    throw environment::Failure(environment::kEngineFailure,
+                               "数据库的编码和排序规则是 " + settings +
+                                   "，没有做任何改动：请建立编码为 UTF8、排序规则为 C 的数据库。");
+  }
+}
+
+// What was made before a failure, where the server keeps it.
+void DropMade(const Schema& schema, odbc::OdbcConnection& to) {
   for (const Table& table : schema.tables) {
     try {
-      to.Run("select count(*) from " + table.name);
-    } catch (const environment::Failure& failure) {
-      if (failure.number() == environment::kNoSuchTable) continue;
-      throw;
+      to.RunNative("drop table if exists " + QuotedName(to.EngineName(), table.name));
+    } catch (const environment::Failure&) {
+      // The server has gone; the first failure tells it.
     }
-    throw environment::Failure(environment::kEngineFailure,
-                               "数据库中已有表 " + table.name + "，没有做任何改动：请指定一个空的数据库。");
   }
 }
 
@@ -55,14 +76,15 @@ void CopyRows(ado::Connection& from, odbc::OdbcConnection& to, const Table& tabl
 
 void CreateFrom(ado::Connection& from, odbc::OdbcConnection& to) {
   const Schema schema = SchemaOf(from);
-  RequireEmpty(schema, to);
-  for (const std::string& statement : StatementsFor(to.EngineName(), schema)) to.RunNative(statement);
+  RequireEmpty(to);
   to.BeginTrans();
   try {
+    for (const std::string& statement : StatementsFor(to.EngineName(), schema)) to.RunNative(statement);
     for (const Table& table : schema.tables) CopyRows(from, to, table);
     to.CommitTrans();
   } catch (...) {
     to.RollbackTrans();
+    DropMade(schema, to);
     throw;
   }
 }

@@ -9,8 +9,8 @@
 namespace dossierkit::server {
 
 // Makes in the empty database of `to` the tables, indexes and triggers of `from`, a database of the embedded
-// engine, and copies its rows, all of them or none. Throws a Failure; a database that has one of the tables
-// already is refused before anything is done.
+// engine, and copies its rows, all of them or nothing. Throws a Failure; a database that has a table or view
+// already, or whose order is not that of bytes, is refused before anything is done.
 void CreateFrom(ado::Connection& from, odbc::OdbcConnection& to);
 
 }  // namespace dossierkit::server

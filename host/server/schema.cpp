@@ -24,30 +24,33 @@ struct Words {
   const char* identifier;  // a version 4 GUID in braces
   const char* first_column;
   const char* behind_table;
+  const char* any_table;  // a question for the name of a table or view that is there
+  const char* unfit;      // a question that gives a row where a database cannot be used, with its settings
 };
 
-constexpr Words kPostgresql{"PostgreSQL",
-                            "\"",
-                            true,
-                            "text",
-                            "timestamp(0)",
-                            "('{' || upper(cast(gen_random_uuid() as text)) || '}')",
-                            "",
-                            ""};
+constexpr Words kPostgresql{
+    "PostgreSQL", "\"", true, "text", "timestamp(0)",
+    "('{' || upper(cast(gen_random_uuid() as text)) || '}')", "", "",
+    "select relname from pg_class where relnamespace = to_regnamespace(current_schema()) "
+    "and relkind in ('r', 'p', 'v', 'm', 'f') order by relname limit 1",
+    // Rows are wanted in the order of the bytes of their texts.
+    "select pg_encoding_to_char(encoding) || ', ' || datcollate from pg_database where "
+    "datname = current_database() and not (pg_encoding_to_char(encoding) = 'UTF8' and "
+    "datcollate in ('C', 'POSIX', 'C.UTF-8', 'C.utf8'))"};
 // Columns of a key that "select *" does not show: a cluster wants one, and rows come back as they were
 // entered.
 constexpr Words kMariadb{
-    "MariaDB",
-    "`",
-    false,
-    "mediumtext",
-    "datetime",
+    "MariaDB", "`", false, "mediumtext", "datetime",
     "(concat('{', substr(hex(random_bytes(4)), 1, 8), '-', hex(random_bytes(2)), '-4', "
     "substr(hex(random_bytes(2)), 2), "
     "'-', substr('89AB', 1 + (ord(random_bytes(1)) & 3), 1), substr(hex(random_bytes(2)), 2), '-', "
     "hex(random_bytes(6)), '}'))",
     "entry_number bigint unsigned not null auto_increment invisible primary key, ",
-    " engine = InnoDB character set utf8mb4 collate utf8mb4_general_nopad_ci"};
+    " engine = InnoDB character set utf8mb4 collate utf8mb4_general_nopad_ci",
+    "select table_name from information_schema.tables where table_schema = database() order by table_name "
+    "limit 1",
+    // Each table brings its own.
+    nullptr};
 
 const Words& WordsOf(const std::string& engine) {
   if (engine == kPostgresql.engine) return kPostgresql;
@@ -193,6 +196,13 @@ std::vector<std::string> StatementsFor(const std::string& engine, const Schema& 
   }
   for (std::string& statement : TriggerStatements(words, schema)) statements.push_back(std::move(statement));
   return statements;
+}
+
+std::string AnyTableQuestion(const std::string& engine) { return WordsOf(engine).any_table; }
+
+std::optional<std::string> UnfitQuestion(const std::string& engine) {
+  const char* question = WordsOf(engine).unfit;
+  return question == nullptr ? std::nullopt : std::optional<std::string>(question);
 }
 
 std::string QuotedName(const std::string& engine, const std::string& name) {

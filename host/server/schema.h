@@ -1,6 +1,7 @@
 // The schema of a dossier database, read from one that is there and written for a server.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,11 @@ Schema SchemaOf(ado::Connection& database);
 // `engine` is "PostgreSQL" or "MariaDB"; throws a Failure for any other. Record numbers have 32 bits, texts
 // are compared without regard to case, and the rows of a person go with his last row of A01.
 std::vector<std::string> StatementsFor(const std::string& engine, const Schema& schema);
+
+// Questions in that server's own SQL: for the name of any table or view that is there already, and for the
+// settings of a database that cannot be used; neither gives a row where all is well.
+std::string AnyTableQuestion(const std::string& engine);
+std::optional<std::string> UnfitQuestion(const std::string& engine);
 
 // A name as that server writes it in its own SQL.
 std::string QuotedName(const std::string& engine, const std::string& name);

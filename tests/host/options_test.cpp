@@ -56,6 +56,21 @@ TEST(Options, CreateEmptyHasOneFile) {
   EXPECT_THROW(ParseOptions({"create-empty", "a", "b"}), UsageError);
 }
 
+TEST(Options, ADatabaseIsMadeOnAServerByItsConnectionString) {
+  for (const char* command : {"create-sample", "create-server"}) {
+    const Options options = ParseOptions({command, "--connection", "Driver=x"});
+    EXPECT_EQ(options.action, Action::kCreateSample) << command;
+    EXPECT_EQ(options.connection, "Driver=x");
+    EXPECT_EQ(options.file, "");
+    EXPECT_THROW(ParseOptions({command, "--connection"}), UsageError) << command;
+    EXPECT_THROW(ParseOptions({command, "--connection", "x", "y"}), UsageError) << command;
+  }
+  EXPECT_EQ(ParseOptions({"create-empty", "--connection", "c"}).action, Action::kCreateEmpty);
+  EXPECT_THROW(ParseOptions({"create-server", "f.db"}), UsageError);
+  EXPECT_THROW(ParseOptions({"create-server"}), UsageError);
+  EXPECT_THROW(ParseOptions({"create-other", "f.db"}), UsageError);
+}
+
 TEST(Options, CheckTakesADatabaseAndPhotographs) {
   const Options options = ParseOptions({"check", "--database", "d.db", "--photos", "dir", "--json"});
   EXPECT_EQ(options.action, Action::kCheck);

@@ -1,4 +1,6 @@
 // The program as its users start it: exit codes, standard output and error.
+#include "tests/support/program.h"
+
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -22,18 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Outcome {
-  int code;
-  std::string out;
-  std::string error;
-};
-
-std::string Read(const fs::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return text.str();
-}
-
 // The lines of an output but for what Qt says without a screen.
 std::string Complaints(const std::string& error) {
   std::istringstream lines(error);
@@ -56,12 +46,7 @@ class Program : public testing::Test {
   ~Program() override { fs::remove_all(folder_); }
 
   Outcome Run(const std::string& arguments, const std::string& before = {}) {
-    const fs::path out = folder_ / "out";
-    const fs::path error = folder_ / "error";
-    const std::string command = before + DossierProgram() + " " + arguments + " >'" + out.string() + "' 2>'" +
-                                error.string() + "' </dev/null";
-    const int status = std::system(command.c_str());
-    return {WEXITSTATUS(status), Read(out), Read(error)};
+    return RunProgram(folder_, arguments, before);
   }
   fs::path In(const std::string& name) const { return folder_ / name; }
 
@@ -131,6 +116,16 @@ TEST_F(Program, CreateEmptyWritesTheSameDatabaseWithoutPeople) {
     EXPECT_EQ(One(database, "select count(*) from " + table),
               of_people ? "0" : One(*sample, "select count(*) from " + table))
         << table;
+  }
+}
+
+TEST_F(Program, CreateTakesAFileByItsConnectionString) {
+  for (const std::string command : {"create-sample", "create-server", "create-empty"}) {
+    const std::string file = In(command + ".db").string();
+    const Outcome outcome = Run(command + " --connection 'Driver=SQLite3;Database=" + file + "'");
+    EXPECT_EQ(outcome.code, 0) << outcome.error;
+    sqlite::SqliteConnection database(file);
+    EXPECT_EQ(One(database, "select count(*) from A01"), command == "create-empty" ? "0" : "12");
   }
 }
 

@@ -38,12 +38,7 @@ std::shared_ptr<ado::Connection> OpenConformanceDatabase() {
   const std::string engine = tests::ServerOfThisRun();
   const bool is_postgresql = engine == "postgresql";
   const Words& words = is_postgresql ? kPostgresql : kMariadb;
-  const auto server = tests::OpenServer(engine);
-  server->RunNative("drop database if exists conformance");
-  server->RunNative(is_postgresql
-                        ? "create database conformance template template0 encoding 'UTF8' locale 'C'"
-                        : "create database conformance character set utf8mb4 collate "
-                          "utf8mb4_general_nopad_ci");
+  tests::MakeDatabase(engine, "conformance");
   auto connection = tests::OpenServer(engine, "conformance");
   std::string tables = kTables;
   tables = environment::Replace(tables, "{quote}", words.quote);

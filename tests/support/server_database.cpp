@@ -83,9 +83,7 @@ class Copies {
   }
 
   void MakeTemplate(sqlite::SqliteConnection& sample) {
-    server_->RunNative(std::string("drop database if exists ") + kTemplate);
-    server_->RunNative(std::string("create database ") + kTemplate +
-                       (is_postgresql_ ? " template template0 encoding 'UTF8' locale 'C'" : ""));
+    MakeDatabase(engine_, kTemplate);
     const auto made = OpenServer(engine_, kTemplate);
     server::CreateFrom(sample, *made);
     if (is_postgresql_) {

@@ -34,6 +34,14 @@ std::shared_ptr<odbc::OdbcConnection> OpenServer(const std::string& engine, cons
   return std::make_shared<odbc::OdbcConnection>(ServerString(engine, database));
 }
 
+void MakeDatabase(const std::string& engine, const std::string& database) {
+  const auto server = OpenServer(engine);
+  server->RunNative("drop database if exists " + database);
+  server->RunNative("create database " + database +
+                    (engine == "postgresql" ? " template template0 encoding 'UTF8' locale 'C'"
+                                            : " character set utf8mb4 collate utf8mb4_general_nopad_ci"));
+}
+
 std::string ServerOfThisRun() {
   const char* name = std::getenv("DOSSIERKIT_ENGINE");
   const std::string engine = name == nullptr ? "" : name;

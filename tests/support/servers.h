@@ -16,6 +16,9 @@ std::string ServerString(const std::string& engine, const std::string& database 
 // Opens it.
 std::shared_ptr<odbc::OdbcConnection> OpenServer(const std::string& engine, const std::string& database = {});
 
+// Makes a database without a table on it, in the place of one of that name.
+void MakeDatabase(const std::string& engine, const std::string& database);
+
 // The engine of this run, where it is one of the servers; else as above.
 std::string ServerOfThisRun();
 

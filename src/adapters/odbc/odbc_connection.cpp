@@ -50,10 +50,10 @@ const jet::Renderer& OdbcConnection::EngineRenderer() const {
   return OpenParts({}).session.engine().renderer;
 }
 
-void OdbcConnection::RunNative(const std::string& statement) {
+ado::Snapshot OdbcConnection::RunNative(const std::string& statement) {
   Parts& parts = OpenParts(statement);
   parts.transactions.RequireUsable();
-  parts.session.Run(statement);
+  return parts.statements.RunNative(statement);
 }
 
 std::string ShownConnectionString(const std::string& connection_string) {

@@ -41,8 +41,8 @@ class DOSSIERKIT_EXPORT OdbcConnection : public ado::Connection {
   std::string EngineName() const;
   // How the server writes constants and names.
   const jet::Renderer& EngineRenderer() const;
-  // Runs one statement of the server's own SQL, past the dialect: schemas and test data.
-  void RunNative(const std::string& statement);
+  // Runs one statement of the server's own SQL, past the dialect, and gives its rows: schemas and test data.
+  ado::Snapshot RunNative(const std::string& statement);
 
  private:
   struct Parts;

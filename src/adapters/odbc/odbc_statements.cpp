@@ -74,6 +74,12 @@ ado::Snapshot Statements::Run(const std::string& statement) {
   }
 }
 
+ado::Snapshot Statements::RunNative(const std::string& text) {
+  jet::Statement native;
+  native.text = text;
+  return session_.Told(text, [&] { return Rows(native); });
+}
+
 jet::TableColumns Statements::ColumnsOf(const std::string& table) {
   const std::string text = environment::Replace(session_.engine().columns, "%",
                                                 jet::ConstantOf(table, session_.engine().renderer));
@@ -99,7 +105,7 @@ ado::Snapshot Statements::Rows(const jet::Statement& translated) {
   if (translated.kind != jet::Statement::Kind::kSelect) return rows;
   const int count = query.ColumnCount();
   for (int i = 0; i < count; ++i) rows.AddColumn(ColumnAt(query, i, translated, session_.engine()));
-  while (query.Fetch()) {
+  while (count > 0 && query.Fetch()) {
     for (int i = 0; i < count; ++i) AppendCell(rows, query, i);
   }
   return rows;

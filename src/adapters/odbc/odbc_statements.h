@@ -17,6 +17,8 @@ class Statements {
 
   // The rows that one statement gives, no columns for one that gives none.
   ado::Snapshot Run(const std::string& statement);
+  // The same for a text of the server's own SQL.
+  ado::Snapshot RunNative(const std::string& text);
 
  private:
   jet::TableColumns ColumnsOf(const std::string& table);

@@ -1,0 +1,102 @@
+// What a server makes of a schema of the embedded engine.
+#include "host/server/schema.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/environment/failure.h"
+#include "tests/support/memory_database.h"
+
+namespace dossierkit::server {
+namespace {
+
+using Statements = std::vector<std::string>;
+
+constexpr char kSmall[] = R"(
+  create table s_infoitem (
+    tblname varchar(10) collate nocase,   -- name, of a set
+    "Check" varchar(60) collate nocase,
+    "IsNUll" boolean not null
+  );
+  create index ix_item on s_infoitem (tblname);
+  create table S_GUID (id varchar(38) collate nocase default ('{' || hex(randomblob(4)) || '}'), val varchar(10));
+  create table GB1 (dmcod varchar(10) collate nocase, dmattr boolean);
+  create index ix_GB1_level on GB1 (length(dmcod), dmcod, dmattr);
+  create table A01 (A00 varchar(36) collate nocase, A0104 datetime, A0140 ntext, A0199 integer);
+  create table A02 (A00 varchar(36) collate nocase, A0299 integer);
+)";
+
+Schema Small() {
+  const auto database = tests::OpenInMemory();
+  database->RunScript(kSmall);
+  return SchemaOf(*database);
+}
+
+TEST(Schemas, AreReadWithTypesOfTheirOwn) {
+  const Schema schema = Small();
+  ASSERT_EQ(schema.tables.size(), 5U);
+  const Table& item = schema.tables[0];
+  EXPECT_EQ(item.name, "s_infoitem");
+  ASSERT_EQ(item.columns.size(), 3U);
+  EXPECT_EQ(item.columns[0].name, "tblname");
+  EXPECT_EQ(item.columns[0].type, "varchar(10)");
+  EXPECT_FALSE(item.columns[0].not_null);
+  EXPECT_EQ(item.columns[1].name, "Check");
+  EXPECT_EQ(item.columns[2].type, "boolean");
+  EXPECT_TRUE(item.columns[2].not_null);
+  EXPECT_TRUE(schema.tables[1].columns[0].draws_identifier);
+  EXPECT_FALSE(schema.tables[1].columns[1].draws_identifier);
+  ASSERT_EQ(schema.indexes.size(), 2U);
+  EXPECT_EQ(schema.indexes[1].name, "ix_GB1_level");
+  EXPECT_EQ(schema.indexes[1].table, "GB1");
+  EXPECT_EQ(schema.indexes[1].items, (Statements{"length(dmcod)", "dmcod", "dmattr"}));
+}
+
+TEST(Schemas, OfAnUnknownServerAreRefused) {
+  try {
+    StatementsFor("Oracle", Small());
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.description(), "没有为数据库服务器“Oracle”准备的表结构。");
+  }
+}
+
+TEST(Schemas, OnPostgresqlFoldNamesAndTexts) {
+  const Statements statements = StatementsFor("PostgreSQL", Small());
+  ASSERT_EQ(statements.size(), 9U);
+  EXPECT_EQ(
+      statements[0],
+      R"(create table "s_infoitem" ("tblname" varchar(10), "check" varchar(60), "isnull" boolean not null))");
+  EXPECT_EQ(
+      statements[1],
+      R"(create table "s_guid" ("id" varchar(38) default ('{' || upper(cast(gen_random_uuid() as text)) || )"
+      R"('}'), "val" varchar(10)))");
+  EXPECT_EQ(statements[3],
+            R"(create table "a01" ("a00" varchar(36), "a0104" timestamp(0), "a0140" text, "a0199" integer))");
+  EXPECT_EQ(statements[5], R"(create index "ix_item" on "s_infoitem" (lower("tblname") nulls first))");
+  EXPECT_EQ(statements[6],
+            R"(create index "ix_gb1_level" on "gb1" (length(dmcod) nulls first, lower("dmcod") nulls first, )"
+            R"("dmattr" nulls first))");
+  EXPECT_EQ(
+      statements[7],
+      "create function tr_a01_delete() returns trigger language plpgsql as $$ begin if not exists (select "
+      "1 from \"a01\" where lower(a00) = lower(old.a00)) then delete from \"a02\" where lower(a00) = "
+      "lower(old.a00); end if; return null; end $$");
+}
+
+TEST(Schemas, OnMariadbHaveAKeyOfTheirOwn) {
+  const Statements statements = StatementsFor("MariaDB", Small());
+  ASSERT_EQ(statements.size(), 7U) << "it has no index on a function";
+  EXPECT_EQ(
+      statements[3],
+      "create table `A01` (entry_number bigint unsigned not null auto_increment invisible primary key, "
+      "`A00` varchar(36), `A0104` datetime, `A0140` mediumtext, `A0199` integer) engine = InnoDB character "
+      "set utf8mb4 collate utf8mb4_general_nopad_ci");
+  EXPECT_EQ(statements[5], "create index `ix_item` on `s_infoitem` (`tblname`)");
+  EXPECT_EQ(
+      statements[6],
+      "create trigger tr_A01_delete after delete on A01 for each row begin if not exists (select 1 from "
+      "`A01` where A00 = old.A00) then delete from `A02` where A00 = old.A00; end if; end");
+}
+
+}  // namespace
+}  // namespace dossierkit::server
