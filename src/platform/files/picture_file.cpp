@@ -24,6 +24,7 @@ enum Marker : unsigned char {
   kEnd = 0xD9,
   kScan = 0xDA,
   kFirstApplication = 0xE0,
+  kCameraNote = 0xE1,
   kLastApplication = 0xEF,
   kComment = 0xFE,
 };
@@ -55,6 +56,22 @@ bool IsFrame(unsigned char marker) {
          marker != kArithmeticTables;
 }
 
+// Calls see(marker, body) for each segment of a JPEG up to the end of the picture, as long as it gives true.
+template <typename See>
+void SeeSegments(Bytes bytes, const See& see) {
+  if (bytes.size() < 2 || bytes[0] != 0xFF || bytes[1] != kStart) return;
+  bytes = bytes.subspan(2);
+  while (const unsigned char marker = TakeMarker(bytes)) {
+    if (marker == kEnd) break;
+    if (StandsAlone(marker)) continue;
+    if (bytes.size() < 2) break;
+    const std::size_t length =
+        static_cast<std::size_t>(std::clamp<std::uint64_t>(NumberAt(bytes, 0), 2, bytes.size()));
+    if (!see(marker, bytes.subspan(2, length - 2))) break;
+    bytes = bytes.subspan(length);
+  }
+}
+
 void CountSegment(PictureCounts& counts, unsigned char marker, Bytes body) {
   if (marker == kScan) ++counts.scans;
   if (marker == kComment || (marker >= kFirstApplication && marker <= kLastApplication)) ++counts.notes;
@@ -64,22 +81,68 @@ void CountSegment(PictureCounts& counts, unsigned char marker, Bytes body) {
   if (body.size() >= 5) counts.pixels = std::max(counts.pixels, NumberAt(body, 1) * NumberAt(body, 3));
 }
 
+// What stands in a camera's note, in its own order of bytes; 0 beyond its end.
+class CameraNote {
+ public:
+  explicit CameraNote(Bytes bytes) : bytes_(bytes), from_end_(!bytes.empty() && bytes[0] == 'I') {}
+  std::uint64_t At(std::uint64_t place, std::size_t size) const {
+    if (place > bytes_.size() || size > bytes_.size() - place) return 0;
+    std::uint64_t number = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+      const std::size_t byte = static_cast<std::size_t>(place) + (from_end_ ? size - 1 - i : i);
+      number = number << 8U | bytes_[byte];
+    }
+    return number;
+  }
+
+ private:
+  Bytes bytes_;
+  bool from_end_;  // the lowest byte of a number stands first
+};
+
+// Of the first directory of the note: a count, and then so many entries of a tag, a type, a count and a
+// value.
+std::uint64_t NotedOrientation(Bytes body) {
+  constexpr char kHead[] = {'E', 'x', 'i', 'f', 0, 0};
+  if (body.size() < sizeof kHead || std::memcmp(body.data(), kHead, sizeof kHead) != 0) return 0;
+  constexpr std::uint64_t kMagic = 42;
+  constexpr std::uint64_t kOrientation = 0x0112;
+  constexpr std::uint64_t kShort = 3;
+  constexpr std::uint64_t kEntry = 12;  // bytes
+  const CameraNote note(body.subspan(sizeof kHead));
+  if (note.At(2, 2) != kMagic) return 0;
+  const std::uint64_t directory = note.At(4, 4);
+  const std::uint64_t entries = note.At(directory, 2);
+  for (std::uint64_t i = 0; i < entries; ++i) {
+    const std::uint64_t entry = directory + 2 + i * kEntry;
+    if (note.At(entry, 2) == kOrientation && note.At(entry + 2, 2) == kShort) return note.At(entry + 8, 2);
+  }
+  return 0;
+}
+
 }  // namespace
 
 PictureCounts CountPicture(Bytes bytes) {
   PictureCounts counts;
-  if (bytes.size() < 2 || bytes[0] != 0xFF || bytes[1] != kStart) return counts;
-  bytes = bytes.subspan(2);
-  while (const unsigned char marker = TakeMarker(bytes)) {
-    if (marker == kEnd) break;
-    if (StandsAlone(marker)) continue;
-    if (bytes.size() < 2) break;
-    const std::size_t length =
-        static_cast<std::size_t>(std::clamp<std::uint64_t>(NumberAt(bytes, 0), 2, bytes.size()));
-    CountSegment(counts, marker, bytes.subspan(2, length - 2));
-    bytes = bytes.subspan(length);
-  }
+  SeeSegments(bytes, [&](unsigned char marker, Bytes body) {
+    CountSegment(counts, marker, body);
+    return true;
+  });
   return counts;
+}
+
+Orientation OrientationOf(Bytes bytes) {
+  std::uint64_t noted = 0;
+  SeeSegments(bytes, [&](unsigned char marker, Bytes body) {
+    if (marker == kCameraNote) noted = NotedOrientation(body);
+    return noted == 0 && marker != kScan;
+  });
+  const bool known = noted > 1 && noted <= 8;
+  // The sides change places from the fifth on.
+  constexpr Orientation kNoted[] = {{false, false, false}, {false, true, false}, {false, true, true},
+                                    {false, false, true},  {true, false, false}, {true, true, false},
+                                    {true, true, true},    {true, false, true}};
+  return known ? kNoted[noted - 1] : Orientation{};
 }
 
 bool IsBeyondLimits(const PictureCounts& counts) {

@@ -21,6 +21,18 @@ struct PictureCounts {
 // Counts at least what a decoder meets, up to the end of the picture, without decoding anything.
 PictureCounts CountPicture(std::span<const unsigned char> bytes);
 
+// How a decoded picture is turned so that it stands upright: first its sides change places (what was a row
+// from the left becomes a column from above), then it is mirrored.
+struct Orientation {
+  bool sides_swapped = false;
+  bool left_right_mirrored = false;
+  bool upside_down = false;
+  bool operator==(const Orientation&) const = default;
+};
+
+// As the camera noted it in the file (EXIF); upright where it noted nothing, or nothing that is known.
+Orientation OrientationOf(std::span<const unsigned char> bytes);
+
 // The limits. Beyond one of them a file is no picture.
 inline constexpr std::uint64_t kLargestPictureFile = 33554432;  // bytes
 inline constexpr std::uint64_t kMostPixels = 100'000'000;

@@ -136,6 +136,93 @@ TEST(PictureCounts, OfTwoFramesTheLargerCounts) {
   EXPECT_EQ(Count(kStart + JpegFrame(0xC2, 800, 800) + JpegFrame(0xC2, 8, 8)).pixels, 640'000U);
 }
 
+// --- how a picture is turned
+// ---------------------------------------------------------------------------------
+
+Orientation OrientationIn(const std::string& bytes) {
+  return OrientationOf({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
+}
+
+std::string Bytes(std::initializer_list<int> numbers) {
+  std::string bytes;
+  for (const int number : numbers) bytes += static_cast<char>(number);
+  return bytes;
+}
+
+// A camera's note of two entries, the highest byte of a number first, then the lowest.
+std::string NoteFromTop(int orientation) {
+  return std::string("Exif\0\0MM", 8) + Bytes({0, 42, 0, 0, 0, 8, 0, 2}) +
+         Bytes({1, 0x0F, 0, 2, 0, 0, 0, 1, 'a', 0, 0, 0}) +
+         Bytes({1, 0x12, 0, 3, 0, 0, 0, 1, 0, orientation, 0, 0});
+}
+std::string NoteFromEnd(int orientation) {
+  return std::string("Exif\0\0II", 8) + Bytes({42, 0, 8, 0, 0, 0, 2, 0}) +
+         Bytes({0x0F, 1, 2, 0, 1, 0, 0, 0, 'a', 0, 0, 0}) +
+         Bytes({0x12, 1, 3, 0, 1, 0, 0, 0, orientation, 0, 0, 0});
+}
+std::string PictureWith(const std::string& note) { return kStart + JpegSegment(0xE1, note) + kEnd; }
+
+constexpr Orientation kUpright{};
+constexpr Orientation kTurnedRight{true, true, false};
+
+TEST(PictureOrientation, OfRealPicturesIsTheirCameras) {
+  EXPECT_EQ(OrientationIn(Sample("red-over-blue")), kUpright);
+  EXPECT_EQ(OrientationIn(Sample("turned-right")), kTurnedRight);
+  EXPECT_EQ(OrientationIn(Sample("upside-down")), (Orientation{false, true, true}));
+}
+
+TEST(PictureOrientation, HasEightWaysInEitherOrderOfBytes) {
+  const Orientation expected[] = {
+      kUpright,     {false, true, false}, {false, true, true}, {false, false, true}, {true, false, false},
+      kTurnedRight, {true, true, true},   {true, false, true}};
+  for (int i = 1; i <= 8; ++i) {
+    EXPECT_EQ(OrientationIn(PictureWith(NoteFromTop(i))), expected[i - 1]) << i;
+    EXPECT_EQ(OrientationIn(PictureWith(NoteFromEnd(i))), expected[i - 1]) << i;
+  }
+}
+
+TEST(PictureOrientation, ThatIsNotKnownIsUpright) {
+  for (const int unknown : {0, 9, 255}) {
+    EXPECT_EQ(OrientationIn(PictureWith(NoteFromTop(unknown))), kUpright) << unknown;
+    EXPECT_EQ(OrientationIn(PictureWith(NoteFromEnd(unknown))), kUpright) << unknown;
+  }
+}
+
+TEST(PictureOrientation, IsReadFromTheCamerasNoteAlone) {
+  const std::string note = NoteFromTop(6);
+  EXPECT_EQ(OrientationIn(kStart + JpegSegment(0xE0, note) + kEnd), kUpright);
+  EXPECT_EQ(OrientationIn(PictureWith("Http" + note.substr(4))), kUpright);
+  EXPECT_EQ(OrientationIn(PictureWith(std::string(note).replace(8, 2, Bytes({0, 43})))), kUpright);
+  EXPECT_EQ(OrientationIn(JpegSegment(0xE1, note)), kUpright) << "no picture";
+}
+
+TEST(PictureOrientation, IsReadFromANumberOfSixteenBitsAlone) {
+  std::string note = NoteFromTop(6);
+  note[31] = 4;
+  EXPECT_EQ(OrientationIn(PictureWith(note)), kUpright);
+}
+
+TEST(PictureOrientation, StandsInAnyNoteBeforeThePicture) {
+  EXPECT_EQ(OrientationIn(kStart + JpegSegment(0xE0, "JFIF") + JpegSegment(0xE1, "http://ns.adobe.com") +
+                          JpegSegment(0xE1, NoteFromTop(6)) + JpegSegment(0xE1, NoteFromTop(3)) + kEnd),
+            kTurnedRight);
+  EXPECT_EQ(OrientationIn(kStart + JpegScan(0, 0) + JpegSegment(0xE1, NoteFromTop(6)) + kEnd), kUpright);
+}
+
+TEST(PictureOrientation, OfANoteThatEndsAnywhereIsReadOnceItIsThere) {
+  const std::string note = NoteFromTop(6);
+  for (std::size_t size = 0; size <= note.size(); ++size) {
+    EXPECT_EQ(OrientationIn(PictureWith(note.substr(0, size))), size < 38 ? kUpright : kTurnedRight) << size;
+  }
+}
+
+TEST(PictureOrientation, OfADirectoryBeyondTheNoteIsUpright) {
+  for (const auto& place :
+       {Bytes({0, 0, 0, 39}), Bytes({0x7F, 0xFF, 0xFF, 0xFF}), Bytes({255, 255, 255, 255})}) {
+    EXPECT_EQ(OrientationIn(PictureWith(std::string(NoteFromTop(6)).replace(10, 4, place))), kUpright);
+  }
+}
+
 // --- limits
 // --------------------------------------------------------------------------------------------------
 
