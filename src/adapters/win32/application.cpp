@@ -1,0 +1,245 @@
+#include "adapters/win32/application.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "adapters/win32/native_view.h"
+#include "adapters/win32/window_view.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::win32 {
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr UINT kRunLater = WM_USER;
+
+}  // namespace
+
+// A window of ours.
+struct Application::Link_ {
+  NativeView* view = nullptr;
+  int depth = 0;  // of its messages on the stack
+};
+
+Application::Application() {
+  queue_ = CreateWindowExW(0, kQueueClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, OwnModule(), nullptr);
+  SetWindowSubclass(queue_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+Application::~Application() {
+  while (!links_.empty()) {
+    const HWND window = links_.begin()->first;
+    Unlink(window);
+    DestroyWindow(window);
+    links_.erase(window);
+  }
+  RemoveWindowSubclass(queue_, Procedure, kSubclass);
+  DestroyWindow(queue_);
+}
+
+// --- windows and views ---------------------------------------------------------------------------
+
+void Application::Link(HWND window, NativeView& view) {
+  auto& link = links_[window];
+  if (!link) link = std::make_shared<Link_>();
+  link->view = &view;
+  SetWindowSubclass(window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+void Application::Unlink(HWND window) {
+  if (const auto found = links_.find(window); found != links_.end()) found->second->view = nullptr;
+}
+
+void Application::Doom(HWND window) {
+  Unlink(window);
+  if (!IsWindow(window)) return;
+  if (OnStack(window)) {
+    ShowWindow(window, SW_HIDE);
+    doomed_.push_back(window);
+  } else {
+    DestroyWindow(window);
+  }
+}
+
+// Also where a message of a window that stands in it is.
+bool Application::OnStack(HWND window) const {
+  return std::any_of(links_.begin(), links_.end(), [window](const auto& entry) {
+    return entry.second->depth > 0 && (entry.first == window || IsChild(window, entry.first));
+  });
+}
+
+void Application::Sweep() {
+  // Destroying one may end others.
+  for (std::size_t i = 0; i < doomed_.size();) {
+    const HWND window = doomed_[i];
+    if (IsWindow(window) && OnStack(window)) {
+      ++i;
+      continue;
+    }
+    doomed_.erase(doomed_.begin() + static_cast<std::ptrdiff_t>(i));
+    if (IsWindow(window)) DestroyWindow(window);
+  }
+}
+
+NativeView* Application::ViewOf(HWND window) const {
+  const auto found = links_.find(window);
+  return found == links_.end() ? nullptr : found->second->view;
+}
+
+HWND Application::OwnerOfNext() const {
+  if (const WindowView* top = TopWindow(); top && top->Handle() && IsWindowVisible(top->Handle()))
+    return top->Handle();
+  // The program's own; a child of it is not to own a window.
+  const HWND active = GetActiveWindow();
+  return active && !ViewOf(active) ? GetAncestor(active, GA_ROOT) : nullptr;
+}
+
+void Application::ReactivateTop() {
+  const WindowView* top = TopWindow();
+  if (!top || !top->TakesInput()) return;
+  SetActiveWindow(top->Handle());
+  SyncFocus(static_cast<toolkit::Form&>(top->GetControl()));
+}
+
+// --- messages ------------------------------------------------------------------------------------
+
+LRESULT CALLBACK Application::Procedure(HWND window, UINT id, WPARAM wide, LPARAM low, UINT_PTR,
+                                        DWORD_PTR application) noexcept {
+  return reinterpret_cast<Application*>(application)->Receive(window, {id, wide, low});
+}
+
+LRESULT Application::Receive(HWND window, const Message& message) noexcept {
+  if (window == queue_) {
+    if (message.id == kRunLater) RunLater();
+    return DefSubclassProc(window, message.id, message.wide, message.low);
+  }
+  const auto found = links_.find(window);
+  if (found == links_.end()) return DefSubclassProc(window, message.id, message.wide, message.low);
+  const std::shared_ptr<Link_> link = found->second;
+  LRESULT result = 0;
+  ++link->depth;
+  Guard([&] { result = Pass(window, link, message); });
+  --link->depth;
+  if (message.id == WM_NCDESTROY) {
+    links_.erase(window);
+    if (link->view) link->view->Lost();
+  }
+  return result;
+}
+
+LRESULT Application::Pass(HWND window, const std::shared_ptr<Link_>& link, const Message& message) {
+  if (!link->view) return DefSubclassProc(window, message.id, message.wide, message.low);
+  if (message.id == WM_SETCURSOR && busy_) {
+    SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)));
+    return TRUE;
+  }
+  if (const auto answer = input_.Receive(window, message)) return *answer;
+  if (const auto answer = Told(message)) return *answer;
+  if (link->view) {
+    if (const auto answer = link->view->Receive(window, message)) return *answer;
+  }
+  return DefSubclassProc(window, message.id, message.wide, message.low);
+}
+
+// What a child tells its parent is its own view's business.
+std::optional<LRESULT> Application::Told(const Message& message) const {
+  switch (message.id) {
+    case WM_COMMAND:
+      if (NativeView* view = ViewOf(reinterpret_cast<HWND>(message.low))) {
+        view->Commanded(HIWORD(message.wide));
+        return 0;
+      }
+      break;
+    case WM_NOTIFY:
+      if (NativeView* view = ViewOf(reinterpret_cast<NMHDR*>(message.low)->hwndFrom))
+        return view->Notified(*reinterpret_cast<NMHDR*>(message.low));
+      break;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORLISTBOX:
+      if (NativeView* view = ViewOf(reinterpret_cast<HWND>(message.low))) {
+        if (const HBRUSH brush = view->Colours(reinterpret_cast<HDC>(message.wide)))
+          return reinterpret_cast<LRESULT>(brush);
+      }
+      break;
+    case WM_DRAWITEM: {
+      const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(message.low);
+      if (NativeView* view = ViewOf(item.hwndItem); view && view->Draw(item)) return TRUE;
+      break;
+    }
+    default: break;
+  }
+  return std::nullopt;
+}
+
+// --- loops ---------------------------------------------------------------------------------------
+
+bool Application::RunUntil(const std::function<bool()>& done) {
+  ++loops_begun_;
+  ++loops_;
+  bool finished = done();
+  while (!finished && !quitting_) {
+    MSG message;
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+      quitting_ = true;
+      quit_code_ = static_cast<int>(message.wParam);
+      break;
+    }
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+    Sweep();
+    finished = done();
+  }
+  if (--loops_ == 0 && std::exchange(quitting_, false)) PostQuitMessage(quit_code_);
+  return finished;
+}
+
+void Application::WakeLoops() const { PostMessageW(queue_, WM_NULL, 0, 0); }
+
+void Application::Later(std::weak_ptr<void> life, std::function<void()> work) {
+  later_.push_back({std::move(life), std::move(work)});
+  PostMessageW(queue_, kRunLater, 0, 0);
+}
+
+// One at a time: each may run a loop of its own.
+void Application::RunLater() {
+  if (later_.empty()) return;
+  const Work work = std::move(later_.front());
+  later_.pop_front();
+  if (!work.life.expired()) Guard(work.run);
+}
+
+void Application::Guard(const std::function<void()>& work) noexcept {
+  try {
+    work();
+  } catch (...) {
+    // Not at once: this may run in the middle of the painting. A window that went meanwhile hears nothing.
+    const WindowView* top = TopWindow();
+    if (!top) return;
+    try {
+      const auto window = top->GetControl().shared_from_this();
+      const std::weak_ptr<toolkit::Control> life = window;
+      Later(life, [life, failure = std::current_exception()] {
+        if (const auto form = life.lock())
+          static_cast<toolkit::Form&>(*form).Deliver([&] { std::rethrow_exception(failure); });
+      });
+    } catch (...) {
+      // Nobody is left to hear of it.
+    }
+  }
+}
+
+void Application::ShowBusy(bool busy) {
+  if (busy_ == busy) return;
+  busy_ = busy;
+  if (busy) {
+    pointer_before_ = SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)));
+  } else {
+    SetCursor(pointer_before_);
+  }
+}
+
+}  // namespace dossierkit::win32

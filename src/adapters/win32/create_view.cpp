@@ -1,0 +1,51 @@
+#include "adapters/win32/create_view.h"
+
+#include "adapters/win32/surface_views.h"
+#include "adapters/win32/window_view.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::win32 {
+namespace {
+
+using toolkit::Kind;
+
+template <typename View, typename Model>
+std::unique_ptr<NativeView> Make(ViewContext& context, toolkit::Control& control) {
+  return std::make_unique<View>(context, static_cast<Model&>(control));
+}
+
+std::unique_ptr<NativeView> MakeByKind(ViewContext& context, toolkit::Control& control) {
+  switch (control.GetKind()) {
+    case Kind::kForm: return Make<WindowView, toolkit::Form>(context, control);
+    case Kind::kFrame: return Make<FrameView, toolkit::Frame>(context, control);
+    case Kind::kLine: return Make<LineView, toolkit::Control>(context, control);
+    case Kind::kCoolBar: return Make<CoolBarView, toolkit::Control>(context, control);
+    // Those that have no view of their own yet take their place, the focus and keys.
+    case Kind::kTextBox:
+    case Kind::kMaskEdBox:
+    case Kind::kCheckBox:
+    case Kind::kLabel:
+    case Kind::kImage:
+    case Kind::kCommandButton:
+    case Kind::kDataGrid:
+    case Kind::kToolbar:
+    case Kind::kVerticalMenu:
+    case Kind::kListBox:
+    case Kind::kTreeView:
+    case Kind::kTabStrip:
+    case Kind::kPictureBox:
+    case Kind::kUserControl: return Make<SurfaceView, toolkit::Control>(context, control);
+    case Kind::kCommonDialog: return nullptr;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<toolkit::View> MakeView(ViewContext& context, toolkit::Control& control) {
+  auto view = MakeByKind(context, control);
+  if (view) view->ShowAll();
+  return view;
+}
+
+}  // namespace dossierkit::win32

@@ -1,0 +1,146 @@
+#include "adapters/win32/native_view.h"
+
+#include <commctrl.h>
+
+#include "adapters/win32/painting.h"
+#include "adapters/win32/window_view.h"
+#include "platform/toolkit/controls/tab_strip.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::win32 {
+
+using toolkit::Aspect;
+
+namespace {
+
+HWND MakeWindow(const toolkit::Control& control, const NativeWindow& native) {
+  return CreateWindowExW(native.extended_style, native.window_class, L"",
+                         WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | native.style, 0, 0, 0, 0,
+                         ParentOf(control), nullptr, OwnModule(), nullptr);
+}
+
+// Itself, with all that it stands in.
+bool EnabledThroughout(const toolkit::Control& control) {
+  for (const toolkit::Control* outer = &control; outer && outer->GetKind() != toolkit::Kind::kForm;
+       outer = outer->Container()) {
+    if (!outer->Enabled()) return false;
+  }
+  return true;
+}
+
+bool IsPane(HWND window) {
+  wchar_t name[32] = {};
+  GetClassNameW(window, name, 31);
+  return lstrcmpW(name, kPaneClass) == 0 || lstrcmpW(name, kWindowClass) == 0;
+}
+
+}  // namespace
+
+HWND ParentOf(const toolkit::Control& control) {
+  const toolkit::Control* container = control.Container();
+  const auto* view = container ? static_cast<const NativeView*>(container->GetView()) : nullptr;
+  return view ? view->ContentFor(control) : nullptr;
+}
+
+NativeView::NativeView(ViewContext& context, toolkit::Control& control, const NativeWindow& native)
+    : NativeView(context, control, MakeWindow(control, native)) {
+  // What was made later lies above; Windows has it the other way round.
+  SetWindowPos(window_, control.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+NativeView::NativeView(ViewContext& context, toolkit::Control& control, HWND window)
+    : context_(context), control_(control), window_(window), life_(std::make_shared<int>(0)) {
+  context_.application.Link(window_, *this);
+}
+
+NativeView::~NativeView() {
+  if (window_) context_.application.Doom(window_);
+}
+
+void NativeView::ShowAll() {
+  ShowStyle();
+  ShowText();
+  ShowContent();
+  ShowSelection();
+  ShowPlacement();
+  ShowState();
+}
+
+void NativeView::Show(Aspect aspect) {
+  if (window_) ShowNow(aspect);
+}
+
+void NativeView::ShowNow(Aspect aspect) {
+  switch (aspect) {
+    case Aspect::kPlacement: ShowPlacement(); break;
+    case Aspect::kState: ShowState(); break;
+    case Aspect::kStyle: ShowStyle(); break;
+    case Aspect::kText: ShowText(); break;
+    case Aspect::kContent: ShowContent(); break;
+    case Aspect::kSelection: ShowSelection(); break;
+    case Aspect::kFocus: break;
+  }
+  if (aspect == Aspect::kFocus || aspect == Aspect::kState) {
+    if (toolkit::Form* window = toolkit::FormOf(control_)) context_.application.SyncFocus(*window);
+  }
+}
+
+WindowView* NativeView::Window() const {
+  const toolkit::Form* window = toolkit::FormOf(control_);
+  return window ? static_cast<WindowView*>(window->GetView()) : nullptr;
+}
+
+bool NativeView::Shown() const { return control_.Visible() && !toolkit::OnHiddenTab(control_); }
+
+void NativeView::ShowPlacement() {
+  if (const HWND parent = ParentOf(control_); parent && GetParent(window_) != parent) {
+    SetParent(window_, parent);
+    SetWindowPos(window_, control_.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    ShowState();
+  }
+  const WindowView* window = Window();
+  const toolkit::Rect place =
+      window ? window->ShownPlace(control_) : GetMetrics().GetScale().Pixels(control_.Place());
+  SetWindowPos(window_, nullptr, place.left, place.top, place.width, place.height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void NativeView::ShowState() {
+  ShowWindow(window_, Shown() ? SW_SHOWNA : SW_HIDE);
+  EnableWindow(window_, EnabledThroughout(control_));
+  EnumChildWindows(
+      window_,
+      [](HWND child, LPARAM application) -> BOOL {
+        if (const NativeView* view = reinterpret_cast<Application*>(application)->ViewOf(child);
+            view && view->Handle() == child)
+          EnableWindow(child, EnabledThroughout(view->GetControl()));
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&context_.application));
+}
+
+void NativeView::ShowStyle() {
+  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(GetLook().FontOf(control_.GetFont())), FALSE);
+  Repaint();
+}
+
+void NativeView::Repaint() const { InvalidateRect(window_, nullptr, TRUE); }
+
+LRESULT NativeView::Native(HWND window, const Message& message) {
+  return DefSubclassProc(window, message.id, message.wide, message.low);
+}
+
+std::optional<LRESULT> NativeView::Receive(HWND window, const Message& message) {
+  if (window != window_ || !IsPane(window)) return std::nullopt;
+  if (message.id == WM_ERASEBKGND) return 1;
+  if (message.id != WM_PAINT) return std::nullopt;
+  const Canvas canvas(window);
+  Paint(canvas.Get(), canvas.Area());
+  return 0;
+}
+
+void NativeView::Paint(HDC device, const RECT& place) { Fill(device, place, GetLook().Colors().surface); }
+
+}  // namespace dossierkit::win32

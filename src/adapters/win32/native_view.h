@@ -1,0 +1,121 @@
+// NativeView: a view with a native window behind it.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "adapters/win32/application.h"
+#include "adapters/win32/look.h"
+#include "adapters/windows/windows_headers.h"
+#include "platform/environment/during.h"
+#include "platform/toolkit/controls/control.h"
+#include "platform/toolkit/controls/view.h"
+
+namespace dossierkit::win32 {
+
+class WindowView;
+
+// What all views of one platform share.
+struct ViewContext {
+  Application& application;
+  std::unique_ptr<const Look> look;  // of the screen that the present visit began on
+};
+
+// What a view wants of its native window.
+struct NativeWindow {
+  const wchar_t* window_class = kPaneClass;
+  DWORD style = 0;  // besides WS_CHILD, WS_CLIPSIBLINGS and WS_CLIPCHILDREN
+  DWORD extended_style = 0;
+};
+
+// Owns its native window, of a class of Windows or of ours: a pane does nothing but what its view does for
+// it. All messages of the window come here first: see application.h for what the model is asked before. At
+// its end the window is destroyed at once, or, where that end comes inside one of its own messages, hidden at
+// once and destroyed once that message has ended; it reports nothing more.
+class NativeView : public toolkit::View {
+ public:
+  ~NativeView() override;
+  NativeView(const NativeView&) = delete;
+  NativeView& operator=(const NativeView&) = delete;
+
+  void Show(toolkit::Aspect aspect) override;
+  // Everything, after creation.
+  void ShowAll();
+
+  toolkit::Control& GetControl() const { return control_; }
+  HWND Handle() const { return window_; }  // null once it was destroyed from outside
+  const Look& GetLook() const { return *context_.look; }
+  const Metrics& GetMetrics() const { return GetLook().GetMetrics(); }
+  // The parent of the window of a control that stands in this one.
+  virtual HWND ContentFor(const toolkit::Control& /*child*/) const { return window_; }
+  // The window that takes the native focus for this control.
+  virtual HWND FocusHandle() const { return window_; }
+  // Shows its state and that of what stands in it: natively a disabled parent leaves its children as they
+  // look.
+  virtual void ShowState();
+
+  // --- what the application hands on ------------------------------------------------------------
+  // A message of the native window, or of one that was linked as its part, before the window acts on it: the
+  // answer where it must not see it; else nothing. Base: a pane paints.
+  virtual std::optional<LRESULT> Receive(HWND window, const Message& message);
+  // What the native window told its parent: a code of WM_COMMAND, a notification, and what it is painted
+  // with.
+  virtual void Commanded(WORD /*code*/) {}
+  virtual std::optional<LRESULT> Notified(NMHDR& /*notice*/) { return std::nullopt; }
+  virtual HBRUSH Colours(HDC /*device*/) { return nullptr; }  // null: as the system does
+  virtual bool Draw(const DRAWITEMSTRUCT& /*item*/) { return false; }
+  virtual bool Measure(MEASUREITEMSTRUCT& /*item*/) { return false; }
+  // An input method hands over a text that the model took: the native window enters it.
+  virtual void Enter(const std::wstring& /*text*/) {}
+  // The native window was destroyed, by others.
+  virtual void Lost() { window_ = nullptr; }
+
+ protected:
+  NativeView(ViewContext& context, toolkit::Control& control, const NativeWindow& native);
+  // The same with a window that was made already.
+  NativeView(ViewContext& context, toolkit::Control& control, HWND window);
+
+  virtual void ShowPlacement();
+  virtual void ShowStyle();
+  virtual void ShowText() {}
+  virtual void ShowContent() {}
+  virtual void ShowSelection() {}
+  // Of a pane: paints all of it. Base: the surface of windows.
+  virtual void Paint(HDC device, const RECT& place);
+
+  ViewContext& Context() const { return context_; }
+  // The view of the window in which the control stands; nullptr once it is gone.
+  WindowView* Window() const;
+  // Has the window painted anew, soon.
+  void Repaint() const;
+  // What the native window itself does with a message. Only in the course of Receive; afterwards the view may
+  // have ended: see Life.
+  static LRESULT Native(HWND window, const Message& message);
+
+  // Expires with the view: a report may end it.
+  std::weak_ptr<void> Life() const { return life_; }
+  // While it lives, what the native window says is what the view itself does, and is not reported.
+  [[nodiscard]] environment::During Showing() { return environment::During(showing_); }
+  bool IsShowing() const { return showing_; }
+  // Runs a report; its failure waits until no frame of the system's is left, and ends the topmost window's
+  // loop.
+  void Report(const std::function<void()>& work) { context_.application.Guard(work); }
+
+ private:
+  void Start();
+  void ShowNow(toolkit::Aspect aspect);
+  // Visible, and its tab is in front.
+  bool Shown() const;
+
+  ViewContext& context_;
+  toolkit::Control& control_;
+  HWND window_ = nullptr;
+  std::shared_ptr<void> life_;
+  bool showing_ = false;
+};
+
+// The window into which the window of a control goes; null for a window, or where there is none yet.
+HWND ParentOf(const toolkit::Control& control);
+
+}  // namespace dossierkit::win32

@@ -1,0 +1,76 @@
+#include "adapters/win32/surface_views.h"
+
+#include <algorithm>
+
+#include "adapters/win32/painting.h"
+#include "adapters/win32/window_view.h"
+#include "adapters/windows/texts.h"
+
+namespace dossierkit::win32 {
+namespace {
+
+constexpr double kCaptionIndent = 8;
+constexpr double kCaptionPadding = 5;
+
+}  // namespace
+
+void FrameView::ShowText() {
+  SetWindowTextW(Handle(), windows::Wide(static_cast<toolkit::Frame&>(GetControl()).Caption()).c_str());
+  Repaint();
+}
+
+void FrameView::Paint(HDC device, const RECT& place) {
+  NativeView::Paint(device, place);
+  const auto& frame = static_cast<const toolkit::Frame&>(GetControl());
+  const Palette& colors = GetLook().Colors();
+  const std::wstring caption = windows::Wide(frame.Caption());
+  const HFONT font = GetLook().FontOf(frame.GetFont());
+  const int line = GetLook().LineHeight(font);
+  const int padding = GetMetrics().Scaled(kCaptionPadding);
+  const int indent = GetMetrics().Scaled(kCaptionIndent);
+  RECT text = {0, 0, place.right, line * 3 / 2};
+  if (frame.Border()) {
+    RECT edge = place;
+    if (!caption.empty()) edge.top = line / 2;
+    PaintEdge(device, edge, {colors.edge, GetMetrics().Edge(), GetMetrics().Radius()});
+    const int room = WidthOf(place) - 2 * (indent + padding);
+    const int width = std::min(GetLook().TextWidth(font, caption) + 2, room);
+    text = {indent, 0, indent + width + 2 * padding, line};
+    if (!caption.empty()) Fill(device, text, colors.surface);
+    text.left += padding;
+    text.right -= padding;
+  }
+  // A bold caption heads the page; any other one only names what stands in the frame.
+  const COLORREF ink = frame.GetFont().bold ? colors.ink : colors.heading;
+  PaintLine(device, font, IsWindowEnabled(Handle()) ? ink : colors.faint_ink, text, caption);
+}
+
+void LineView::ShowPlacement() {
+  NativeView::ShowPlacement();
+  RECT place;
+  GetClientRect(Handle(), &place);
+  SetWindowPos(Handle(), nullptr, 0, 0, std::max(WidthOf(place), 1), std::max(HeightOf(place), 1),
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void LineView::Paint(HDC device, const RECT& place) {
+  NativeView::Paint(device, place);
+  const int across = (HeightOf(place) - 1) / 2;
+  const int down = (WidthOf(place) - 1) / 2;
+  const RECT stroke = WidthOf(place) >= HeightOf(place) ? RECT{0, across, place.right, across + 1}
+                                                        : RECT{down, 0, down + 1, place.bottom};
+  Fill(device, stroke, GetLook().Colors().line);
+}
+
+SurfaceView::SurfaceView(ViewContext& context, toolkit::Control& control)
+    : NativeView(context, control, NativeWindow()) {
+  if (WindowView* window = Window(); window && control.GetKind() == toolkit::Kind::kUserControl)
+    window->ScrollToOrigin();
+}
+
+void CoolBarView::Paint(HDC device, const RECT& place) {
+  Fill(device, place, GetLook().Colors().bar);
+  Fill(device, {place.left, place.bottom - 1, place.right, place.bottom}, GetLook().Colors().line);
+}
+
+}  // namespace dossierkit::win32

@@ -1,0 +1,47 @@
+// The views that only carry others or decorate: frame, line, and the plain surfaces of pages, picture
+// boxes and cool bars.
+#pragma once
+
+#include <string>
+
+#include "adapters/win32/native_view.h"
+#include "platform/toolkit/controls/basic_controls.h"
+
+namespace dossierkit::win32 {
+
+// A rounded border with its caption set into it; without a border the caption heads what stands in the
+// frame. A frame lies below its neighbours.
+class FrameView : public NativeView {
+ public:
+  FrameView(ViewContext& context, toolkit::Frame& frame) : NativeView(context, frame, NativeWindow()) {}
+
+ protected:
+  void ShowText() override;
+  void Paint(HDC device, const RECT& place) override;
+};
+
+class LineView : public NativeView {
+ public:
+  LineView(ViewContext& context, toolkit::Control& line) : NativeView(context, line, NativeWindow()) {}
+
+ protected:
+  void ShowPlacement() override;
+  void Paint(HDC device, const RECT& place) override;
+};
+
+// A page or a picture box.
+class SurfaceView : public NativeView {
+ public:
+  SurfaceView(ViewContext& context, toolkit::Control& control);
+};
+
+// The bar along the top of a window.
+class CoolBarView : public NativeView {
+ public:
+  CoolBarView(ViewContext& context, toolkit::Control& bar) : NativeView(context, bar, NativeWindow()) {}
+
+ protected:
+  void Paint(HDC device, const RECT& place) override;
+};
+
+}  // namespace dossierkit::win32

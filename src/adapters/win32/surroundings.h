@@ -1,0 +1,38 @@
+// Surroundings: what the component's windows need of the thread, and what the thread must not keep of it.
+#pragma once
+
+#include "adapters/windows/windows_headers.h"
+
+namespace dossierkit::win32 {
+
+// The common controls of version 6 for windows that are made while it is activated.
+class CommonControls {
+ public:
+  CommonControls();
+  ~CommonControls();
+  CommonControls(const CommonControls&) = delete;
+  CommonControls& operator=(const CommonControls&) = delete;
+
+ private:
+  friend class InSurroundings;
+  HANDLE context_;
+};
+
+// Windows that are made while it lives have those controls, and are drawn in the resolution of their screen.
+class InSurroundings {
+ public:
+  explicit InSurroundings(const CommonControls& controls);
+  ~InSurroundings();
+  InSurroundings(const InSurroundings&) = delete;
+  InSurroundings& operator=(const InSurroundings&) = delete;
+
+ private:
+  bool activated_ = false;
+  ULONG_PTR cookie_ = 0;
+  void* awareness_before_ = nullptr;
+};
+
+// The dots to the inch of the screen on which a window stands, of the first one for none.
+int DotsPerInch(HWND window);
+
+}  // namespace dossierkit::win32

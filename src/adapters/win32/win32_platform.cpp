@@ -1,0 +1,107 @@
+#include "adapters/win32/win32_platform.h"
+
+#include <utility>
+
+#include "adapters/win32/application.h"
+#include "adapters/win32/clipboard.h"
+#include "adapters/win32/create_view.h"
+#include "adapters/win32/surroundings.h"
+#include "adapters/win32/window_view.h"
+#include "adapters/windows/texts.h"
+#include "platform/files/picture_file.h"
+#include "platform/toolkit/loop/desktop.h"
+#include "platform/toolkit/loop/form.h"
+
+namespace dossierkit::win32 {
+
+struct Win32Platform::Parts {
+  CommonControls controls;
+  Application application;
+  ViewContext context{application, nullptr};
+  std::shared_ptr<void> life = std::make_shared<int>(0);
+
+  // Where no window is open, a visit is about to begin, on a screen that may be another.
+  void ChooseLook() {
+    const int dots = DotsPerInch(application.OwnerOfNext());
+    if (context.look && (application.TopWindow() || look_dots == dots)) return;
+    context.look = std::make_unique<const Look>(dots);
+    look_dots = dots;
+  }
+
+  int look_dots = 0;
+};
+
+Win32Platform::Win32Platform() : parts_(std::make_unique<Parts>()) {}
+
+Win32Platform::~Win32Platform() = default;
+
+std::unique_ptr<toolkit::View> Win32Platform::CreateView(toolkit::Control& control) {
+  const InSurroundings surroundings(parts_->controls);
+  if (control.GetKind() == toolkit::Kind::kForm) parts_->ChooseLook();
+  return MakeView(parts_->context, control);
+}
+
+void Win32Platform::RunLoop(toolkit::Form& form) {
+  Application& application = parts_->application;
+  const auto view = [&] { return static_cast<WindowView*>(form.GetView()); };
+  if (form.LoopEnded()) return;
+  {
+    const InSurroundings surroundings(parts_->controls);
+    if (view()) view()->Present();
+  }
+  application.RunUntil([&] { return form.LoopEnded() || !view() || !view()->Handle(); });
+  // The program ends, or its owner took the window along.
+  if (!form.LoopEnded()) form.UserClose();
+  if (view()) {
+    // It was hidden only; its place in the stack goes to the window below.
+    view()->Withdraw();
+    application.RemoveWindow(*view());
+  }
+  application.ReactivateTop();
+}
+
+void Win32Platform::WakeLoop() { parts_->application.WakeLoops(); }
+
+toolkit::MessageAnswer Win32Platform::ShowMessage(const std::string& text, int flags,
+                                                  const std::string& title) {
+  Application& application = parts_->application;
+  // A message of a window that is about to show stands over that window.
+  if (WindowView* below = application.TopWindow();
+      below && below->Handle() && !IsWindowVisible(below->Handle())) {
+    const InSurroundings surroundings(parts_->controls);
+    below->Present();
+  }
+  const int answer = MessageBoxW(application.OwnerOfNext(), windows::Wide(text).c_str(),
+                                 windows::Wide(title).c_str(), static_cast<UINT>(flags));
+  application.ReactivateTop();
+  return answer == 0 ? toolkit::MessageUnanswered(flags) : static_cast<toolkit::MessageAnswer>(answer);
+}
+
+std::string Win32Platform::ChooseFile(const toolkit::CommonDialog& /*request*/) { return {}; }
+
+toolkit::Picture Win32Platform::LoadPicture(const std::string& path, const toolkit::Rect& /*place*/) {
+  if (path.empty()) return {};
+  toolkit::Picture picture;
+  picture.bytes = std::make_shared<const std::vector<unsigned char>>(files::ReadPictureFile(path));
+  return picture;
+}
+
+toolkit::Rect Win32Platform::Screen() const {
+  const InSurroundings surroundings(parts_->controls);
+  const toolkit::Scale scale(DotsPerInch(nullptr) / 96.0);
+  return {0, 0, scale.Twips(GetSystemMetrics(SM_CXSCREEN)), scale.Twips(GetSystemMetrics(SM_CYSCREEN))};
+}
+
+void Win32Platform::Beep() { MessageBeep(MB_OK); }
+
+void Win32Platform::ShowBusy(bool busy) { parts_->application.ShowBusy(busy); }
+
+std::string Win32Platform::ClipboardText() { return ReadClipboard(); }
+
+void Win32Platform::SetClipboardText(const std::string& text) { WriteClipboard(text); }
+
+void Win32Platform::InLoop(std::function<void()> work) {
+  parts_->application.Later(parts_->life, std::move(work));
+}
+
+}  // namespace dossierkit::win32
