@@ -5,10 +5,12 @@
 #include "adapters/win32/application.h"
 #include "adapters/win32/clipboard.h"
 #include "adapters/win32/create_view.h"
+#include "adapters/win32/file_dialog.h"
+#include "adapters/win32/message_dialog.h"
+#include "adapters/win32/modality.h"
+#include "adapters/win32/pictures.h"
 #include "adapters/win32/surroundings.h"
 #include "adapters/win32/window_view.h"
-#include "adapters/windows/texts.h"
-#include "platform/files/picture_file.h"
 #include "platform/toolkit/loop/desktop.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -71,19 +73,32 @@ toolkit::MessageAnswer Win32Platform::ShowMessage(const std::string& text, int f
     const InSurroundings surroundings(parts_->controls);
     below->Present();
   }
-  const int answer = MessageBoxW(application.OwnerOfNext(), windows::Wide(text).c_str(),
-                                 windows::Wide(title).c_str(), static_cast<UINT>(flags));
+  const InSurroundings surroundings(parts_->controls);
+  parts_->ChooseLook();
+  MessageDialog box(*parts_->context.look, text, flags, title, application.OwnerOfNext());
+  box.OnAnswer([&application] { application.WakeLoops(); });
+  {
+    // Enabled again before the box goes, so that the one below becomes the active one.
+    const OthersDisabled others(box.Handle());
+    box.Show();
+    application.RunUntil([&] { return box.Answered(); });
+  }
+  box.Hide();
   application.ReactivateTop();
-  return answer == 0 ? toolkit::MessageUnanswered(flags) : static_cast<toolkit::MessageAnswer>(answer);
+  return box.Answer();
 }
 
-std::string Win32Platform::ChooseFile(const toolkit::CommonDialog& /*request*/) { return {}; }
+std::string Win32Platform::ChooseFile(const toolkit::CommonDialog& request) {
+  const InSurroundings surroundings(parts_->controls);
+  std::string path = win32::ChooseFile(request.filter, request.init_dir, parts_->application.OwnerOfNext());
+  parts_->application.ReactivateTop();
+  return path;
+}
 
-toolkit::Picture Win32Platform::LoadPicture(const std::string& path, const toolkit::Rect& /*place*/) {
-  if (path.empty()) return {};
-  toolkit::Picture picture;
-  picture.bytes = std::make_shared<const std::vector<unsigned char>>(files::ReadPictureFile(path));
-  return picture;
+toolkit::Picture Win32Platform::LoadPicture(const std::string& path, const toolkit::Rect& place) {
+  parts_->ChooseLook();
+  const RECT pixels = parts_->context.look->GetMetrics().Pixels(place);
+  return ReadPicture(path, {pixels.right - pixels.left, pixels.bottom - pixels.top});
 }
 
 toolkit::Rect Win32Platform::Screen() const {
