@@ -1,6 +1,9 @@
 #include "adapters/win32/create_view.h"
 
+#include "adapters/win32/button_views.h"
+#include "adapters/win32/mask_view.h"
 #include "adapters/win32/surface_views.h"
+#include "adapters/win32/text_view.h"
 #include "adapters/win32/window_view.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -20,13 +23,13 @@ std::unique_ptr<NativeView> MakeByKind(ViewContext& context, toolkit::Control& c
     case Kind::kFrame: return Make<FrameView, toolkit::Frame>(context, control);
     case Kind::kLine: return Make<LineView, toolkit::Control>(context, control);
     case Kind::kCoolBar: return Make<CoolBarView, toolkit::Control>(context, control);
+    case Kind::kTextBox: return Make<TextView, toolkit::TextBox>(context, control);
+    case Kind::kMaskEdBox: return Make<MaskView, toolkit::MaskEdBox>(context, control);
+    case Kind::kCheckBox: return Make<CheckBoxView, toolkit::CheckBox>(context, control);
+    case Kind::kCommandButton: return Make<CommandButtonView, toolkit::CommandButton>(context, control);
     // Those that have no view of their own yet take their place, the focus and keys.
-    case Kind::kTextBox:
-    case Kind::kMaskEdBox:
-    case Kind::kCheckBox:
     case Kind::kLabel:
     case Kind::kImage:
-    case Kind::kCommandButton:
     case Kind::kDataGrid:
     case Kind::kToolbar:
     case Kind::kVerticalMenu:

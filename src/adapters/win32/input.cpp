@@ -3,13 +3,13 @@
 #include <imm.h>
 #include <windowsx.h>
 
+#include <utility>
 #include <vector>
 
 #include "adapters/win32/application.h"
 #include "adapters/win32/native_view.h"
 #include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
-#include "platform/environment/during.h"
 #include "platform/environment/text.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/loop/form.h"
@@ -94,13 +94,17 @@ int ShiftNow() {
 
 NativeView* Input::ViewOf(HWND window) const { return application_.ViewOf(window); }
 
+// What comes first at the window then is this message; a window that is opened meanwhile has messages of its
+// own.
 LRESULT Input::Send(HWND window, const Message& message) {
-  const environment::During sending(sending_);
-  return SendMessageW(window, message.id, message.wide, message.low);
+  sending_ = true;
+  const LRESULT result = SendMessageW(window, message.id, message.wide, message.low);
+  sending_ = false;
+  return result;
 }
 
 std::optional<LRESULT> Input::Receive(HWND window, const Message& message) {
-  if (sending_) return std::nullopt;
+  if (std::exchange(sending_, false)) return std::nullopt;
   switch (message.id) {
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
@@ -178,14 +182,13 @@ void Input::Move(HWND window, const Message& message) {
 
 std::optional<LRESULT> Input::Key(HWND window, const Message& message) {
   NativeView* view = ViewOf(window);
-  // An input method takes the key.
-  if (!view || message.wide == VK_PROCESSKEY) return std::nullopt;
+  // An input method takes the key, or a program hands over a text by it.
+  if (!view || message.wide == VK_PROCESSKEY || message.wide == VK_PACKET) return std::nullopt;
   toolkit::Form* form = toolkit::FormOf(view->GetControl());
   if (!form) return std::nullopt;
   const auto keep = form->shared_from_this();
   const std::vector<Message> characters = CharactersBehind(window);
-  const int code = message.wide == VK_PACKET ? 0 : static_cast<int>(message.wide);
-  const bool passed = form->UserKey({code, ShiftNow(), TextOf(characters)});
+  const bool passed = form->UserKey({static_cast<int>(message.wide), ShiftNow(), TextOf(characters)});
   if (!passed || !ViewOf(window)) return 0;
   // A control on a hidden tab may have the model's focus but not the native one: its keys come to the window.
   HWND target = window;

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <system_error>
+
 #include "adapters/win32/painting.h"
 #include "adapters/win32/window_view.h"
 #include "platform/toolkit/controls/tab_strip.h"
@@ -51,6 +53,8 @@ NativeView::NativeView(ViewContext& context, toolkit::Control& control, const Na
 
 NativeView::NativeView(ViewContext& context, toolkit::Control& control, HWND window)
     : context_(context), control_(control), window_(window), life_(std::make_shared<int>(0)) {
+  if (!window)
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "CreateWindowEx");
   context_.application.Link(window_, *this);
 }
 

@@ -72,6 +72,7 @@ class NativeView : public toolkit::View {
   virtual void Lost() { window_ = nullptr; }
 
  protected:
+  // Throws std::system_error where Windows makes no window.
   NativeView(ViewContext& context, toolkit::Control& control, const NativeWindow& native);
   // The same with a window that was made already.
   NativeView(ViewContext& context, toolkit::Control& control, HWND window);

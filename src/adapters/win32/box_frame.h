@@ -1,0 +1,32 @@
+// BoxFrame: the edge around a box, a list or a grid, outside of what its native window paints itself.
+#pragma once
+
+#include <optional>
+
+#include "adapters/win32/look.h"
+#include "adapters/win32/message.h"
+
+namespace dossierkit::win32 {
+
+// Rounded; the box that has the keyboard has a ring.
+class BoxFrame {
+ public:
+  explicit BoxFrame(const Look& look) : look_(look) {}
+
+  // The colour between the edge and the client area, and how wide that is besides the edge.
+  void SetFill(COLORREF fill) { fill_ = fill; }
+  void SetPadding(const RECT& padding) { padding_ = padding; }
+  // To be asked first about each message of the box's window; the answer where the frame has given it.
+  std::optional<LRESULT> Receive(HWND window, const Message& message) const;
+  // The edge changed its width, or its colours.
+  static void Refresh(HWND window);
+
+ private:
+  void Paint(HWND window) const;
+
+  const Look& look_;
+  COLORREF fill_ = RGB(0xFF, 0xFF, 0xFF);
+  RECT padding_ = {};
+};
+
+}  // namespace dossierkit::win32
