@@ -6,9 +6,7 @@
 #include <vector>
 
 #ifdef DOSSIERKIT_SERVERS
-#include "adapters/odbc/odbc_connection.h"
-#include "adapters/sqlite/sqlite_connection.h"
-#include "host/server/create.h"
+#include "host/copying.h"
 #endif
 #include "dossierkit/version.h"
 #include "host/check/check.h"
@@ -16,6 +14,7 @@
 #include "host/json.h"
 #include "host/paths.h"
 #include "host/system.h"
+#include "platform/environment/failure.h"
 #include "platform/environment/placed_failure.h"
 
 namespace dossierkit::host {
@@ -27,11 +26,18 @@ void Create(const Options& options, const std::filesystem::path& source,
   if (options.connection.empty()) return create_file(PathOf(options.file));
   if (const auto file = FileOf(options.connection)) return create_file(PathOf(*file));
 #ifdef DOSSIERKIT_SERVERS
-  sqlite::SqliteConnection from(TextOf(source));
-  // Nothing else than a server's is left.
-  server::CreateFrom(from, dynamic_cast<odbc::OdbcConnection&>(*OpenUnchecked(options)));
+  CopyTo(options, TextOf(source));
 #else
   OpenUnchecked(options);
+#endif
+}
+
+void Copy(const Options& options) {
+#ifdef DOSSIERKIT_SERVERS
+  CopyAndTell(options.from, options.to);
+#else
+  throw environment::Failure(environment::kInvalidCall,
+                             "此程序没有连接数据库服务器的部分，不能复制 " + options.from + "。");
 #endif
 }
 
@@ -70,6 +76,7 @@ std::optional<int> RunCommand(const Options& options) {
     case Options::Action::kVersion: std::cout << "dossier " << kVersion << "\n"; return 0;
     case Options::Action::kCreateSample: Create(options, SampleDatabase(), CreateSample); return 0;
     case Options::Action::kCreateEmpty: Create(options, EmptyDatabase(), CreateEmpty); return 0;
+    case Options::Action::kCopy: Copy(options); return 0;
     case Options::Action::kCheck: return RunCheck(options);
     case Options::Action::kPeople:
     case Options::Action::kVisit:

@@ -53,6 +53,16 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         throw UsageError(argument + (is_on_server ? " takes one connection string" : " takes one file"));
       return options;
     }
+    if (argument == "copy" && next == 1) {
+      options.action = Options::Action::kCopy;
+      while (next < arguments.size()) {
+        const std::string& which = arguments[next++];
+        if (which != "--from" && which != "--to") throw UsageError("copy takes --from and --to");
+        (which == "--from" ? options.from : options.to) = value_of(which);
+      }
+      if (options.from.empty() || options.to.empty()) throw UsageError("copy takes --from and --to");
+      return options;
+    }
     if (argument == "check" && next == 1) {
       options.action = Options::Action::kCheck;
     } else if (argument == "--json") {
@@ -111,6 +121,7 @@ std::string Usage() {
        dossier create-sample FILE | --connection STRING
        dossier create-empty FILE | --connection STRING
        dossier create-server --connection STRING
+       dossier copy --from FILE|STRING --to FILE|STRING
        dossier --help | --version
 
 Without --person or --new: a window with the people of the database.
@@ -133,6 +144,8 @@ Without --person or --new: a window with the people of the database.
   create-empty FILE     the same without people: tables, metadata and code tables alone;
                         both make it in the empty database of a server where --connection names one
   create-server         the same as create-sample, on a server; docs/servers.md tells how one is set up
+  copy                  moves a database between a file and a server, or two servers, each named by a file or a
+                        connection string; the target must be empty, and both sides are compared
 
 The working copies lie in $XDG_DATA_HOME/dossierkit, by default in ~/.local/share/dossierkit.
 Prints "ShowDossier returned True" or "... False" and exits with 0; exits with 1 where a call failed

@@ -10,7 +10,7 @@
 namespace dossierkit::host {
 
 struct Options {
-  enum class Action { kPeople, kVisit, kTour, kCreateSample, kCreateEmpty, kCheck, kHelp, kVersion };
+  enum class Action { kPeople, kVisit, kTour, kCreateSample, kCreateEmpty, kCopy, kCheck, kHelp, kVersion };
   Action action = Action::kPeople;
   std::string database;    // file; empty: the sample database
   std::string connection;  // connection string in place of a file
@@ -21,7 +21,9 @@ struct Options {
   std::string trace_file;
   std::string folder;  // of the tour's pictures
   std::string file;    // of create-sample and create-empty, unless `connection` says where
-  bool json = false;   // of check
+  std::string from;    // of copy: a file or a connection string each
+  std::string to;
+  bool json = false;  // of check
 };
 
 // Arguments that cannot be understood; what() says which.

@@ -62,20 +62,26 @@ fs::path WorkingDatabase() {
   return working;
 }
 
-static void CreateFrom(const fs::path& source, const std::string& what, const fs::path& target) {
-  const auto refuse = [&](const std::string& why) {
-    throw environment::Failure(environment::kPathAccess,
-                               "无法建立" + what + " " + TextOf(target) + "（" + why + "），请换一个位置。");
-  };
+[[noreturn]] static void RefuseToMake(const std::string& what, const fs::path& target,
+                                      const std::string& why) {
+  throw environment::Failure(environment::kPathAccess,
+                             "无法建立" + what + " " + TextOf(target) + "（" + why + "），请换一个位置。");
+}
+
+void RequireNoFile(const std::string& what, const fs::path& target) {
   std::error_code error;
   // What an earlier database left beside it may hold its last changes, and must not be taken for this one's.
   for (const char* ending : {"", "-wal", "-shm", "-journal"}) {
     const fs::path present = fs::path(target) += ending;
     if (fs::symlink_status(present, error).type() != fs::file_type::not_found)
-      refuse("已有文件 " + TextOf(present));
+      RefuseToMake(what, target, "已有文件 " + TextOf(present));
   }
-  error.clear();
-  if (!fs::copy_file(source, target, error)) refuse(error.message());
+}
+
+static void CreateFrom(const fs::path& source, const std::string& what, const fs::path& target) {
+  RequireNoFile(what, target);
+  std::error_code error;
+  if (!fs::copy_file(source, target, error)) RefuseToMake(what, target, error.message());
   fs::permissions(target, fs::perms::owner_write, fs::perm_options::add, error);
 }
 

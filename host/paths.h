@@ -28,6 +28,10 @@ std::filesystem::path WorkingPhotos();
 // a Failure.
 void CopyPhotos(const std::filesystem::path& from, const std::filesystem::path& to);
 
+// Throws a Failure where a database `target` (in the words of the user) cannot be made since there is
+// anything of its name, or of one that an earlier database left beside it.
+void RequireNoFile(const std::string& what, const std::filesystem::path& target);
+
 // Writes a fresh copy of the sample database as `target`. Throws a Failure, also where there is anything of
 // that name or of a database that was there: nothing is overwritten.
 void CreateSample(const std::filesystem::path& target);

@@ -14,6 +14,9 @@ std::vector<std::string> ArgumentsOf(int argc, char** argv);
 // program's folder itself.
 std::filesystem::path ShareFolder();
 
+// True where somebody reads standard error as it is written.
+bool IsErrorATerminal();
+
 // Where programs keep what their user enters: $XDG_DATA_HOME, by default ~/.local/share; on Windows
 // %LOCALAPPDATA%.
 std::filesystem::path DataHome();

@@ -1,5 +1,7 @@
 #ifndef _WIN32
 
+#include <unistd.h>
+
 #include <cstdlib>
 
 #include "host/system.h"
@@ -13,6 +15,8 @@ std::vector<std::string> ArgumentsOf(int argc, char** argv) { return {argv + 1, 
 fs::path ShareFolder() {
   return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "share" / "dossierkit";
 }
+
+bool IsErrorATerminal() { return isatty(STDERR_FILENO) == 1; }
 
 fs::path DataHome() {
   const auto variable = [](const char* name) {

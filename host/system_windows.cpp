@@ -2,9 +2,11 @@
 
 #include <windows.h>
 // shellapi.h and shlobj.h stand on windows.h.
+#include <io.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include <cstdio>
 #include <memory>
 #include <system_error>
 
@@ -47,6 +49,8 @@ fs::path ShareFolder() {
     name.resize(2 * name.size());
   }
 }
+
+bool IsErrorATerminal() { return _isatty(_fileno(stderr)) != 0; }
 
 fs::path DataHome() {
   PWSTR folder = nullptr;

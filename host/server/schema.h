@@ -1,17 +1,16 @@
-// The schema of a dossier database, read from one that is there and written for a server.
+// The schema of a dossier database: read from any engine, and written for any.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/ado/connection.h"
+#include "host/server/store.h"
 
 namespace dossierkit::server {
 
 struct Column {
   std::string name;
-  std::string type;  // as data/schema.sql declares it: varchar(30), ntext, integer, datetime, boolean
+  std::string type;  // as data/schema.sql declares it: varchar(30), ntext, integer, datetime, boolean, ..
   bool not_null = false;
   bool draws_identifier = false;  // a GUID in braces by default
 };
@@ -20,6 +19,7 @@ struct Index {
   std::string name;
   std::string table;
   std::vector<std::string> items;  // columns, or length(column)
+  bool is_unique = false;
 };
 
 struct Table {
@@ -32,20 +32,23 @@ struct Schema {
   std::vector<Index> indexes;
 };
 
-// The schema of the embedded engine's database. Throws a Failure where it cannot be read.
-Schema SchemaOf(ado::Connection& database);
+// The schema of a database; what the component's own views and triggers need besides is left out. Throws a
+// Failure where it cannot be read, or for a column of a type that not every engine has.
+Schema SchemaOf(const Store& database);
 
-// What a server makes of it: statements of its own, to be run one after the other in an empty database.
-// `engine` is "PostgreSQL" or "MariaDB"; throws a Failure for any other. Record numbers have 32 bits, texts
-// are compared without regard to case, and the rows of a person go with his last row of A01.
-std::vector<std::string> StatementsFor(const std::string& engine, const Schema& schema);
+// What an engine makes of it: statements of its own, to be run one after the other in an empty database, the
+// former before there are rows and the latter behind them. Throws a Failure for an unknown engine. Record
+// numbers have 32 bits, texts are compared without regard to case, S_GUID is private to a connection on a
+// server, and the rows of a person go with his last row of A01.
+std::vector<std::string> TableStatements(const std::string& engine, const Schema& schema);
+std::vector<std::string> TriggerStatements(const std::string& engine, const Schema& schema);
+// The statements that undo them, each whether or not there is anything to undo.
+std::vector<std::string> DropStatements(const std::string& engine, const Schema& schema);
 
-// Questions in that server's own SQL: for the name of any table or view that is there already, and for the
-// settings of a database that cannot be used; neither gives a row where all is well.
-std::string AnyTableQuestion(const std::string& engine);
-std::optional<std::string> UnfitQuestion(const std::string& engine);
+// True for the scratch table of identifiers, whose rows belong to nobody.
+bool IsScratch(const Table& table);
 
-// A name as that server writes it in its own SQL.
+// A name as that engine writes it in its own SQL.
 std::string QuotedName(const std::string& engine, const std::string& name);
 
 }  // namespace dossierkit::server

@@ -71,6 +71,21 @@ TEST(Options, ADatabaseIsMadeOnAServerByItsConnectionString) {
   EXPECT_THROW(ParseOptions({"create-other", "f.db"}), UsageError);
 }
 
+TEST(Options, CopyTakesTwoDatabases) {
+  const Options options = ParseOptions({"copy", "--to", "y.db", "--from", "x.db"});
+  EXPECT_EQ(options.action, Action::kCopy);
+  EXPECT_EQ(options.from, "x.db");
+  EXPECT_EQ(options.to, "y.db");
+  for (const std::vector<std::string>& arguments :
+       std::vector<std::vector<std::string>>{{"copy"},
+                                             {"copy", "--from", "x"},
+                                             {"copy", "--to", "y"},
+                                             {"copy", "--from", "x", "--to"},
+                                             {"copy", "--from", "x", "--to", "y", "--json"},
+                                             {"copy", "x", "y"}})
+    EXPECT_THROW(ParseOptions(arguments), UsageError) << arguments.size();
+}
+
 TEST(Options, CheckTakesADatabaseAndPhotographs) {
   const Options options = ParseOptions({"check", "--database", "d.db", "--photos", "dir", "--json"});
   EXPECT_EQ(options.action, Action::kCheck);

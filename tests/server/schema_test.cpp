@@ -28,7 +28,7 @@ constexpr char kSmall[] = R"(
 Schema Small() {
   const auto database = tests::OpenInMemory();
   database->RunScript(kSmall);
-  return SchemaOf(*database);
+  return SchemaOf(StoreOf(*database));
 }
 
 TEST(Schemas, AreReadWithTypesOfTheirOwn) {
@@ -53,7 +53,7 @@ TEST(Schemas, AreReadWithTypesOfTheirOwn) {
 
 TEST(Schemas, OfAnUnknownServerAreRefused) {
   try {
-    StatementsFor("Oracle", Small());
+    TableStatements("Oracle", Small());
     FAIL();
   } catch (const environment::Failure& failure) {
     EXPECT_EQ(failure.description(), "没有为数据库服务器“Oracle”准备的表结构。");
@@ -61,41 +61,78 @@ TEST(Schemas, OfAnUnknownServerAreRefused) {
 }
 
 TEST(Schemas, OnPostgresqlFoldNamesAndTexts) {
-  const Statements statements = StatementsFor("PostgreSQL", Small());
+  const Statements statements = TableStatements("PostgreSQL", Small());
   ASSERT_EQ(statements.size(), 9U);
   EXPECT_EQ(
       statements[0],
       R"(create table "s_infoitem" ("tblname" varchar(10), "check" varchar(60), "isnull" boolean not null))");
   EXPECT_EQ(
       statements[1],
-      R"(create table "s_guid" ("id" varchar(38) default ('{' || upper(cast(gen_random_uuid() as text)) || )"
-      R"('}'), "val" varchar(10)))");
+      "create table dossierkit_guid (connection integer not null default pg_backend_pid(), id varchar(38) "
+      "default ('{' || upper(cast(gen_random_uuid() as text)) || '}'), val varchar(10))");
   EXPECT_EQ(statements[3],
+            "create view s_guid as select id, val from dossierkit_guid where connection = pg_backend_pid()");
+  EXPECT_EQ(statements[5],
             R"(create table "a01" ("a00" varchar(36), "a0104" timestamp(0), "a0140" text, "a0199" integer))");
-  EXPECT_EQ(statements[5], R"(create index "ix_item" on "s_infoitem" (lower("tblname") nulls first))");
-  EXPECT_EQ(statements[6],
+  EXPECT_EQ(statements[7], R"(create index "ix_item" on "s_infoitem" (lower("tblname") nulls first))");
+  EXPECT_EQ(statements[8],
             R"(create index "ix_gb1_level" on "gb1" (length(dmcod) nulls first, lower("dmcod") nulls first, )"
             R"("dmattr" nulls first))");
   EXPECT_EQ(
-      statements[7],
+      TriggerStatements("PostgreSQL", Small())[0],
       "create function tr_a01_delete() returns trigger language plpgsql as $$ begin if not exists (select "
-      "1 from \"a01\" where lower(a00) = lower(old.a00)) then delete from \"a02\" where lower(a00) = "
+      "1 from a01 where lower(a00) = lower(old.a00)) then delete from \"a02\" where lower(a00) = "
       "lower(old.a00); end if; return null; end $$");
 }
 
 TEST(Schemas, OnMariadbHaveAKeyOfTheirOwn) {
-  const Statements statements = StatementsFor("MariaDB", Small());
-  ASSERT_EQ(statements.size(), 7U) << "it has no index on a function";
+  const Statements statements = TableStatements("MariaDB", Small());
+  ASSERT_EQ(statements.size(), 9U) << "it has no index on a function";
   EXPECT_EQ(
-      statements[3],
+      statements[0],
+      "create table `s_infoitem` (entry_number bigint unsigned not null auto_increment invisible primary "
+      "key, `tblname` varchar(10), `Check` varchar(60), `IsNUll` tinyint(1) not null) engine = InnoDB "
+      "character set utf8mb4 collate utf8mb4_general_nopad_ci");
+  EXPECT_EQ(
+      statements[4],
+      "create view S_GUID as select id, val from dossierkit_guid where connection = connection_id() and "
+      "node = dossierkit_node()");
+  EXPECT_EQ(
+      statements[6],
       "create table `A01` (entry_number bigint unsigned not null auto_increment invisible primary key, "
       "`A00` varchar(36), `A0104` datetime, `A0140` mediumtext, `A0199` integer) engine = InnoDB character "
       "set utf8mb4 collate utf8mb4_general_nopad_ci");
-  EXPECT_EQ(statements[5], "create index `ix_item` on `s_infoitem` (`tblname`)");
+  EXPECT_EQ(statements[8], "create index `ix_item` on `s_infoitem` (`tblname`)");
   EXPECT_EQ(
-      statements[6],
-      "create trigger tr_A01_delete after delete on A01 for each row begin if not exists (select 1 from "
-      "`A01` where A00 = old.A00) then delete from `A02` where A00 = old.A00; end if; end");
+      TriggerStatements("MariaDB", Small())[0],
+      "create trigger tr_A01_delete after delete on A01 for each row begin if not exists (select 1 from A01 "
+      "where A00 = old.A00) then delete from `A02` where A00 = old.A00; end if; end");
+}
+
+// Nothing is lost on the way from a file to a file.
+TEST(Schemas, OfAFileAreWrittenAsTheyWereRead) {
+  const auto other = tests::OpenInMemory();
+  for (const auto& statements : {TableStatements("SQLite", Small()), TriggerStatements("SQLite", Small())}) {
+    for (const std::string& statement : statements) other->RunScript(statement);
+  }
+  const Schema schema = SchemaOf(StoreOf(*other));
+  const Schema small = Small();
+  EXPECT_EQ(TableStatements("SQLite", schema), TableStatements("SQLite", small));
+  EXPECT_EQ(TableStatements("SQLite", small)[0],
+            R"(create table "s_infoitem" ("tblname" varchar(10) collate nocase, "Check" varchar(60) collate )"
+            R"(nocase, "IsNUll" boolean not null))");
+  EXPECT_EQ(TriggerStatements("SQLite", small)[0],
+            "create trigger tr_A01_delete after delete on A01 when not exists (select 1 from A01 where A00 = "
+            "old.A00) begin delete from \"A02\" where A00 = old.A00;  end");
+}
+
+TEST(Schemas, KeepAUniqueIndex) {
+  const auto database = tests::OpenInMemory();
+  database->RunScript("create table T (a integer); create unique index ix_T on T (a)");
+  const Schema schema = SchemaOf(StoreOf(*database));
+  ASSERT_EQ(schema.indexes.size(), 1U);
+  EXPECT_TRUE(schema.indexes[0].is_unique);
+  EXPECT_EQ(TableStatements("SQLite", schema)[1], R"(create unique index "ix_T" on "T" ("a"))");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 
 #include "adapters/odbc/odbc_connection.h"
 #include "adapters/sqlite/sqlite_connection.h"
-#include "host/server/create.h"
+#include "host/server/copy.h"
 #include "host/server/schema.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
@@ -24,6 +24,7 @@ using environment::LowerCase;
 using odbc::OdbcConnection;
 
 constexpr char kTemplate[] = "dossierkit_template";
+constexpr char kScratch[] = "s_guid";
 
 // One copy, used by one test after the other: what a test wrote is put right before the next one has it.
 struct Copy {
@@ -38,7 +39,7 @@ class Copies {
  public:
   explicit Copies(std::string engine) : engine_(std::move(engine)), is_postgresql_(engine_ == "postgresql") {
     sqlite::SqliteConnection sample(SampleDatabaseFile());
-    schema_ = server::SchemaOf(sample);
+    schema_ = server::SchemaOf(server::StoreOf(sample));
     server_ = OpenServer(engine_);
     if (!HasTemplate()) MakeTemplate(sample);
   }
@@ -60,7 +61,11 @@ class Copies {
       if (!is_postgresql_) copy.connection->RunNative("set session max_recursive_iterations = 100000");
     }
     for (const std::string& table : std::exchange(copy.altered, {})) {
-      copy.connection->RunNative("drop table if exists `" + table + "`");
+      if (table == kScratch) {
+        RunAll(copy, server::DropStatements("MariaDB", {{Scratch()}, {}}));
+      } else {
+        copy.connection->RunNative("drop table if exists `" + table + "`");
+      }
       const bool is_known =
           std::any_of(schema_.tables.begin(), schema_.tables.end(),
                       [&](const server::Table& known) { return LowerCase(known.name) == table; });
@@ -85,7 +90,7 @@ class Copies {
   void MakeTemplate(sqlite::SqliteConnection& sample) {
     MakeDatabase(engine_, kTemplate);
     const auto made = OpenServer(engine_, kTemplate);
-    server::CreateFrom(sample, *made);
+    server::CopyDatabase(server::StoreOf(sample), server::StoreOf(*made));
     if (is_postgresql_) {
       made->RunNative("create schema kept");
       for (const server::Table& table : schema_.tables)
@@ -109,10 +114,19 @@ class Copies {
 
   // Makes one table of a copy on MariaDB.
   void Fill(Copy& copy, const std::string& table) {
+    if (table == kScratch) return RunAll(copy, server::TableStatements("MariaDB", {{Scratch()}, {}}));
     copy.connection->RunNative("create table " + table + " like " + kTemplate + "." + table);
     copy.connection->RunNative("insert into " + table + " select * from " + Kept(table));
-    if (table == "a01")
-      copy.connection->RunNative(server::StatementsFor("MariaDB", schema_).back());  // the trigger
+    if (table == "a01") RunAll(copy, server::TriggerStatements("MariaDB", schema_));
+  }
+
+  static void RunAll(Copy& copy, const std::vector<std::string>& statements) {
+    for (const std::string& statement : statements) copy.connection->RunNative(statement);
+  }
+
+  // What each connection sees as a table of its own.
+  server::Table Scratch() const {
+    return *std::find_if(schema_.tables.begin(), schema_.tables.end(), server::IsScratch);
   }
 
   std::string Kept(const std::string& table) const {
@@ -120,6 +134,10 @@ class Copies {
   }
 
   void Restore(Copy& copy, const std::string& table) {
+    if (table == kScratch) {
+      copy.connection->RunNative("delete from s_guid");
+      return;
+    }
     copy.connection->RunNative("truncate table " + table);
     copy.connection->RunNative("insert into " + table + " select * from " + Kept(table));
   }
@@ -316,6 +334,8 @@ std::string ForServer(const std::string& engine, const std::string& statement) {
   const bool is_postgresql = engine == "postgresql";
   if (is_postgresql && LowerCase(statement).find("drop trigger") != std::string::npos)
     return statement + " on a01";
+  // On a server it is a view.
+  if (LowerCase(statement).find("drop table s_guid") != std::string::npos) return "drop view s_guid";
   // with .. insert into T(..) select: MariaDB wants the first part behind the second.
   const std::size_t insert = LowerCase(statement).find("insert into");
   if (!is_postgresql && insert != std::string::npos && LowerCase(statement).starts_with("with ")) {

@@ -52,6 +52,16 @@ SqliteConnection::SqliteConnection(const std::string& path, std::chrono::millise
   engine_->handle.RunScript("pragma cache_size=-16384");
 }
 
+void SqliteConnection::CreateFile(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path file(std::u8string(path.begin(), path.end()));
+  if (std::filesystem::symlink_status(file, error).type() != std::filesystem::file_type::not_found)
+    throw Failure(environment::kFileExists, "已有文件：" + path);
+  // Only this writes the first page.
+  Engine(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX)
+      .handle.RunScript("pragma journal_mode=wal");
+}
+
 SqliteConnection::SqliteConnection(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {}
 
 SqliteConnection::~SqliteConnection() = default;

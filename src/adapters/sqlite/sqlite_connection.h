@@ -25,6 +25,10 @@ class DOSSIERKIT_EXPORT SqliteConnection : public ado::Connection {
   SqliteConnection(const SqliteConnection&) = delete;
   SqliteConnection& operator=(const SqliteConnection&) = delete;
 
+  // Makes a database without tables at `path`, with a write-ahead log. Throws a Failure where there is
+  // anything of that name, or nothing can be written.
+  static void CreateFile(const std::string& path);
+
   // From now on every statement fails (3709). Closing twice is no failure.
   void Close();
 

@@ -172,6 +172,29 @@ TEST_P(MovedFile, CommitsNothing) {
 INSTANTIATE_TEST_SUITE_P(SqliteFile, MovedFile, testing::Bool(),
                          [](const auto& with_log) { return with_log.param ? "WithALog" : "WithAJournal"; });
 
+TEST(DatabaseFiles, AreMadeWhereNothingIs) {
+  const fs::path folder = fs::temp_directory_path() / ("dossier-create-file-" + std::to_string(getpid()));
+  fs::create_directories(folder);
+  const std::string path = (folder / "新.db").string();
+  SqliteConnection::CreateFile(path);
+  {
+    SqliteConnection made(path);
+    EXPECT_EQ(made.Run("select * from sqlite_master").RowCount(), 0U);
+    EXPECT_EQ(made.Pragma("journal_mode"), "wal");
+    made.RunScript(kTable);
+  }
+  try {
+    SqliteConnection::CreateFile(path);
+    ADD_FAILURE();
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.number(), environment::kFileExists);
+    EXPECT_EQ(failure.description(), "已有文件：" + path);
+  }
+  EXPECT_EQ(SqliteConnection(path).Execute("select n from t")->Fields(0), Value(1));
+  EXPECT_THROW(SqliteConnection::CreateFile((folder / "none" / "a.db").string()), Failure);
+  fs::remove_all(folder);
+}
+
 }  // namespace
 }  // namespace dossierkit::sqlite
 

@@ -1,6 +1,4 @@
 // A database made on a server, by the command and by the library.
-#include "host/server/create.h"
-
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -11,11 +9,10 @@
 #include <vector>
 
 #include "adapters/sqlite/sqlite_connection.h"
+#include "host/server/copy.h"
 #include "host/server/schema.h"
 #include "platform/ado/recordset.h"
-#include "platform/environment/failure.h"
 #include "platform/environment/text.h"
-#include "tests/support/failing_connection.h"
 #include "tests/support/paths.h"
 #include "tests/support/program.h"
 #include "tests/support/servers.h"
@@ -68,19 +65,16 @@ class Creation : public testing::Test {
 };
 
 TEST_F(Creation, CreateServerMakesTheSample) {
-  for (const char* command : {"create-server", "create-sample"}) {
-    MakeDatabase(engine_, kDatabase);
-    const Outcome outcome = Run(command, string_);
-    EXPECT_EQ(outcome.code, 0) << outcome.error;
-    EXPECT_EQ(outcome.out + outcome.error, "");
-    const auto made = OpenServer(engine_, kDatabase);
-    const server::Schema schema = server::SchemaOf(sample_);
-    ASSERT_EQ(schema.tables.size(), 40U);
-    for (const server::Table& table : schema.tables)
-      EXPECT_EQ(Lines(*made, table.name), Lines(sample_, table.name)) << table.name;
-    const Outcome check = Run("check", string_);
-    EXPECT_EQ(check.code, 0) << check.out << check.error;
-  }
+  const Outcome outcome = Run("create-server", string_);
+  EXPECT_EQ(outcome.code, 0) << outcome.error;
+  EXPECT_EQ(outcome.out + outcome.error, "");
+  const auto made = OpenServer(engine_, kDatabase);
+  const server::Schema schema = server::SchemaOf(server::StoreOf(sample_));
+  ASSERT_EQ(schema.tables.size(), 40U);
+  for (const server::Table& table : schema.tables)
+    EXPECT_EQ(Lines(*made, table.name), Lines(sample_, table.name)) << table.name;
+  const Outcome check = Run("check", string_);
+  EXPECT_EQ(check.code, 0) << check.out << check.error;
 }
 
 TEST_F(Creation, CreateEmptyLeavesThePeopleOut) {
@@ -114,21 +108,6 @@ TEST_F(Creation, ADatabaseOfAnotherEncodingIsRefused) {
   EXPECT_NE(outcome.error.find("LATIN1, C"), std::string::npos) << outcome.error;
   EXPECT_NE(outcome.error.find("没有做任何改动"), std::string::npos) << outcome.error;
   EXPECT_EQ(TableCount(), 0);
-}
-
-TEST_F(Creation, AFailureInTheMiddleLeavesNoTable) {
-  const auto source = std::make_shared<sqlite::SqliteConnection>(SampleDatabaseFile());
-  for (const std::size_t statement : {1U, 2U, 20U, 41U}) {
-    FailingConnection failing(source);
-    failing.FailAt(statement);
-    const auto made = OpenServer(engine_, kDatabase);
-    EXPECT_THROW(server::CreateFrom(failing, *made), environment::Failure) << statement;
-    EXPECT_TRUE(failing.HasFailed()) << statement;
-    EXPECT_EQ(TableCount(), 0) << statement;
-  }
-  const auto made = OpenServer(engine_, kDatabase);
-  server::CreateFrom(*source, *made);
-  EXPECT_EQ(Lines(*made, "A01"), Lines(sample_, "A01"));
 }
 
 TEST_F(Creation, APasswordStandsInNoMessageTraceOrLog) {

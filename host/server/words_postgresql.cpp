@@ -1,0 +1,69 @@
+// PostgreSQL 15.
+#include "host/server/words.h"
+
+namespace dossierkit::server {
+namespace {
+
+constexpr std::pair<std::string_view, std::string_view> kTypes[] = {
+    {"varchar", "character varying"}, {"ntext", "text"},
+    {"datetime", "timestamp(0)"},     {"datetime", "timestamp without time zone"},
+    {"double", "double precision"},
+};
+
+// A connection draws an identifier by deleting all rows, adding one and reading it: each has rows of its own.
+constexpr std::string_view kIdentifiers[] = {
+    "create table dossierkit_guid (connection integer not null default pg_backend_pid(), "
+    "id varchar(38) default %, val varchar(10))",
+    "create index ix_dossierkit_guid on dossierkit_guid (connection)",
+    "create view s_guid as select id, val from dossierkit_guid where connection = pg_backend_pid()",
+};
+
+constexpr std::string_view kTriggers[] = {
+    "create function tr_a01_delete() returns trigger language plpgsql as $$ begin "
+    "if not exists (select 1 from a01 where lower(a00) = lower(old.a00)) then %end if; return null; end $$",
+    "create trigger tr_a01_delete after delete on a01 for each row execute function tr_a01_delete()",
+};
+
+constexpr std::string_view kDrops[] = {"drop view if exists s_guid", "drop table if exists dossierkit_guid"};
+
+}  // namespace
+
+const Words kPostgresql{
+    .engine = "PostgreSQL",
+    .quote = "\"",
+    .small_names = true,
+    .types = kTypes,
+    .behind_text = "",
+    .behind_table = "",
+    .first_column = "",
+    .identifier = "('{' || upper(cast(gen_random_uuid() as text)) || '}')",
+    .fold = "lower",
+    .length = "length",
+    .behind_item = " nulls first",
+    .identifiers = kIdentifiers,
+    .triggers = kTriggers,
+    .drops = kDrops,
+    .any_table =
+        "select relname from pg_class where relnamespace = to_regnamespace(current_schema()) and "
+        "relkind in ('r', 'p', 'v', 'm', 'f') order by relname limit 1",
+    // Rows are wanted in the order of the bytes of their texts.
+    .unfit =
+        "select pg_encoding_to_char(encoding) || ', ' || datcollate from pg_database where "
+        "datname = current_database() and not (pg_encoding_to_char(encoding) = 'UTF8' and "
+        "datcollate in ('C', 'POSIX', 'C.UTF-8', 'C.utf8'))",
+    .columns =
+        "select c.relname, a.attname, format_type(a.atttypid, a.atttypmod), cast(a.attnotnull as integer) "
+        "from pg_class c join pg_attribute a on a.attrelid = c.oid "
+        "where c.relnamespace = to_regnamespace(current_schema()) "
+        "and (c.relkind in ('r', 'p') or c.relname = 's_guid') and c.relname not like 'dossierkit#_%' escape "
+        "'#' "
+        "and a.attnum > 0 and not a.attisdropped order by c.oid, a.attnum",
+    .indexes =
+        "select i.relname, t.relname, pg_get_indexdef(x.indexrelid, k, true), cast(x.indisunique as integer) "
+        "from pg_index x join pg_class i on i.oid = x.indexrelid join pg_class t on t.oid = x.indrelid "
+        "cross join generate_series(1, x.indnkeyatts) k "
+        "where t.relnamespace = to_regnamespace(current_schema()) and t.relname not like 'dossierkit#_%' "
+        "escape '#' order by i.oid, k",
+};
+
+}  // namespace dossierkit::server

@@ -1,0 +1,254 @@
+// A whole database moved from one engine to another.
+#include "host/server/copy.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "adapters/sqlite/sqlite_connection.h"
+#include "host/server/schema.h"
+#include "platform/environment/failure.h"
+#include "platform/environment/text.h"
+#include "tests/support/failing_connection.h"
+#include "tests/support/memory_database.h"
+#include "tests/support/paths.h"
+#include "tests/support/program.h"
+#include "tests/support/servers.h"
+
+namespace dossierkit::tests {
+namespace {
+
+namespace fs = std::filesystem;
+using server::StoreOf;
+
+using Figures = std::map<std::string, std::pair<std::int64_t, std::uint64_t>>;
+
+// By the tables' names in small letters.
+Figures FiguresOf(const std::vector<server::CopiedTable>& tables) {
+  Figures figures;
+  for (const server::CopiedTable& table : tables)
+    figures[environment::LowerCase(table.name)] = {table.rows, table.checksum};
+  return figures;
+}
+
+std::vector<std::string> SortedIndexes(const server::Schema& schema) {
+  std::vector<std::string> indexes;
+  for (const server::Index& index : schema.indexes) {
+    std::string line = index.name + " " + index.table + (index.is_unique ? " unique" : "");
+    for (const std::string& item : index.items) line += " " + item;
+    indexes.push_back(environment::LowerCase(line));
+  }
+  std::sort(indexes.begin(), indexes.end());
+  return indexes;
+}
+
+class Copying : public testing::Test {
+ protected:
+  Copying() {
+    fs::create_directories(folder_);
+    MakeDatabase(engine_, "copied");
+  }
+  ~Copying() override { fs::remove_all(folder_); }
+
+  Outcome Copy(const std::string& from, const std::string& to) {
+    return RunProgram(folder_, "copy --from '" + from + "' --to '" + to + "'");
+  }
+  std::string In(const std::string& name) const { return (folder_ / name).string(); }
+  // Whatever a copy makes is gone.
+  void ExpectNothingMade() {
+    MakeDatabaseOfNothing();
+    EXPECT_TRUE(server::SchemaOf(StoreOf(*server_)).tables.empty());
+  }
+
+  void MakeDatabaseOfNothing() { server_ = OpenServer(engine_, "copied"); }
+
+  const std::string engine_ = ServerOfThisRun();
+  const std::string string_ = ServerString(engine_, "copied");
+  std::shared_ptr<odbc::OdbcConnection> server_;
+  fs::path folder_ = fs::temp_directory_path() / ("dossier-copying-" + std::to_string(getpid()));
+};
+
+TEST_F(Copying, FromEngineToEngineAndBackKeepsEveryChecksum) {
+  MakeDatabase("postgresql", "copied");
+  MakeDatabase("mariadb", "copied");
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  const auto postgresql = OpenServer("postgresql", "copied");
+  const auto mariadb = OpenServer("mariadb", "copied");
+  sqlite::SqliteConnection::CreateFile(In("back.db"));
+  sqlite::SqliteConnection back(In("back.db"));
+  const auto begin = FiguresOf(server::ChecksumsOf(StoreOf(sample)));
+  ASSERT_EQ(begin.size(), 39U) << "all tables but S_GUID";
+  EXPECT_EQ(begin.at("a01").first, 12);
+  EXPECT_EQ(FiguresOf(server::CopyDatabase(StoreOf(sample), StoreOf(*postgresql))), begin);
+  EXPECT_EQ(FiguresOf(server::CopyDatabase(StoreOf(*postgresql), StoreOf(*mariadb))), begin);
+  EXPECT_EQ(FiguresOf(server::CopyDatabase(StoreOf(*mariadb), StoreOf(back))), begin);
+  EXPECT_EQ(FiguresOf(server::ChecksumsOf(StoreOf(back))), begin);
+  // With its indexes, among them those that MariaDB cannot have.
+  EXPECT_EQ(SortedIndexes(server::SchemaOf(StoreOf(back))), SortedIndexes(server::SchemaOf(StoreOf(sample))));
+  // And its triggers: a person's rows go with him.
+  back.Run("delete from A01 where A0199=1");
+  EXPECT_EQ(*back.Run("select count(*) from A02 where A00 not in (select A00 from A01)")
+                 .ValueAt(0, 0)
+                 .As<std::int64_t>(),
+            0);
+  EXPECT_LT(*back.Run("select count(*) from A02").ValueAt(0, 0).As<std::int64_t>(), begin.at("a02").first);
+}
+
+TEST_F(Copying, TheCommandSaysWhatItCompared) {
+  const Outcome there = Copy(SampleDatabaseFile(), string_);
+  EXPECT_EQ(there.code, 0) << there.error;
+  EXPECT_EQ(there.error, "") << "no bar where no terminal is";
+  EXPECT_NE(there.out.find("A01：12 行，校验和 "), std::string::npos) << there.out;
+  EXPECT_NE(there.out.find("共 39 张表、"), std::string::npos) << there.out;
+  EXPECT_NE(there.out.find("已经复制，核对一致。\n"), std::string::npos) << there.out;
+  const Outcome back = Copy(string_, In("back.db"));
+  EXPECT_EQ(back.code, 0) << back.error;
+  const auto lines = [](const std::string& out) {
+    auto sorted = environment::Split(environment::LowerCase(out), "\n");
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
+  };
+  EXPECT_EQ(lines(back.out), lines(there.out));
+  const Outcome check = RunProgram(folder_, "check --database '" + In("back.db") + "'");
+  EXPECT_EQ(check.code, 0) << check.out << check.error;
+  EXPECT_FALSE(fs::exists(In("back.db.copying")));
+}
+
+TEST_F(Copying, TheBarEndsAtAHundred) {
+  const std::string command = "copy --from " + SampleDatabaseFile() + " --to " + In("b.db");
+  const std::string typescript = In("typescript");
+  ASSERT_EQ(std::system(("script -qec '" + DossierProgram() + " " + command + "' /dev/null >'" + typescript +
+                         "' </dev/null")
+                            .c_str()),
+            0);
+  const std::string shown = Read(typescript);
+  EXPECT_NE(shown.find("\r[----------------------------------------] 0%"), std::string::npos) << shown;
+  EXPECT_NE(shown.find("\r[########################################] 100%"), std::string::npos) << shown;
+}
+
+TEST_F(Copying, ATargetThatIsNotEmptyIsRefused) {
+  OpenServer(engine_, "copied")->RunNative("create table of_another (a integer)");
+  const Outcome outcome = Copy(SampleDatabaseFile(), string_);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.error, "dossier: 数据库中已有表 of_another，没有做任何改动：请指定一个空的数据库。\n");
+  std::ofstream(In("there.db")) << "mine";
+  const Outcome file = Copy(SampleDatabaseFile(), In("there.db"));
+  EXPECT_EQ(file.code, 1);
+  EXPECT_EQ(file.error, "dossier: 无法建立数据库 " + In("there.db") + "（已有文件 " + In("there.db") +
+                            "），请换一个位置。\n");
+  EXPECT_EQ(Read(In("there.db")), "mine");
+}
+
+TEST_F(Copying, AFailureAtAnyStatementLeavesNothing) {
+  const auto sample = std::make_shared<sqlite::SqliteConnection>(SampleDatabaseFile());
+  for (const std::size_t statement : {3U, 79U}) {
+    FailingConnection failing(sample);
+    failing.FailAt(statement);
+    server::Store from = StoreOf(*sample);
+    from.connection = &failing;
+    {
+      const auto server = OpenServer(engine_, "copied");
+      EXPECT_THROW(server::CopyDatabase(from, StoreOf(*server)), environment::Failure);
+    }
+    EXPECT_TRUE(failing.HasFailed());
+    ExpectNothingMade();
+  }
+  // At the target: its k-th statement fails.
+  for (const int k : {2, 60, 170}) {
+    {
+      const auto server = OpenServer(engine_, "copied");
+      server::Store to = StoreOf(*server);
+      int count = 0;
+      to.run_native = [&](const std::string& text) {
+        if (++count == k) throw environment::Failure(environment::kEngineFailure, "磁盘已满。");
+        return server->RunNative(text);
+      };
+      EXPECT_THROW(server::CopyDatabase(StoreOf(*sample), to), environment::Failure) << k;
+      EXPECT_GE(count, k);
+    }
+    ExpectNothingMade();
+  }
+}
+
+TEST_F(Copying, ARowThatTheTargetCannotHoldIsNamed) {
+  const auto source = OpenInMemory();
+  source->RunScript(
+      "create table A01 (A00 varchar(3) collate nocase); insert into A01 values ('abc'), ('abcd');");
+  const auto server = OpenServer(engine_, "copied");
+  try {
+    server::CopyDatabase(StoreOf(*source), StoreOf(*server));
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.description(), "表 A01 的第 1 至 2 行不能写入（语句或数据太长。），没有复制任何数据。");
+  }
+  ExpectNothingMade();
+}
+
+// Another program that writes meanwhile does not come between the tables.
+TEST_F(Copying, WhatDiffersBehindTheCopyIsToldAndTakenBack) {
+  const auto sample = std::make_shared<sqlite::SqliteConnection>(SampleDatabaseFile());
+  const auto server = OpenServer(engine_, "copied");
+  server::Store to = StoreOf(*server);
+  to.run_native = [&](const std::string& text) {
+    auto rows = server->RunNative(text);
+    if (text.find("insert into") == 0 && text.find("A01") < 20)
+      server->RunNative("update a01 set a0101 = 'x'");
+    if (text.find("insert into") == 0 && text.find("a01") < 20)
+      server->RunNative("update a01 set a0101 = 'x'");
+    return rows;
+  };
+  try {
+    server::CopyDatabase(StoreOf(*sample), to);
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_EQ(failure.description(),
+              "表 A01 复制后与原来不一致（原有 12 行，现有 12 行），没有复制任何数据。");
+  }
+  ExpectNothingMade();
+}
+
+TEST_F(Copying, APasswordStandsInNoMessage) {
+  std::string password;
+  for (const std::string& attribute : environment::Split(string_, ";")) {
+    if (attribute.starts_with("Pwd=")) password = attribute.substr(4);
+  }
+  const std::string missing = environment::Replace(string_, "Database=copied", "Database=no_such_database");
+  for (const auto& [from, to] : {std::pair(missing, In("c.db")), std::pair(SampleDatabaseFile(), missing)}) {
+    const Outcome outcome = Copy(from, to);
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_NE(outcome.error.find("no_such_database"), std::string::npos) << outcome.error;
+    EXPECT_EQ((outcome.out + outcome.error).find(password), std::string::npos) << outcome.error;
+  }
+}
+
+// Texts, numbers and dates at their limits.
+TEST_F(Copying, ValuesAtTheirLimitsComeBack) {
+  const auto source = OpenInMemory();
+  source->RunScript(
+      "create table T (t varchar(60) collate nocase, l ntext collate nocase, i integer, s smallint, d "
+      "datetime, "
+      "b boolean, f double); insert into T values "
+      "('''\\\"%_{}?;--', '𠀀甲' || char(10) || char(13) || char(9), 2147483647, -32768, '1000-01-01', 1, "
+      "0.1), "
+      "('', ' a ', -2147483648, 32767, '9999-12-31 23:59:59', 0, -15000000000.25), "
+      "(null, null, null, null, null, null, null), ('a', 'A', 0, 0, '1990-03-01', 1, 0);");
+  const auto server = OpenServer(engine_, "copied");
+  const auto there = FiguresOf(server::CopyDatabase(StoreOf(*source), StoreOf(*server)));
+  const auto back = OpenInMemory();
+  EXPECT_EQ(FiguresOf(server::CopyDatabase(StoreOf(*server), StoreOf(*back))), there);
+  EXPECT_EQ(FiguresOf(server::ChecksumsOf(StoreOf(*source))), FiguresOf(server::ChecksumsOf(StoreOf(*back))));
+  EXPECT_EQ(there.at("t").first, 4);
+  // A checksum that says nothing would say that two tables are equal.
+  back->RunScript("update T set t = 'A' where t = 'a'");
+  EXPECT_NE(FiguresOf(server::ChecksumsOf(StoreOf(*back))), there);
+}
+
+}  // namespace
+}  // namespace dossierkit::tests
