@@ -141,6 +141,7 @@ bool InputFilter::StopsKey(QWidget& widget, QKeyEvent& event) {
   const QPointer<QWidget> alive = &widget;
   bool passed = false;
   application_.Guard([&] { passed = PassKey(widget, event); });
+  // A handler may have ended the window, and a loop of its own what was put off.
   if (!passed || !alive) {
     event.accept();
     return true;
@@ -155,10 +156,7 @@ bool InputFilter::StopsKey(QWidget& widget, QKeyEvent& event) {
 bool InputFilter::PassKey(QWidget& widget, const QKeyEvent& event) const {
   WidgetView* view = application_.ViewOf(widget.window());
   if (!view) return true;
-  // A handler may have ended the window, and a loop of its own what was put off.
-  const QPointer<QWidget> alive = &widget;
-  const bool passed = FormOf(*view).UserKey(StrokeOf(event));
-  return passed && alive;
+  return FormOf(*view).UserKey(StrokeOf(event));
 }
 
 // A control on a hidden tab may have the model's focus but not the native one: its keys come to the

@@ -1,6 +1,8 @@
 #include "adapters/qt/look.h"
 
+#include <QFontDatabase>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
@@ -26,6 +28,12 @@ QPalette Complete(QPalette palette) {
     }
   }
   return palette;
+}
+
+// Whether the program has the family; the list is made once, as it is dear.
+bool IsInstalled(const QString& family) {
+  static const QStringList installed = QFontDatabase::families();
+  return installed.contains(family);
 }
 
 }  // namespace
@@ -84,8 +92,11 @@ QRect Metrics::Pixels(const toolkit::Rect& place) const {
 }
 
 QFont Metrics::FontOf(const toolkit::Font& font) const {
-  QFont native(QStringList{ToQString(font.name), QString::fromLatin1(kProgramFont),
-                           QString::fromLatin1(kProgramFontElsewhere)});
+  const QString name = ToQString(font.name);
+  QStringList families{QString::fromLatin1(kProgramFont), QString::fromLatin1(kProgramFontElsewhere)};
+  // A family that is not there stands last: Qt looks up the substitutes of the first one, anew for each.
+  families.insert(IsInstalled(name) ? 0 : families.size(), name);
+  QFont native(families);
   native.setPixelSize(std::max(1, Pixels(font.size * 20)));  // 20 twips to the point
   native.setBold(font.bold);
   // Nothing of it comes from the program's font.
@@ -93,7 +104,9 @@ QFont Metrics::FontOf(const toolkit::Font& font) const {
   return native;
 }
 
-void PaintBox(QPainter& painter, const QRect& place, const QBrush& fill, const BoxEdge& edge) {
+namespace {
+
+void DrawRounded(QPainter& painter, const QRect& place, const QBrush& fill, const BoxEdge& edge) {
   const double inset = edge.width / 2.0;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
@@ -101,6 +114,64 @@ void PaintBox(QPainter& painter, const QRect& place, const QBrush& fill, const B
   painter.setBrush(fill);
   painter.drawRoundedRect(QRectF(place).adjusted(inset, inset, -inset, -inset), edge.radius, edge.radius);
   painter.restore();
+}
+
+// The smallest box of that look, of two corners by two.
+QPixmap Corners(int corner, double ratio, const QBrush& fill, const BoxEdge& edge) {
+  const QString key = QStringLiteral("dossierkit-box-%1-%2-%3-%4-%5-%6")
+                          .arg(corner)
+                          .arg(ratio)
+                          .arg(fill.style() == Qt::NoBrush ? 0U : fill.color().rgba())
+                          .arg(edge.color.rgba())
+                          .arg(edge.width)
+                          .arg(edge.radius);
+  QPixmap corners;
+  if (QPixmapCache::find(key, &corners)) return corners;
+  const QSize size(2 * corner, 2 * corner);
+  corners = QPixmap(size * ratio);
+  corners.setDevicePixelRatio(ratio);
+  corners.fill(Qt::transparent);
+  QPainter painter(&corners);
+  DrawRounded(painter, QRect(QPoint(0, 0), size), fill, edge);
+  QPixmapCache::insert(key, corners);
+  return corners;
+}
+
+}  // namespace
+
+// A rounded path is dear and a page has fifty: only the corners are one, painted once for each look.
+void PaintBox(QPainter& painter, const QRect& place, const QBrush& fill, const BoxEdge& edge) {
+  const double ratio = painter.device()->devicePixelRatio();
+  const int corner = static_cast<int>(std::ceil(std::max<double>(edge.radius, edge.width))) + 1;
+  const bool plain = fill.style() == Qt::NoBrush || (fill.style() == Qt::SolidPattern && fill.isOpaque());
+  if (!plain || ratio != std::floor(ratio) || std::min(place.width(), place.height()) < 2 * corner) {
+    DrawRounded(painter, place, fill, edge);
+    return;
+  }
+  const QPixmap corners = Corners(corner, ratio, fill, edge);
+  const int right = place.right() + 1;
+  const int bottom = place.bottom() + 1;
+  const double side = corner * ratio;
+  const auto draw = [&](int left, int top, double from_left, double from_top) {
+    painter.drawPixmap(QRectF(left, top, corner, corner), corners, QRectF(from_left, from_top, side, side));
+  };
+  draw(place.left(), place.top(), 0, 0);
+  draw(right - corner, place.top(), side, 0);
+  draw(place.left(), bottom - corner, 0, side);
+  draw(right - corner, bottom - corner, side, side);
+  const int width = place.width() - 2 * corner;
+  const int height = place.height() - 2 * corner;
+  const int left = place.left() + corner;
+  const int top = place.top() + corner;
+  if (fill.style() != Qt::NoBrush) {
+    painter.fillRect(left, place.top() + edge.width, width, place.height() - 2 * edge.width, fill);
+    painter.fillRect(place.left() + edge.width, top, corner - edge.width, height, fill);
+    painter.fillRect(right - corner, top, corner - edge.width, height, fill);
+  }
+  painter.fillRect(left, place.top(), width, edge.width, edge.color);
+  painter.fillRect(left, bottom - edge.width, width, edge.width, edge.color);
+  painter.fillRect(place.left(), top, edge.width, height, edge.color);
+  painter.fillRect(right - edge.width, top, edge.width, height, edge.color);
 }
 
 }  // namespace dossierkit::qt

@@ -28,7 +28,7 @@ TEST_F(QtLists, AGridShowsHeadingsAndWidths) {
     EXPECT_EQ(Table()->columnWidth(1), 300);
     EXPECT_EQ(Text(Table()->model()->index(2, 1).data().toString()), "清华大学3");
     EXPECT_EQ(Table()->currentIndex().row(), 0);
-    EXPECT_EQ(Table()->horizontalHeader()->font().families().first(), "华文细黑");
+    EXPECT_TRUE(Table()->horizontalHeader()->font().families().contains("华文细黑"));
   });
 }
 

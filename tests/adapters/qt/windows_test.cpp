@@ -1,6 +1,8 @@
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <typeinfo>
 
@@ -394,6 +396,25 @@ TEST_F(QtWindows, APageMayBeRemovedInItsOwnEvent) {
     Type(Native(*form->page->notes), "1");
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(QApplication::activeWindow()->findChild<QWidget*>("A02_A0202_v"));
+  });
+}
+
+// As where the handler shows a message box: its loop does what was put off.
+TEST_F(QtWindows, AKeyWhoseHandlerEndedTheFieldGoesNoFurther) {
+  Play([&] {
+    int keys = 0;
+    On(form->page->date->KeyDown, [&](int&, int) {
+      ++keys;
+      form->DropPage();
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    });
+    form->page->date->SetFocus();
+    const QPointer<QWidget> date = Native(*form->page->date);
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_1, Qt::NoModifier, "1");
+    QCoreApplication::sendEvent(date, &press);
+    EXPECT_TRUE(press.isAccepted());
+    EXPECT_FALSE(date);
+    EXPECT_EQ(keys, 1);
   });
 }
 
