@@ -1,4 +1,6 @@
 // The suite of tests for views on the native views: what shows is read from the native windows.
+#include <oleacc.h>
+
 #include <stdexcept>
 
 #include "adapters/win32/native_view.h"
@@ -18,6 +20,9 @@ std::string TextOf(HWND window) {
 
 class Win32Driver : public Driver {
  public:
+  // What screen readers are told comes by COM.
+  Win32Driver() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+  ~Win32Driver() override { CoUninitialize(); }
   std::string Text(const std::string& name) override { return TextOf(Native(name)); }
   toolkit::Selection Selected(const std::string& name) override {
     DWORD start = 0;
@@ -45,7 +50,21 @@ class Win32Driver : public Driver {
     }
     return "";
   }
-  std::string Spoken(const std::string& name) override { throw std::logic_error(name + " says nothing"); }
+  std::string Spoken(const std::string& name) override {
+    IAccessible* said = nullptr;
+    if (FAILED(AccessibleObjectFromWindow(Native(name), static_cast<DWORD>(OBJID_CLIENT),
+                                          __uuidof(IAccessible), reinterpret_cast<void**>(&said))))
+      throw std::logic_error(name + " says nothing");
+    VARIANT self;
+    V_VT(&self) = VT_I4;
+    V_I4(&self) = CHILDID_SELF;
+    BSTR text = nullptr;
+    said->get_accName(self, &text);
+    std::string spoken = text ? windows::Utf8(text) : std::string();
+    SysFreeString(text);
+    said->Release();
+    return spoken;
+  }
 
  private:
   static bool Has(const toolkit::Control& control, HWND window) {

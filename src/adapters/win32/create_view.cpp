@@ -1,6 +1,8 @@
 #include "adapters/win32/create_view.h"
 
 #include "adapters/win32/button_views.h"
+#include "adapters/win32/image_view.h"
+#include "adapters/win32/label_view.h"
 #include "adapters/win32/mask_view.h"
 #include "adapters/win32/surface_views.h"
 #include "adapters/win32/text_view.h"
@@ -27,9 +29,9 @@ std::unique_ptr<NativeView> MakeByKind(ViewContext& context, toolkit::Control& c
     case Kind::kMaskEdBox: return Make<MaskView, toolkit::MaskEdBox>(context, control);
     case Kind::kCheckBox: return Make<CheckBoxView, toolkit::CheckBox>(context, control);
     case Kind::kCommandButton: return Make<CommandButtonView, toolkit::CommandButton>(context, control);
+    case Kind::kLabel: return Make<LabelView, toolkit::Label>(context, control);
+    case Kind::kImage: return Make<ImageView, toolkit::Image>(context, control);
     // Those that have no view of their own yet take their place, the focus and keys.
-    case Kind::kLabel:
-    case Kind::kImage:
     case Kind::kDataGrid:
     case Kind::kToolbar:
     case Kind::kVerticalMenu:

@@ -4,8 +4,10 @@
 
 #include <system_error>
 
+#include "adapters/win32/accessible.h"
 #include "adapters/win32/painting.h"
 #include "adapters/win32/window_view.h"
+#include "adapters/windows/texts.h"
 #include "platform/toolkit/controls/tab_strip.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -59,7 +61,9 @@ NativeView::NativeView(ViewContext& context, toolkit::Control& control, HWND win
 }
 
 NativeView::~NativeView() {
-  if (window_) context_.application.Doom(window_);
+  if (!window_) return;
+  if (WindowView* window = Window()) window->Tips().Forget(window_);
+  context_.application.Doom(window_);
 }
 
 void NativeView::ShowAll() {
@@ -126,8 +130,13 @@ void NativeView::ShowState() {
 }
 
 void NativeView::ShowStyle() {
+  SetTip(windows::Wide(control_.ToolTipText()));
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(GetLook().FontOf(control_.GetFont())), FALSE);
   Repaint();
+}
+
+void NativeView::SetTip(const std::wstring& text) const {
+  if (WindowView* window = Window()) window->Tips().Set(window_, text);
 }
 
 void NativeView::Repaint() const { InvalidateRect(window_, nullptr, TRUE); }
@@ -137,7 +146,11 @@ LRESULT NativeView::Native(HWND window, const Message& message) {
 }
 
 std::optional<LRESULT> NativeView::Receive(HWND window, const Message& message) {
-  if (window != window_ || !IsPane(window)) return std::nullopt;
+  if (window != window_) return std::nullopt;
+  if (message.id == WM_GETOBJECT && static_cast<LONG>(message.low) == OBJID_CLIENT) {
+    if (const LRESULT answer = AccessibleOf(window, message, control_.shared_from_this())) return answer;
+  }
+  if (!IsPane(window)) return std::nullopt;
   if (message.id == WM_ERASEBKGND) return 1;
   if (message.id != WM_PAINT) return std::nullopt;
   const Canvas canvas(window);

@@ -88,6 +88,8 @@ class NativeView : public toolkit::View {
   ViewContext& Context() const { return context_; }
   // The view of the window in which the control stands; nullptr once it is gone.
   WindowView* Window() const;
+  // The text that shows where the mouse rests on it; empty for none.
+  void SetTip(const std::wstring& text) const;
   // Has the window painted anew, soon.
   void Repaint() const;
   // What the native window itself does with a message. Only in the course of Receive; afterwards the view may
@@ -104,7 +106,6 @@ class NativeView : public toolkit::View {
   void Report(const std::function<void()>& work) { context_.application.Guard(work); }
 
  private:
-  void Start();
   void ShowNow(toolkit::Aspect aspect);
   // Visible, and its tab is in front.
   bool Shown() const;

@@ -10,6 +10,7 @@
 namespace dossierkit::win32 {
 namespace {
 
+constexpr int kTipWidth = 480;   // at most
 constexpr int kSightMargin = 8;  // around what is brought into sight
 constexpr int kLine = 20;        // that a turn of the wheel scrolls by, thrice
 
@@ -56,6 +57,7 @@ toolkit::Rect PlaceIn(HWND outer, HWND window, const RECT* part) {
 
 WindowView::WindowView(ViewContext& context, toolkit::Form& form)
     : NativeView(context, form, MakeWindow(context.application, form)),
+      tips_(Handle(), GetLook().ProgramFont(), GetMetrics().Scaled(kTipWidth)),
       layout_(form, GetMetrics().GetScale()),
       place_(form) {
   area_ = MakePane(Handle(), 0);

@@ -5,6 +5,7 @@
 
 #include "adapters/win32/modality.h"
 #include "adapters/win32/native_view.h"
+#include "adapters/win32/tool_tips.h"
 #include "platform/toolkit/loop/window_layout.h"
 #include "platform/toolkit/loop/window_place.h"
 
@@ -24,6 +25,8 @@ class WindowView : public NativeView {
   void ShowState() override {}
   // Where a control of this window shows: bar and side reach the window's edges.
   toolkit::Rect ShownPlace(const toolkit::Control& control) const;
+
+  ToolTips& Tips() { return tips_; }
 
   // Shows the window, at first where its form wants it, and makes it the active one; all other windows of the
   // thread take no input from then on.
@@ -60,6 +63,7 @@ class WindowView : public NativeView {
 
   HWND area_ = nullptr;     // the viewport, with its scroll bars
   HWND content_ = nullptr;  // what scrolls in it
+  ToolTips tips_;
   toolkit::WindowLayout layout_;
   toolkit::WindowPlace place_;
   toolkit::Point offset_;

@@ -1,0 +1,20 @@
+#include "adapters/win32/image_view.h"
+
+#include "adapters/win32/painting.h"
+#include "adapters/win32/pictures.h"
+
+namespace dossierkit::win32 {
+
+void ImageView::Paint(HDC device, const RECT& place) {
+  NativeView::Paint(device, place);
+  RECT inner = place;
+  if (image_.Border()) {
+    const Palette& colors = GetLook().Colors();
+    PaintBox(device, place, colors.base, {colors.edge, GetMetrics().Edge(), GetMetrics().Radius()});
+    inner = Inset(place, GetMetrics().Ring());
+  }
+  const Bitmap& bitmap = BitmapOf(image_.GetPicture());
+  if (!bitmap.Empty()) PaintStretched(device, inner, bitmap);
+}
+
+}  // namespace dossierkit::win32

@@ -1,0 +1,15 @@
+// TextLines: texts that may have less room than they need.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "adapters/windows/windows_headers.h"
+
+namespace dossierkit::win32 {
+
+// The lines of a text of at most that width, in pixels: it breaks where it says so, and where it has no more
+// room, between words if it can.
+std::vector<std::wstring> LinesOf(const std::wstring& text, HFONT font, int width);
+
+}  // namespace dossierkit::win32
