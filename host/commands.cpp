@@ -88,11 +88,13 @@ std::optional<int> RunCommand(const Options& options) {
 int RunProgram(int argc, char** argv, int (*run)(const Options&),
                void (*tell)(const std::exception&, const Options&)) {
   Options options;
+  std::vector<std::string> arguments;
   try {
-    options = ParseOptions(ArgumentsOf(argc, argv));
+    arguments = ArgumentsOf(argc, argv);
+    options = ParseOptions(arguments);
     return run(options);
   } catch (const UsageError& error) {
-    std::cerr << "dossier: " << error.what() << "\n" << Usage();
+    std::cerr << "dossier: " << error.what() << "\n" << UsageOf(arguments);
     return 2;
   } catch (const std::exception& failure) {
     std::cerr << "dossier: " << failure.what() << "\n";

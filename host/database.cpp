@@ -83,9 +83,10 @@ std::shared_ptr<ado::Connection> Open(const std::string& file) {
     // Where there is a file, it may be somebody's only one.
     std::error_code error;
     const bool missing = !std::filesystem::exists(PathOf(file), error) && !error;
-    throw Failure(failure.number(), "无法打开数据库 " + file + "（" + failure.description() + "），" +
-                                        (missing ? "请检查路径，或用 dossier create-sample 建立示例数据库。"
-                                                 : "请检查此文件，或从备份恢复。"));
+    throw Failure(failure.number(),
+                  "无法打开数据库 " + file + "（" + failure.description() + "），" +
+                      (missing ? "请检查路径，或用 dossier create-empty 建立没有人员的数据库。"
+                               : "请检查此文件，或从备份恢复。"));
   }
 }
 
@@ -96,8 +97,9 @@ void RequireSchema(ado::Connection& connection, const std::string& name) {
     try {
       connection.Execute(std::string("select count(*) from ") + table);
     } catch (const Failure& failure) {
-      throw Failure(failure.number(), "数据库 " + name + " 不能使用（读取表 " + table + " 失败：" +
-                                          failure.description() + "），请选择人员档案数据库，或从备份恢复。");
+      throw Failure(failure.number(),
+                    "数据库 " + name + " 不能使用（读取表 " + table + " 失败：" + failure.description() +
+                        "），请选择人员档案数据库，或从备份恢复；新的数据库可用 dossier create-empty 建立。");
     }
   }
 }

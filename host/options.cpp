@@ -1,10 +1,26 @@
 #include "host/options.h"
 
+#include <array>
 #include <charconv>
 #include <cstddef>
+#include <string_view>
+#include <utility>
 
 namespace dossierkit::host {
 namespace {
+
+constexpr char kVisitUsage[] =
+    "dossier [--database FILE | --connection STRING] [--photos DIR]\n"
+    "               [--person ID | --new] [--operation-type N] [--person-type N]\n"
+    "               [--trace-sql FILE] [--tour DIR]";
+
+constexpr std::array<std::pair<std::string_view, const char*>, 5> kCommandUsages = {{
+    {"check", "dossier check [FILE | --database FILE | --connection STRING] [--photos DIR] [--json]"},
+    {"create-sample", "dossier create-sample FILE | --connection STRING"},
+    {"create-empty", "dossier create-empty FILE | --connection STRING"},
+    {"create-server", "dossier create-server --connection STRING"},
+    {"copy", "dossier copy --from FILE|STRING --to FILE|STRING"},
+}};
 
 std::int16_t ParseNumber(const std::string& option, const std::string& text) {
   std::int16_t number = 0;
@@ -88,6 +104,9 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     } else if (argument == "--tour" && options.action != Options::Action::kCheck) {
       options.action = Options::Action::kTour;
       options.folder = value_of(argument);
+    } else if (options.action == Options::Action::kCheck && options.file.empty() && !argument.empty() &&
+               argument[0] != '-') {
+      options.file = argument;
     } else {
       throw UsageError("unknown argument '" + argument + "'");
     }
@@ -95,11 +114,16 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   if (!options.database.empty() && !options.connection.empty()) {
     throw UsageError("--database and --connection exclude one another");
   }
+  if (options.action == Options::Action::kCheck && !options.file.empty()) {
+    if (!options.database.empty() || !options.connection.empty())
+      throw UsageError("check takes one database: a file, --database or --connection");
+    options.database = options.file;
+  }
   if (!options.person.empty() && new_person) throw UsageError("--person and --new exclude one another");
   const bool visit = !options.person.empty() || new_person;
   if (options.action == Options::Action::kCheck) {
     if (visit || visit_options || options.person_type || !options.trace_file.empty())
-      throw UsageError("check takes --database, --connection, --photos and --json");
+      throw UsageError("check takes a file, --database, --connection, --photos and --json");
     return options;
   }
   if (options.json) throw UsageError("--json goes with check");
@@ -113,21 +137,25 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   return options;
 }
 
+std::string UsageOf(const std::vector<std::string>& arguments) {
+  const char* usage = kVisitUsage;
+  for (const auto& [command, own] : kCommandUsages) {
+    if (!arguments.empty() && arguments.front() == command) usage = own;
+  }
+  return std::string("usage: ") + usage + "\n'dossier --help' says more.\n";
+}
+
 std::string Usage() {
-  return R"(usage: dossier [--database FILE | --connection STRING] [--photos DIR]
-               [--person ID | --new] [--operation-type N] [--person-type N]
-               [--trace-sql FILE] [--tour DIR]
-       dossier check [--database FILE | --connection STRING] [--photos DIR] [--json]
-       dossier create-sample FILE | --connection STRING
-       dossier create-empty FILE | --connection STRING
-       dossier create-server --connection STRING
-       dossier copy --from FILE|STRING --to FILE|STRING
-       dossier --help | --version
+  std::string usage = std::string("usage: ") + kVisitUsage + "\n";
+  for (const auto& [command, own] : kCommandUsages) usage.append("       ").append(own).append("\n");
+  return usage + R"(       dossier --help | --version
 
 Without --person or --new: a window with the people of the database.
 
   --database FILE       the database file; without it, a working copy of the sample database
-  --connection STRING   in its place a connection string, as in "Driver=SQLite3;Database=FILE"
+  --connection STRING   in its place a connection string, as in "Driver=SQLite3;Database=FILE"; for a
+                        database on a server, PostgreSQL or MariaDB, the one of its ODBC driver, as in
+                        "Driver=PostgreSQL Unicode;Server=HOST;Database=NAME;Uid=USER;Pwd=PASSWORD"
   --photos DIR          the folder of the photographs; without it, a working copy of the sample's
   --person ID           opens the dossier of one person and ends with it
   --new                 opens the dossier of a new person and ends with it
@@ -137,7 +165,7 @@ Without --person or --new: a window with the people of the database.
   --trace-sql FILE      writes one JSON object per statement of the component
   --tour DIR            plays a tour through the window and writes its pictures into DIR; its copies of
                         database and photographs lie in DIR/tour-data
-  check                 says what is wrong in a database, one line for each fault, and changes nothing;
+  check FILE            says what is wrong in a database, one line for each fault, and changes nothing;
                         --json gives one JSON object per line; the photographs are checked where --photos
                         names them, or with the working copy of the sample
   create-sample FILE    writes a fresh copy of the sample database; refuses a file that is there

@@ -20,7 +20,7 @@ struct Options {
   std::optional<std::int16_t> person_type;  // by default the stored person's own, or 1
   std::string trace_file;
   std::string folder;  // of the tour's pictures
-  std::string file;    // of create-sample and create-empty, unless `connection` says where
+  std::string file;    // of create-sample and create-empty, unless `connection` says where, and of check
   std::string from;    // of copy: a file or a connection string each
   std::string to;
   bool json = false;  // of check
@@ -34,6 +34,9 @@ class UsageError : public std::runtime_error {
 
 // Reads the arguments behind the program's name. Throws UsageError.
 Options ParseOptions(const std::vector<std::string>& arguments);
+
+// What stands below the message where the arguments are wrong: how the command that they name is called.
+std::string UsageOf(const std::vector<std::string>& arguments);
 
 // The text of --help.
 std::string Usage();

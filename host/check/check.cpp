@@ -11,7 +11,8 @@ std::vector<Fault> CheckDatabase(ado::Connection& connection) {
   if (sets.empty()) return findings.Take();
   for (const Set& set : sets) CheckFields(connection, set, findings);
   const auto codes = CheckCodeTables(connection, sets, findings);
-  for (const Set& set : sets) CheckRecords(connection, set, codes, findings);
+  const std::optional<Persons> persons = ReadPersons(connection);
+  for (const Set& set : sets) CheckRecords(connection, set, codes, persons ? &*persons : nullptr, findings);
   CheckByWriting(connection, sets, codes, findings);
   return findings.Take();
 }

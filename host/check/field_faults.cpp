@@ -48,10 +48,8 @@ class FieldCheck {
       CheckNumbers(item);
       if (item.code_table.empty()) CheckStyleAndRule(item);
     }
-    if (set_.many) {
-      CheckNumberRow();
-      CheckCaptions();
-    }
+    if (set_.many) CheckNumberRow();
+    CheckCaptions();
   }
 
  private:
@@ -106,6 +104,12 @@ class FieldCheck {
           "“" + item.type + "”的大小写不对，录入框不限制长度，可以录入超过 " + item.length +
               " 个字；请改写为 " + right);
     }
+    if (!item.code_table.empty() && !field->masked && name != "varchar") {
+      Add(item, "FieldType",
+          "有代码表 " + item.code_table + "，类型却是 " + item.type + "，保存的是代码的名称而不是代码，" +
+              (name == "ntext" ? "在列表中成了空白" : "会出错或被拒绝") +
+              "；请改为 Varchar，或清空 CodeTable");
+    }
     if (!set_.Has(item.column)) return;
     const ado::ColumnKind kind = set_.columns->at(item.column);
     if (kind == type->kind || kind == ado::ColumnKind::kUnknown) return;
@@ -119,6 +123,12 @@ class FieldCheck {
     if (is_text && !item.length.empty() && !Fits16Bits(item.length)) {
       Add(item, "FieldLength",
           "“" + item.length + "”不是 16 位整数，" + Opening() + "；请改为字数，至多 32767");
+    } else if (set_.IsFreeText(item) && IsShortText(item) && LimitOf(item).value_or(0) > kLongestShortText) {
+      Add(item, "FieldLength",
+          "“" + item.length +
+              "”超过 255，录入 256 个字以上就无法保存（提示“数据应该小于256个字符长度”）；请改为至多 "
+              "255，或把 "
+              "FieldType 改为 Ntext");
     }
     if (!item.width.IsNull() && !Fits16Bits(item.width)) {
       Add(item, "FldWidth",
@@ -160,15 +170,24 @@ class FieldCheck {
     }
   }
 
+  // In the list, and on a page without one on the labels alone.
   void CheckCaptions() {
     Names columns;
     Names seen;
     for (const Item& item : set_.items) {
       if (!columns.insert(item.column).second) continue;
       if (item.caption.empty() || item.column.empty() || EqualIgnoringCase(item.column, "A00")) continue;
-      const std::string problem = !seen.insert(item.caption).second
-                                      ? "与本信息集的另一项相同，列表中分不清，序号也可能读错"
-                                      : CaptionProblem(item);
+      if (!set_.many && !set_.FieldOf(item.column)) continue;
+      const bool is_double = !seen.insert(item.caption).second;
+      if (!set_.many) {
+        if (!is_double) continue;
+        Add(item, "itemdesc",
+            "“" + item.caption +
+                "”与本信息集的另一项相同，页面上和提示中分不清是哪一项；请改为本信息集中唯一的名称");
+        continue;
+      }
+      const std::string problem =
+          is_double ? "与本信息集的另一项相同，列表中分不清，序号也可能读错" : CaptionProblem(item);
       if (problem.empty()) continue;
       Add(item, "itemdesc", "“" + item.caption + "”" + problem + "；请改为本信息集中唯一的汉字名称");
     }

@@ -29,7 +29,8 @@ void Findings::Add(const std::string& table, const std::string& row, const std::
 }
 
 bool IgnoringCase::operator()(const std::string& left, const std::string& right) const {
-  return environment::LowerCase(left) < environment::LowerCase(right);
+  const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
+  return std::ranges::lexicographical_compare(left, right, {}, small, small);
 }
 
 bool Set::Has(const std::string& column) const { return columns && columns->contains(column); }
@@ -39,6 +40,21 @@ const CompiledField* Set::FieldOf(const std::string& column) const {
     return environment::EqualIgnoringCase(field.column, column);
   });
   return found == page->fields.end() ? nullptr : &*found;
+}
+
+bool Set::IsFreeText(const Item& item) const {
+  const CompiledField* field = FieldOf(item.column);
+  return field && !field->masked && item.code_table.empty() &&
+         (IsShortText(item) || environment::EqualIgnoringCase(item.type, "Ntext"));
+}
+
+bool IsShortText(const Item& item) { return environment::EqualIgnoringCase(item.type, "Varchar"); }
+
+std::optional<int> LimitOf(const Item& item) {
+  const bool has_limit = item.type == "Varchar" || item.type == "Ntext";
+  if (!has_limit || item.length.empty() || !Fits16Bits(item.length)) return std::nullopt;
+  const int limit = environment::ToInt16(item.length);
+  return limit > 0 ? std::optional(limit) : std::nullopt;
 }
 
 ado::Snapshot Read(ado::Connection& connection, const std::string& statement) {

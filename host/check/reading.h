@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "host/check/check.h"
@@ -60,9 +61,16 @@ struct Set {
 
   bool Has(const std::string& column) const;
   const CompiledField* FieldOf(const std::string& column) const;
+  // Whether the field is a text, short or long, that stands on the page without codes and without a mask.
+  bool IsFreeText(const Item& item) const;
 };
 
+inline constexpr int kLongestShortText = 255;  // characters that a save takes
+
 using Names = std::set<std::string, IgnoringCase>;
+
+// The identifiers of all persons, in small letters.
+using Persons = std::unordered_set<std::string>;
 
 // The codes of each code table.
 using CodeTables = std::map<std::string, Names, IgnoringCase>;
@@ -75,6 +83,9 @@ std::optional<Columns> ColumnsOf(ado::Connection& connection, const std::string&
 // Why the database refuses a statement for its names or its form, or nothing where it runs. Any other failure
 // is thrown.
 std::optional<std::string> RefusalOf(ado::Connection& connection, const std::string& statement);
+bool IsShortText(const Item& item);
+// The most characters that the box of a free text takes, or nothing where it has no limit.
+std::optional<int> LimitOf(const Item& item);
 // Whether a value can be read as a number of 16 bits.
 bool Fits16Bits(const environment::Value& value);
 
@@ -83,7 +94,10 @@ std::vector<Set> CheckSets(ado::Connection& connection, const std::vector<Compil
                            Findings& findings);
 void CheckFields(ado::Connection& connection, const Set& set, Findings& findings);
 CodeTables CheckCodeTables(ado::Connection& connection, const std::vector<Set>& sets, Findings& findings);
-void CheckRecords(ado::Connection& connection, const Set& set, const CodeTables& codes, Findings& findings);
+// `persons` is nullptr where they cannot be told.
+void CheckRecords(ado::Connection& connection, const Set& set, const CodeTables& codes,
+                  const Persons* persons, Findings& findings);
+std::optional<Persons> ReadPersons(ado::Connection& connection);
 void CheckByWriting(ado::Connection& connection, const std::vector<Set>& sets, const CodeTables& codes,
                     Findings& findings);
 

@@ -23,8 +23,9 @@ struct Watched {
 
 class RecordCheck {
  public:
-  RecordCheck(ado::Connection& connection, const Set& set, const CodeTables& codes, Findings& findings)
-      : connection_(connection), set_(set), findings_(findings) {
+  RecordCheck(ado::Connection& connection, const Set& set, const CodeTables& codes, const Persons* persons,
+              Findings& findings)
+      : connection_(connection), set_(set), known_(persons), findings_(findings) {
     columns_ = "A00";
     if (set.many) columns_ += "," + set.name + "99";
     std::size_t place = set.many ? 2 : 1;
@@ -43,7 +44,7 @@ class RecordCheck {
     for (std::size_t row = 0; row < rows.RowCount(); ++row) {
       const std::string person = TextAt(rows, row, 0);
       const std::string number = set_.many ? TextAt(rows, row, 1) : "";
-      Note(person, set_.many ? rows.ValueAt(row, 1) : Value(1));
+      if (Note(person, set_.many ? rows.ValueAt(row, 1) : Value(1)).is_nobody) continue;
       for (const Watched& watched : watched_)
         CheckValue(rows.ValueAt(row, watched.place), watched, person, number);
     }
@@ -52,7 +53,10 @@ class RecordCheck {
     } else {
       CheckDoubled();
     }
-    if (EqualIgnoringCase(set_.name, "A01") && set_.Has("A0199")) CheckRunningNumber();
+    CheckLengths();
+    if (!EqualIgnoringCase(set_.name, "A01")) return;
+    if (set_.Has("A0136")) CheckPersonTypes();
+    if (set_.Has("A0199")) CheckRunningNumber();
   }
 
  private:
@@ -60,6 +64,7 @@ class RecordCheck {
     std::string id;
     std::vector<std::int64_t> numbers;
     bool bad_number = false;
+    bool is_nobody = false;  // not in A01: no window shows these rows
   };
 
   // Values of another kind than the column's were told of with the field.
@@ -74,10 +79,15 @@ class RecordCheck {
     return "A00=" + person + (number.empty() ? "" : " 第 " + number + " 条");
   }
 
-  void Note(const std::string& person, const Value& number) {
+  const Person& Note(const std::string& person, const Value& number) {
     const auto [found, is_new] = places_.try_emplace(LowerCase(person), persons_.size());
-    if (is_new) persons_.push_back({person, {}});
+    if (is_new) {
+      persons_.push_back({person, {}});
+      persons_.back().is_nobody = known_ && !known_->contains(found->first);
+      if (persons_.back().is_nobody) TellOfNobody(person);
+    }
     Person& known = persons_[found->second];
+    if (known.is_nobody) return known;
     const auto* whole = number.As<std::int64_t>();
     if (whole && *whole > 0) {
       known.numbers.push_back(*whole);
@@ -90,6 +100,15 @@ class RecordCheck {
                                                "”不是大于 0 的整数，选中它时表单是空的或窗口会关闭") +
                         "；请为此人的记录重新编号");
     }
+    return known;
+  }
+
+  // One sentence for all rows of the identifier.
+  void TellOfNobody(const std::string& person) {
+    findings_.Add(set_.name, RowOf(person, ""), "A00",
+                  person.empty()
+                      ? "是空的，谁也看不到这些记录；请填写所属人员的标识，或删除这些行"
+                      : "A01 中没有这个标识，谁也看不到这些记录；请在 A01 中补上此人，或删除这些行");
   }
 
   void CheckValue(const Value& value, const Watched& watched, const std::string& person,
@@ -120,7 +139,7 @@ class RecordCheck {
   // One sentence for a person: the numbers are given anew together.
   void CheckNumbers() {
     for (Person& person : persons_) {
-      if (person.bad_number) continue;
+      if (person.bad_number || person.is_nobody) continue;
       std::ranges::sort(person.numbers);
       const auto equal = std::ranges::adjacent_find(person.numbers);
       if (equal != person.numbers.end()) {
@@ -128,9 +147,12 @@ class RecordCheck {
                       "有不止一条记录的序号是 " + std::to_string(*equal) +
                           "，保存或删除其中一条会同时替换或删除其余的；请为此人的记录重新编号");
       } else if (person.numbers.back() != static_cast<std::int64_t>(person.numbers.size())) {
+        const std::string numbers =
+            person.numbers.size() == 1
+                ? "唯一一条记录的序号是 " + std::to_string(person.numbers[0]) + " 而不是 1"
+                : "序号不是从 1 连续编到 " + std::to_string(person.numbers.size());
         findings_.Add(set_.name, RowOf(person.id, ""), set_.name + "99",
-                      "序号不是从 1 连续编到 " + std::to_string(person.numbers.size()) +
-                          "，打开后不改动代码项就保存，会把代码项写成空值；请为此人的记录重新编号");
+                      numbers + "，打开后不改动代码项就保存，会把代码项写成空值；请为此人的记录重新编号");
       }
     }
   }
@@ -147,6 +169,67 @@ class RecordCheck {
     }
   }
 
+  // Asked of the engine, so that no text has to be fetched that is as it should be.
+  void CheckLengths() {
+    std::string lengths;
+    std::string condition;
+    std::vector<std::pair<const Item*, int>> watched;  // and the most characters
+    for (const Item& item : set_.items) {
+      if (!set_.Has(item.column) || !set_.IsFreeText(item)) continue;
+      if (set_.columns->at(item.column) != ado::ColumnKind::kText) continue;
+      int most = LimitOf(item).value_or(0);
+      if (IsShortText(item) && (most == 0 || most > kLongestShortText)) most = kLongestShortText;
+      if (most == 0) continue;
+      watched.emplace_back(&item, most);
+      const std::string length = "len([" + item.column + "])";
+      lengths += "," + length;
+      condition += (condition.empty() ? "" : " or ") + length + ">" + std::to_string(most);
+    }
+    if (watched.empty()) return;
+    const std::string number = set_.many ? "," + set_.name + "99" : "";
+    const ado::Snapshot rows =
+        Read(connection_, "select A00" + number + lengths + " from " + set_.name + " where " + condition);
+    for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+      const std::string person = TextAt(rows, row, 0);
+      const auto place = places_.find(LowerCase(person));
+      if (place == places_.end() || persons_[place->second].is_nobody) continue;
+      std::size_t column = set_.many ? 2 : 1;
+      for (const auto& [item, most] : watched) {
+        const auto length = rows.ValueAt(row, column++);
+        const auto* whole = length.As<std::int64_t>();
+        if (!whole || *whole <= most) continue;
+        TellOfLength(*item, *whole, most, RowOf(person, set_.many ? TextAt(rows, row, 1) : ""));
+      }
+    }
+  }
+
+  void TellOfLength(const Item& item, std::int64_t length, int most, const std::string& row) {
+    const std::string has = "有 " + std::to_string(length) + " 个字，";
+    if (IsShortText(item) && length > kLongestShortText) {
+      findings_.Add(
+          set_.name, row, item.column,
+          has +
+              "超过 255，这条记录无法再保存（提示“数据应该小于256个字符长度”）；请缩短，或把这一项的 "
+              "FieldType 改为 Ntext");
+    } else {
+      findings_.Add(set_.name, row, item.column,
+                    has + "超过 FieldLength 的 " + std::to_string(most) +
+                        "，在窗口中只能删减，不能再添字；请缩短，或加大 FieldLength");
+    }
+  }
+
+  // What a host hands on when it opens the person again.
+  void CheckPersonTypes() {
+    const ado::Snapshot rows = Read(connection_, "select A00,A0136 from A01 where A0136<1 or A0136>3");
+    for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+      findings_.Add(
+          "A01", RowOf(TextAt(rows, row, 0), ""), "A0136",
+          "“" + TextAt(rows, row, 1) +
+              "”不是 1、2、3 之一，以它为 PersonType 打开此人时，菜单的最后一项不是推荐情况，一点击它，"
+              "窗口就会关闭；请改为 1、2 或 3");
+    }
+  }
+
   // Of the next person, who gets the greatest one plus 1.
   void CheckRunningNumber() {
     const ado::Snapshot highest = Read(connection_, "select max(A0199) from A01");
@@ -160,6 +243,7 @@ class RecordCheck {
 
   ado::Connection& connection_;
   const Set& set_;
+  const Persons* known_;
   Findings& findings_;
   std::string columns_;
   std::vector<Watched> watched_;
@@ -169,9 +253,19 @@ class RecordCheck {
 
 }  // namespace
 
-void CheckRecords(ado::Connection& connection, const Set& set, const CodeTables& codes, Findings& findings) {
+void CheckRecords(ado::Connection& connection, const Set& set, const CodeTables& codes,
+                  const Persons* persons, Findings& findings) {
   if (!set.Has("A00") || (set.many && !set.Has(set.name + "99"))) return;
-  RecordCheck(connection, set, codes, findings).Run();
+  RecordCheck(connection, set, codes, persons, findings).Run();
+}
+
+std::optional<Persons> ReadPersons(ado::Connection& connection) {
+  const auto columns = ColumnsOf(connection, "A01");
+  if (!columns || !columns->contains("A00")) return std::nullopt;
+  const ado::Snapshot rows = Read(connection, "select A00 from A01");
+  Persons persons;
+  for (std::size_t row = 0; row < rows.RowCount(); ++row) persons.insert(LowerCase(TextAt(rows, row, 0)));
+  return persons;
 }
 
 }  // namespace dossierkit::check

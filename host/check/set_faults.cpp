@@ -39,23 +39,46 @@ bool HasMetadata(ado::Connection& connection, Findings& findings) {
   for (const auto& [table, columns] : needed) {
     const auto present = ColumnsOf(connection, table);
     if (!present) {
-      findings.Add(table, "", "", "没有这张表，窗口打不开；请参照示例数据库建立");
+      findings.Add(table, "", "", "没有这张表，窗口打不开；请照 dossier create-empty 建立的空数据库补上");
       complete = false;
       continue;
     }
     for (const std::string& column : columns) {
       if (present->contains(column)) continue;
-      findings.Add(table, "", column, "没有这一列，用到它时窗口会关闭；请参照示例数据库补上");
+      findings.Add(table, "", column,
+                   "没有这一列，用到它时窗口会关闭；请照 dossier create-empty 建立的空数据库补上");
       complete = false;
     }
   }
   return complete;
 }
 
-// What was meant: where the property does not say it, the record number does.
-bool IsMany(const Set& set, const Value& property) {
-  if (const bool* single = property.As<bool>()) return !*single;
-  return !IsBasicData(set) && set.Has(set.name + "99");
+// What was meant, whatever the property says: the page tells it, and where it may be either, the table.
+bool IsMany(const Set& set) {
+  if (set.page->records == CompiledPage::Records::kEither) return set.Has(set.name + "99");
+  return set.page->records == CompiledPage::Records::kMany;
+}
+
+void CheckKind(const Set& set, const Value& property, Findings& findings) {
+  const bool* single = property.As<bool>();
+  if (!single || *single != set.many || !set.columns) return;
+  const std::string number = set.name + "99";
+  std::string text;
+  if (IsBasicData(set)) {
+    text = "为 0（一人多条），新人员无法保存；请改为 1（一人一条）";
+  } else if (set.many) {
+    const bool by_page = set.page->records == CompiledPage::Records::kMany;
+    text = "为 1（一人一条），而" +
+           (by_page ? "“" + set.caption + "”的页面一人多条" : "表 " + set.name + " 有序号列 " + number) +
+           "，“增加”和“删除”不能用，只看得到第一条记录，保存会删除此人的其余记录；请改为 0（一人多条）";
+  } else if (set.Has(number)) {
+    text = "为 0（一人多条），而“" + set.caption +
+           "”的页面没有列表的位置，除第一条以外的记录几乎选不到；请改为 1（一人一条）";
+  } else {
+    text = "为 0（一人多条），而表 " + set.name + " 没有序号列 " + number + "，一打开“" + set.caption +
+           "”，窗口就会关闭；请改为 1（一人一条）";
+  }
+  findings.Add(kSets, set.name, "Property", text);
 }
 
 // Whether the column is declared as a number is told once, not for each row.
@@ -142,7 +165,8 @@ std::vector<Set> CheckSets(ado::Connection& connection, const std::vector<Compil
   if (!HasMetadata(connection, findings)) return {};
   const ado::Snapshot rows = Read(connection, kSetsQuery);
   if (rows.RowCount() == 0) {
-    findings.Add(kSets, "", "", "没有一行，菜单中没有信息集，窗口打不开；请参照示例数据库填写");
+    findings.Add(kSets, "", "",
+                 "没有一行，菜单中没有信息集，窗口打不开；请照 dossier create-empty 建立的空数据库填写");
     return {};
   }
   const bool property_is_flag = rows.ColumnAt(kProperty).kind == ado::ColumnKind::kBoolean;
@@ -180,11 +204,8 @@ std::vector<Set> CheckSets(ado::Connection& connection, const std::vector<Compil
     set.order = TextAt(rows, row, kOrder).empty() ? name + "99" : TextAt(rows, row, kOrder);
     set.page = &*page;
     set.columns = ColumnsOf(connection, name);
-    set.many = IsMany(set, property);
-    if (set.many && IsBasicData(set)) {
-      findings.Add(kSets, name, "Property", "为 0（一人多条），新人员无法保存；请改为 1（一人一条）");
-      set.many = false;
-    }
+    set.many = IsMany(set);
+    CheckKind(set, property, findings);
     CheckTable(connection, set, findings);
     ReadItems(connection, set, findings);
   }

@@ -15,7 +15,11 @@ struct CompiledField {
 };
 
 struct CompiledPage {
+  // What the design has room for: the fields alone, a list of records, or a list that stays hidden where the
+  // set has one record per person.
+  enum class Records { kOne, kMany, kEither };
   std::string set;  // as in A03: the tblname of its rows, and the name of its table
+  Records records = Records::kOne;
   std::vector<CompiledField> fields;
 };
 

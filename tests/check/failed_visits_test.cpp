@@ -1,4 +1,5 @@
 // What the check foretells: a visit to the faulty database ends, and the failure says where.
+#include "platform/environment/failure.h"
 #include "platform/environment/placed_failure.h"
 #include "tests/check/check_test.h"
 
@@ -77,6 +78,12 @@ const std::vector<Ending> kEndings = {
      13,
      "类型不匹配",
      {"A12", "", "打开信息集", ""}},
+    {"OneRecordInASetWhosePageHasNoList",
+     "update s_infotable set Property=0 where tblname='A12'",
+     "A12",
+     environment::kUnknownName,
+     "至少一个参数没有被指定值：未知的名称“A1299”。",
+     {"A12", "", "打开信息集", "select * from A12 where a00 ='" + kPerson + "' and A1299=1"}},
     {"ASetWithoutAPage",
      "insert into s_infotable(tblname,tbldesc,OtherProp,Property) values('A07','专业特长',17,0)",
      "A07",

@@ -48,6 +48,24 @@ const std::vector<Mutation> kMutations = {
      "update s_infoitem set FieldLength='12O' where itemname='A0302';",
      {"表 s_infoitem，行 A03.A0302，列 FieldLength：“12O”不是 16 位整数，一打开“工作经历”，窗口就会关闭；"
       "请改为字数，至多 32767。"}},
+    {"ALengthThatNoShortTextMayHave",
+     "update s_infoitem set FieldLength='256' where itemname='A0302';",
+     {"表 s_infoitem，行 A03.A0302，列 FieldLength：“256”超过 255，录入 256 个字以上就无法保存"
+      "（提示“数据应该小于256个字符长度”）；请改为至多 255，或把 FieldType 改为 Ntext。"}},
+    {"TheGreatestLengthOfAShortText", "update s_infoitem set FieldLength='255' where itemname='A0302';", {}},
+    {"ALengthWithoutEffect",
+     "update s_infoitem set FieldLength='300' where itemname in ('A0303','A0117');",
+     {}},
+    {"CodesOnALongText",
+     "update s_infoitem set FieldType='Ntext' where itemname='A0303';",
+     {"表 s_infoitem，行 A03.A0303，列 FieldType：有代码表 LCZW，类型却是 "
+      "Ntext，保存的是代码的名称而不是代码，"
+      "在列表中成了空白；请改为 Varchar，或清空 CodeTable。"}},
+    {"CodesOnANumber",
+     "update s_infoitem set CodeTable='LCCYJS' where itemname='A0905';",
+     {"表 s_infoitem，行 A09.A0905，列 FieldType：有代码表 LCCYJS，类型却是 "
+      "int，保存的是代码的名称而不是代码，"
+      "会出错或被拒绝；请改为 Varchar，或清空 CodeTable。"}},
     {"AWidthThatIsNoNumber",
      "update s_infoitem set FldWidth='宽' where itemname='A0302';",
      {"表 s_infoitem，行 A03.A0302，列 FldWidth：“宽”不是 16 位整数，一打开“工作经历”，窗口就会关闭；"
@@ -73,6 +91,16 @@ const std::vector<Mutation> kMutations = {
      "update s_infoitem set itemdesc='起始年月' where itemname='A0301A';",
      {"表 s_infoitem，行 A03.A0301A，列 itemdesc：“起始年月”与本信息集的另一项相同，列表中分不清，"
       "序号也可能读错；请改为本信息集中唯一的汉字名称。"}},
+    {"ACaptionTwiceOnAPageWithoutAList",
+     "update s_infoitem set itemdesc='毕业院校' where itemname='A0115';",
+     {"表 s_infoitem，行 A01.A0115，列 "
+      "itemdesc：“毕业院校”与本信息集的另一项相同，页面上和提示中分不清是哪一项；"
+      "请改为本信息集中唯一的名称。"}},
+    {"ACaptionTwiceThatThePageDoesNotShow",
+     "alter table A12 add column A1202 varchar(20) collate nocase;"
+     "insert into s_infoitem(tblname,itemname,itemdesc,FieldType)"
+     " select tblname,'A1202',itemdesc,'Varchar' from s_infoitem where itemname='A1201';",
+     {}},
     {"ACaptionWithABlank",
      "update s_infoitem set itemdesc='工作 单位' where itemname='A0302';",
      {"表 s_infoitem，行 A03.A0302，列 itemdesc：“工作 单位”中有空格，一打开“工作经历”，窗口就会关闭；"

@@ -14,13 +14,15 @@ TEST_P(Sets, AreTold) {
 const std::vector<Mutation> kMutations = {
     {"ATableOfTheMetadataThatIsMissing",
      "drop table s_CodeLevDefine;",
-     {"表 s_CodeLevDefine：没有这张表，窗口打不开；请参照示例数据库建立。"}},
+     {"表 s_CodeLevDefine：没有这张表，窗口打不开；请照 dossier create-empty 建立的空数据库补上。"}},
     {"AColumnOfTheMetadataThatIsMissing",
      "alter table s_infoitem drop column FldExplain;",
-     {"表 s_infoitem，列 FldExplain：没有这一列，用到它时窗口会关闭；请参照示例数据库补上。"}},
+     {"表 s_infoitem，列 FldExplain：没有这一列，用到它时窗口会关闭；请照 dossier create-empty 建立的空数据库"
+      "补上。"}},
     {"NoSetAtAll",
      "delete from s_infotable;",
-     {"表 s_infotable：没有一行，菜单中没有信息集，窗口打不开；请参照示例数据库填写。"}},
+     {"表 s_infotable：没有一行，菜单中没有信息集，窗口打不开；请照 dossier create-empty "
+      "建立的空数据库填写。"}},
     {"ASetTwice",
      "insert into s_infotable select * from s_infotable where tblname='A05';",
      {"表 s_infotable，行 A05，列 tblname：有不止一行，菜单中会出现两个“访问进修”；请只保留一行。"}},
@@ -53,6 +55,34 @@ const std::vector<Mutation> kMutations = {
     {"BasicDataWithManyRecords",
      "update s_infotable set Property=0 where tblname='A01';",
      {"表 s_infotable，行 A01，列 Property：为 0（一人多条），新人员无法保存；请改为 1（一人一条）。"}},
+    {"OneRecordInASetWhosePageHasNoList",
+     "update s_infotable set Property=0 where tblname='A12';",
+     {"表 s_infotable，行 A12，列 Property：为 0（一人多条），而表 A12 没有序号列 A1299，一打开“主要成就”，"
+      "窗口就会关闭；请改为 1（一人一条）。"}},
+    {"OneRecordInASetWhosePageHasNoListThoughItsTableIsNumbered",
+     "alter table A12 add column A1299 integer; update s_infotable set Property=0 where tblname='A12';",
+     {"表 s_infotable，行 A12，列 Property：为 0（一人多条），而“主要成就”的页面没有列表的位置，"
+      "除第一条以外的记录几乎选不到；请改为 1（一人一条）。"}},
+    {"OneRecordInASetWhoseTableHasNoNumber",
+     "update s_infotable set Property=0 where tblname='B01';",
+     {"表 s_infotable，行 B01，列 Property：为 0（一人多条），而表 B01 没有序号列 "
+      "B0199，一打开“单位推荐情况”，"
+      "窗口就会关闭；请改为 1（一人一条）。"}},
+    {"ManyRecordsInASetOfOne",
+     "update s_infotable set Property=1 where tblname='A03';",
+     {"表 s_infotable，行 A03，列 Property：为 "
+      "1（一人一条），而“工作经历”的页面一人多条，“增加”和“删除”不能用，"
+      "只看得到第一条记录，保存会删除此人的其余记录；请改为 0（一人多条）。"}},
+    {"ManyRecordsInASetOfOneWhoseListIsHidden",
+     "update s_infotable set Property=1 where tblname='A10';",
+     {"表 s_infotable，行 A10，列 Property：为 1（一人一条），而表 A10 有序号列 A1099，“增加”和“删除”不能用，"
+      "只看得到第一条记录，保存会删除此人的其余记录；请改为 0（一人多条）。"}},
+    {"APageThatTakesEitherOne",
+     "alter table B01 add column B0199 integer; update B01 set B0199=1;"
+     "insert into s_infoitem(tblname,itemname,itemdesc,FldWidth,FieldType) "
+     "values('B01','B0199','序号',0,'int');"
+     "update s_infotable set Property=0 where tblname='B01';",
+     {}},
     {"APropertyThatIsNull",
      Redeclared("s_infotable", "boolean not null", "boolean") +
          "update s_infotable set Property=null where tblname='A03';",

@@ -95,6 +95,20 @@ TEST(Options, CheckTakesADatabaseAndPhotographs) {
   EXPECT_FALSE(ParseOptions({"check"}).json);
 }
 
+TEST(Options, CheckTakesOneDatabase) {
+  const Options options = ParseOptions({"check", "--json", "d.db"});
+  EXPECT_EQ(options.action, Action::kCheck);
+  EXPECT_EQ(options.database, "d.db");
+  for (const std::vector<std::string>& more : std::vector<std::vector<std::string>>{
+           {"--database", "e.db"}, {"--connection", "c"}, {"e.db"}, {""}, {"-x"}}) {
+    std::vector<std::string> arguments = {"check", "d.db"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    EXPECT_THROW(ParseOptions(arguments), UsageError) << more.front();
+  }
+  EXPECT_THROW(ParseOptions({"check", ""}), UsageError);
+  EXPECT_THROW(ParseOptions({"d.db"}), UsageError);
+}
+
 TEST(Options, CheckTakesNothingOfAVisit) {
   for (const std::vector<std::string>& more : std::vector<std::vector<std::string>>{{"--new"},
                                                                                     {"--person", "P"},

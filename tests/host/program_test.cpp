@@ -67,8 +67,33 @@ TEST_F(Program, WrongArgumentsPrintTheUsageAndExitWithTwo) {
   const Outcome outcome = Run("--nonsense");
   EXPECT_EQ(outcome.code, 2);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_NE(outcome.error.find("unknown argument '--nonsense'"), std::string::npos);
-  EXPECT_NE(outcome.error.find("usage: dossier"), std::string::npos);
+  EXPECT_EQ(outcome.error, R"(dossier: unknown argument '--nonsense'
+usage: dossier [--database FILE | --connection STRING] [--photos DIR]
+               [--person ID | --new] [--operation-type N] [--person-type N]
+               [--trace-sql FILE] [--tour DIR]
+'dossier --help' says more.
+)");
+}
+
+TEST_F(Program, WrongArgumentsOfACommandPrintItsOwnUsage) {
+  EXPECT_EQ(Run("check --new").error,
+            R"(dossier: check takes a file, --database, --connection, --photos and --json
+usage: dossier check [FILE | --database FILE | --connection STRING] [--photos DIR] [--json]
+'dossier --help' says more.
+)");
+  EXPECT_EQ(Run("create-empty").error, R"(dossier: create-empty takes a value
+usage: dossier create-empty FILE | --connection STRING
+'dossier --help' says more.
+)");
+}
+
+TEST_F(Program, CheckTakesItsDatabaseAsAFile) {
+  Run("create-empty '" + In("e.db").string() + "'");
+  sqlite::SqliteConnection(In("e.db").string()).RunScript("drop table S_GUID");
+  const Outcome outcome = Run("check '" + In("e.db").string() + "'");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out,
+            "表 S_GUID：没有这张表，窗口打不开；请照 dossier create-empty 建立的空数据库补上。\n");
 }
 
 TEST_F(Program, CreateSampleWritesAFreshDatabase) {
@@ -190,7 +215,8 @@ TEST_F(Program, CheckFindsAMissingTableOfTheMetadata) {
   sqlite::SqliteConnection(In("s.db").string()).RunScript("drop table s_infoitem");
   const Outcome outcome = Run("check --database '" + In("s.db").string() + "'");
   EXPECT_EQ(outcome.code, 1);
-  EXPECT_EQ(outcome.out, "表 s_infoitem：没有这张表，窗口打不开；请参照示例数据库建立。\n");
+  EXPECT_EQ(outcome.out,
+            "表 s_infoitem：没有这张表，窗口打不开；请照 dossier create-empty 建立的空数据库补上。\n");
 }
 
 TEST_F(Program, CheckExitsWithTwoWhereItCannotRead) {
@@ -232,7 +258,9 @@ TEST_F(Program, AMissingDatabaseIsNamedWithWhatToDo) {
   const Outcome outcome = Run("--new --database '" + In("none.db").string() + "'");
   EXPECT_EQ(outcome.code, 1);
   EXPECT_NE(outcome.error.find("数据库文件不存在"), std::string::npos) << outcome.error;
-  EXPECT_NE(outcome.error.find("create-sample"), std::string::npos) << outcome.error;
+  EXPECT_EQ(outcome.error, "dossier: 无法打开数据库 " + In("none.db").string() + "（数据库文件不存在：" +
+                               In("none.db").string() +
+                               "），请检查路径，或用 dossier create-empty 建立没有人员的数据库。\n");
 }
 
 TEST_F(Program, AFileThatIsNoDatabaseIsNamed) {
@@ -253,7 +281,10 @@ TEST_F(Program, ASchemaThatLacksATableIsNamed) {
     const Outcome outcome = Run("--new --database '" + In("s.db").string() + "'");
     EXPECT_EQ(outcome.code, 1) << table;
     EXPECT_NE(outcome.error.find("读取表 " + table + " 失败"), std::string::npos) << outcome.error;
-    EXPECT_EQ(outcome.error.find("create-sample"), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.error.find(
+                  "），请选择人员档案数据库，或从备份恢复；新的数据库可用 dossier create-empty 建立。\n"),
+              std::string::npos)
+        << outcome.error;
   }
 }
 

@@ -20,7 +20,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         os.environ.update(QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_DATA_HOME=folder)
         missing = os.path.join(folder, "none.db")
-        told = f"无法打开数据库 {missing}（数据库文件不存在：{missing}），请检查路径，或用 dossier create-sample 建立示例数据库。"
+        told = f"无法打开数据库 {missing}（数据库文件不存在：{missing}），请检查路径，或用 dossier create-empty 建立没有人员的数据库。"
         program = Program([sys.argv[1], "--database", missing], os.environ, stderr=subprocess.PIPE)
         try:
             program.find(told, pyatspi.ROLE_LABEL)
