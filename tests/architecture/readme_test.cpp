@@ -1,45 +1,46 @@
 // What the README shows of a host is the code of an example, which is built and run.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
+#include <regex>
 #include <string>
+#include <vector>
 
-#include "tests/support/paths.h"
+#include "tests/support/page_blocks.h"
 
 namespace dossierkit::tests {
 namespace {
 
-std::string TextOf(const std::string& file) {
-  std::ifstream in(SourceFolder() + "/" + file);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+// The code without its comments, which are in the language of the page, each a whole line or behind two
+// blanks.
+std::string WithoutComments(const std::string& code) {
+  return std::regex_replace(code, std::regex("  // [^\n]*|\n *// [^\n]*"), "");
 }
 
-// The code between ```language and ```; empty where there is none.
-std::string Block(const std::string& page, const std::string& language) {
-  const std::string opening = "```" + language + "\n";
-  const std::size_t begin = page.find(opening);
-  if (begin == std::string::npos) return {};
-  const std::size_t code = begin + opening.size();
-  return page.substr(code, page.find("```\n", code) - code);
-}
+class InBothLanguages : public ::testing::TestWithParam<const char*> {};
 
-class Readme : public ::testing::TestWithParam<const char*> {};
-
-TEST_P(Readme, ShowsTheCodeOfAnExample) {
-  const std::string shown = Block(TextOf(GetParam()), "cpp");
+TEST_P(InBothLanguages, ShowsTheCodeOfAnExample) {
+  const std::vector<std::string> blocks = BlocksOf(GetParam(), "cpp");
+  ASSERT_EQ(blocks.size(), 1U);
+  const std::string shown = WithoutComments(blocks[0]);
   const std::size_t code = shown.find("bool Maintain(");
   ASSERT_NE(code, std::string::npos);
-  const std::string example = TextOf("examples/console/main.cpp");
+  const std::string example = WithoutComments(TextOfSource("examples/console/main.cpp"));
   EXPECT_NE(example.find(shown.substr(0, code - 1)), std::string::npos) << "the include";
   EXPECT_NE(example.find(shown.substr(code)), std::string::npos) << "the ten lines";
 }
 
-TEST_P(Readme, LinksAsTheExampleDoes) {
-  EXPECT_EQ(Block(TextOf(GetParam()), "cmake"), TextOf("examples/console/CMakeLists.txt"));
+TEST_P(InBothLanguages, LinksAsTheExampleDoes) {
+  EXPECT_EQ(BlocksOf(GetParam(), "cmake"),
+            std::vector<std::string>{TextOfSource("examples/console/CMakeLists.txt")});
 }
 
-INSTANTIATE_TEST_SUITE_P(InBothLanguages, Readme, ::testing::Values("README.md", "README.zh-CN.md"));
+TEST(Readme, ShowsTheCommentsOfTheExampleInEnglish) {
+  const std::string shown = BlocksOf("README.md", "cpp").at(0);
+  EXPECT_NE(TextOfSource("examples/console/main.cpp").find(shown.substr(shown.find("bool Maintain("))),
+            std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Readme, InBothLanguages, ::testing::Values("README.md", "README.zh-CN.md"));
 
 }  // namespace
 }  // namespace dossierkit::tests

@@ -36,11 +36,12 @@ std::map<std::string, Declared> TablesOf(const std::string& page) {
   return tables;
 }
 
-// Of each set: "| `A03` | .. | `A0301` datetime `####`; .. |".
+// Of each set: "| `A03` | .. | `A0301` 起始年月 datetime `####`; .. |".
 std::map<std::string, Declared> SetsOf(const std::string& page,
-                                       std::map<std::string, std::set<std::string>>& masked) {
+                                       std::map<std::string, std::set<std::string>>& masked,
+                                       std::map<std::string, std::string>* captions = nullptr) {
   const std::regex row("\\| `([AB]\\d\\d)` \\| [^|]+ \\| (.*) \\|");
-  const std::regex column("`(\\w+)` ([a-z]+(?:\\(\\d+\\))?)( `#[^`]*`)?");
+  const std::regex column("`(\\w+)` (?:([^ a-z]+) )?([a-z]+(?:\\(\\d+\\))?)( `#[^`]*`)?");
   std::map<std::string, Declared> sets;
   for (const std::string& line : LinesOf(page)) {
     std::smatch match;
@@ -48,8 +49,9 @@ std::map<std::string, Declared> SetsOf(const std::string& page,
     for (const std::string& piece : environment::Split(std::string(match[2]), "; ")) {
       std::smatch part;
       if (!std::regex_match(piece, part, column)) ADD_FAILURE() << piece;
-      sets[match[1]].emplace_back(part[1], part[2]);
-      if (part[3].matched) masked[match[1]].insert(part[1]);
+      sets[match[1]].emplace_back(part[1], part[3]);
+      if (part[4].matched) masked[match[1]].insert(part[1]);
+      if (captions) (*captions)[part[1]] = part[2];
     }
   }
   return sets;
@@ -93,6 +95,21 @@ TEST_F(DatabasePage, DeclaresEveryColumnOfTheSetsAsTheScriptDoes) {
       all.insert(all.end(), columns.begin(), columns.end());
       EXPECT_EQ(all, InTheSchema(set)) << page << " " << set;
     }
+  }
+}
+
+TEST_F(DatabasePage, CaptionsEveryFieldAsTheSampleDoes) {
+  std::map<std::string, std::string> wanted = {{"A0136", ""}, {"A0199", ""}};
+  for (const std::string& row : Rows(*database, "select itemname,itemdesc from s_infoitem")) {
+    const auto pieces = environment::Split(row, "|");
+    wanted[pieces[0]] = pieces[1];
+  }
+  ASSERT_EQ(wanted.size(), 113U);
+  for (const std::string& page : kPages) {
+    std::map<std::string, std::set<std::string>> masked;
+    std::map<std::string, std::string> captions;
+    SetsOf(page, masked, &captions);
+    EXPECT_EQ(captions, wanted) << page;
   }
 }
 

@@ -16,7 +16,7 @@
 #include "adapters/sqlite/sqlite_connection.h"
 #include "platform/ado/recordset.h"
 #include "tests/support/offscreen_complaints.h"
-#include "tests/support/paths.h"
+#include "tests/support/page_blocks.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -208,6 +208,22 @@ TEST_F(Program, CheckTellsEachFaultOnALineAndExitsWithOne) {
             R"(一打开“工作经历”，窗口就会关闭；请改为 0（不显示）至 32767 的整数。",)"
             R"("row":"A03.A0302","table":"s_infoitem"})");
   EXPECT_EQ(std::count(json.out.begin(), json.out.end(), '\n'), 2);
+}
+
+// What the page of the database tells a host to do is sound.
+TEST_F(Program, CheckSaysNothingAfterTheExamplesOfThePages) {
+  for (const std::string page : {"docs/database.md", "docs/database.zh-CN.md"}) {
+    const fs::path file = In(page.substr(5) + ".db");
+    Run("create-empty '" + file.string() + "'");
+    const auto examples = BlocksOf(page, "sql");
+    ASSERT_EQ(examples.size(), 3U) << page;
+    for (const std::string& example : examples) {
+      sqlite::SqliteConnection(file.string()).RunScript(example);
+      const Outcome outcome = Run("check '" + file.string() + "'");
+      EXPECT_EQ(outcome.out + outcome.error, "") << page << "\n" << example;
+      EXPECT_EQ(outcome.code, 0) << page;
+    }
+  }
 }
 
 TEST_F(Program, CheckFindsAMissingTableOfTheMetadata) {
