@@ -5,6 +5,10 @@ include(CMakePackageConfigHelpers)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/DossierKit)
 set(share ${CMAKE_INSTALL_DATADIR}/dossierkit)
+# In small letters as the other folders, unless whoever builds names one.
+if(NOT "$CACHE{CMAKE_INSTALL_DOCDIR}")
+  set(CMAKE_INSTALL_DOCDIR ${CMAKE_INSTALL_DATAROOTDIR}/doc/dossierkit)
+endif()
 
 # dossierkit_install(COMPONENT libraries...): what find_package knows by that name.
 function(dossierkit_install component)
@@ -66,6 +70,14 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/package/DossierKitConfigV
   COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/package/DossierKitConfig.cmake
   ${PROJECT_BINARY_DIR}/package/DossierKitConfigVersion.cmake DESTINATION ${package} COMPONENT development)
+
+# What the author of a host reads, in the places in which it lies here: the pages name one another.
+set(read_with README.md README.zh-CN.md CHANGELOG.md CONTRIBUTING.md bench/README.md fuzz/README.md data/schema.sql)
+foreach(file ${read_with})
+  get_filename_component(folder ${file} DIRECTORY)
+  install(FILES ${file} DESTINATION ${CMAKE_INSTALL_DOCDIR}/${folder} COMPONENT development)
+endforeach()
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN build EXCLUDE)
 
 install(FILES data/icons/USER.ICO data/icons/xinxj.ico DESTINATION ${share})
 if(TARGET dossier)

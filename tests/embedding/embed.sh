@@ -29,6 +29,10 @@ build() { quietly clean cmake --build "$1"; }
 # In Debug without optimisation or symbols: that it is built and linked is in question here, not its speed.
 plainly=(-DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON)
 
+# What its author reads, and the examples that are there to be copied.
+read_by_hosts=(README.md README.zh-CN.md docs/database.md docs/hazards.zh-CN.md data/schema.sql
+  examples/console/CMakeLists.txt examples/qt_widgets/main.cpp examples/batch_test/main.cpp)
+
 # on_installation PREFIX: all three examples, each a project of its own.
 on_installation() {
   local example
@@ -51,6 +55,7 @@ case $way in
       $(pkg-config --cflags --libs dossierkit)
     [ "$("$prefix/bin/dossier" --version)" = "dossier $(pkg-config --modversion dossierkit)" ]
     for file in USER.ICO xinxj.ico sample.db photos; do [ -e "$prefix/share/dossierkit/$file" ]; done
+    "$root/tests/embedding/links.py" "$prefix/share/doc/dossierkit" "${read_by_hosts[@]}"
     ;;
   subdirectory | fetched)
     configure "$root/tests/embedding" "$folder" "${plainly[@]}" -DWAY="$way"
@@ -74,6 +79,7 @@ case $way in
     (cd "$4" && quietly cpack -B "$folder/packages")
     dpkg-deb -x "$folder"/packages/libdossierkit-dev_*.deb "$folder/unpacked"
     on_installation "$folder/unpacked/usr"
+    "$root/tests/embedding/links.py" "$folder/unpacked/usr/share/doc/dossierkit" "${read_by_hosts[@]}"
     ;;
   *) echo "embed: no such way: $way" >&2; exit 2 ;;
 esac

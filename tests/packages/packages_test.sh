@@ -49,4 +49,6 @@ dpkg-deb -x "$library" "$root"
 for file in include/dossierkit/dossierkit.h lib/cmake/DossierKit/DossierKitConfig.cmake lib/pkgconfig/dossierkit.pc; do
   [ -s "$root/usr/$file" ] || fail "libdossierkit-dev lacks $file"
 done
+"$(dirname "$0")/../embedding/links.py" "$root/usr/share/doc/dossierkit" README.md README.zh-CN.md docs/database.md \
+  docs/database.zh-CN.md data/schema.sql examples/console/main.cpp || fail "documents are missing"
 echo "1 passed, 0 failed"
