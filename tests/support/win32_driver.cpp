@@ -6,6 +6,7 @@
 #include "adapters/win32/native_view.h"
 #include "adapters/windows/texts.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/toolbar.h"
 #include "tests/adapters/views/driver.h"
 #include "tests/support/win32_user.h"
 
@@ -35,9 +36,40 @@ class Win32Driver : public Driver {
   }
   bool InSight(const std::string& name) override { return IsWindowVisible(Native(name)); }
   bool Enabled(const std::string& name) override { return IsWindowEnabled(Native(name)); }
-  int Row(const std::string& name) override { throw std::logic_error(name + " has no rows"); }
-  int Rows(const std::string& name) override { throw std::logic_error(name + " has no rows"); }
-  std::string Node(const std::string& name) override { throw std::logic_error(name + " has no nodes"); }
+  int Row(const std::string& name) override {
+    const HWND native = Native(name);
+    switch (Find<toolkit::Control>(name)->GetKind()) {
+      case toolkit::Kind::kTabStrip:
+        return static_cast<int>(SendMessageW(Part(name, WC_TABCONTROLW), TCM_GETCURSEL, 0, 0));
+      case toolkit::Kind::kVerticalMenu:
+        return static_cast<int>(SendMessageW(Part(name, L"LISTBOX"), LB_GETCURSEL, 0, 0));
+      case toolkit::Kind::kDataGrid:
+        return static_cast<int>(
+            SendMessageW(native, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+      default: return static_cast<int>(SendMessageW(native, LB_GETCURSEL, 0, 0));
+    }
+  }
+  int Rows(const std::string& name) override {
+    const HWND native = Native(name);
+    if (Find<toolkit::Control>(name)->GetKind() != toolkit::Kind::kTreeView)
+      return static_cast<int>(SendMessageW(native, LB_GETCOUNT, 0, 0));
+    int rows = 0;
+    for (HTREEITEM item = TreeView_GetRoot(native); item; item = TreeView_GetNextVisible(native, item))
+      ++rows;
+    return rows;
+  }
+  std::string Node(const std::string& name) override {
+    const HWND native = Native(name);
+    std::wstring text(1000, L'\0');
+    TVITEMW item = {};
+    item.mask = TVIF_TEXT;
+    item.hItem = TreeView_GetSelection(native);
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    if (!item.hItem) return "";
+    SendMessageW(native, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return windows::Utf8(item.pszText);
+  }
   std::string Focus() override {
     for (HWND window = GetFocus(); window; window = GetParent(window)) {
       for (const auto& control : Window().Controls()) {
@@ -71,9 +103,20 @@ class Win32Driver : public Driver {
     const auto* view = static_cast<const win32::NativeView*>(control.GetView());
     return view && control.TakesFocus() && view->Handle() == window;
   }
+  tests::Win32User& Native() { return static_cast<tests::Win32User&>(User()); }
   HWND Native(const std::string& name) {
     tests::RunMessages();
-    return static_cast<tests::Win32User&>(User()).ViewOf(name).Handle();
+    for (const auto& control : Window().Controls()) {
+      const auto* bar = dynamic_cast<const toolkit::Toolbar*>(control.get());
+      if (!bar) continue;
+      for (const auto& button : bar->Buttons()) {
+        if (!button.IsSeparator() && button.Key() == name) return Native().ToolbarButton(name);
+      }
+    }
+    return Native().ViewOf(name).Handle();
+  }
+  HWND Part(const std::string& name, const wchar_t* window_class) {
+    return Native().PartOf(name, window_class);
   }
 };
 

@@ -7,6 +7,8 @@
 #include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
 #include "platform/environment/text.h"
+#include "platform/toolkit/controls/toolbar.h"
+#include "platform/toolkit/controls/tree_view.h"
 #include "platform/toolkit/controls/user_control.h"
 
 namespace dossierkit::tests {
@@ -117,6 +119,7 @@ HWND Win32User::Target() {
 }
 
 HWND Win32User::Reveal(const std::string& name, POINT& place) {
+  RunMessages();  // what came one by one shows now
   win32::NativeView& view = ViewOf(name);
   static_cast<win32::WindowView&>(ViewOf(Window().Name())).BringIntoSight(view);
   RECT outer;
@@ -136,20 +139,121 @@ void Win32User::Click(const std::string& name, int button) {
 void Win32User::DoubleClick(const std::string& name) {
   POINT place;
   const HWND window = Reveal(name, place);
+  // In a list or a tree the chosen row.
+  RECT row = {};
+  const auto kind = Find(name)->GetKind();
+  const bool chosen = kind == toolkit::Kind::kListBox
+                          ? SendMessageW(window, LB_GETITEMRECT,
+                                         static_cast<WPARAM>(SendMessageW(window, LB_GETCURSEL, 0, 0)),
+                                         reinterpret_cast<LPARAM>(&row)) != LB_ERR
+                          : kind == toolkit::Kind::kTreeView &&
+                                TreeView_GetItemRect(window, TreeView_GetSelection(window), &row, TRUE);
+  if (chosen) place = {row.left + 2, (row.top + row.bottom) / 2};
   ClickAt(window, place);
   ClickAt(window, place, toolkit::kLeftButton, true);
 }
 
-void Win32User::ClickToolbar(const std::string& key) { throw std::logic_error("no toolbar with " + key); }
-void Win32User::ClickMenu(int) { throw std::logic_error("no menu"); }
-void Win32User::ClickRow(int) { throw std::logic_error("no grid"); }
-void Win32User::ClickListRow(const std::string& name, int) { throw std::logic_error("no list " + name); }
-void Win32User::ClickNode(const std::string& name, const std::string&) {
-  throw std::logic_error("no tree " + name);
+HWND Win32User::PartOf(const std::string& name, const wchar_t* window_class) {
+  const HWND part = FindWindowExW(ViewOf(name).Handle(), nullptr, window_class, nullptr);
+  if (!part) throw std::logic_error("no part of " + name);
+  return part;
 }
-void Win32User::SelectTab(const std::string& name, int) { throw std::logic_error("no tabs " + name); }
-void Win32User::FoldNode(const std::string& name, const std::string&) {
-  throw std::logic_error("no tree " + name);
+
+HWND Win32User::ToolbarButton(const std::string& key) {
+  for (const auto& control : Window().Controls()) {
+    const auto* bar = dynamic_cast<const toolkit::Toolbar*>(control.get());
+    if (!bar) continue;
+    // A window for each button, in their order.
+    HWND button = nullptr;
+    for (const toolkit::ToolbarButton& model : bar->Buttons()) {
+      if (model.IsSeparator()) continue;
+      button = FindWindowExW(ViewOf(bar->Name()).Handle(), button, nullptr, nullptr);
+      if (model.Key() == key) return button;
+    }
+  }
+  throw std::logic_error("no toolbar button " + key);
+}
+
+void Win32User::ClickToolbar(const std::string& key) { ClickAt(ToolbarButton(key), {5, 5}); }
+
+// The middle of the left of a row, whether the list stands where it shows or not.
+void Win32User::ClickInList(HWND list, int row) {
+  RECT place = {};
+  SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(row), 0);
+  if (SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place)) ==
+      LB_ERR)
+    throw std::logic_error("no row " + std::to_string(row));
+  ClickAt(list, {place.left + 20, (place.top + place.bottom) / 2});
+}
+
+void Win32User::ClickMenu(int item) {
+  for (const auto& control : Window().Controls()) {
+    if (control->GetKind() == toolkit::Kind::kVerticalMenu)
+      return ClickInList(PartOf(control->Name(), L"LISTBOX"), item - 1);
+  }
+  throw std::logic_error("no menu");
+}
+
+void Win32User::ClickListRow(const std::string& name, int row) {
+  POINT place;
+  ClickInList(Reveal(name, place), row);
+}
+
+void Win32User::ClickRow(int row) {
+  const HWND grid = ViewOf("DGItems").Handle();
+  SendMessageW(grid, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row - 1), FALSE);
+  RECT place = {LVIR_BOUNDS, 0, 0, 0};
+  if (!SendMessageW(grid, LVM_GETITEMRECT, static_cast<WPARAM>(row - 1), reinterpret_cast<LPARAM>(&place)))
+    throw std::logic_error("no row " + std::to_string(row));
+  ClickAt(grid, {std::max(0L, place.left) + 20, (place.top + place.bottom) / 2});
+}
+
+HTREEITEM Win32User::ItemOf(HWND tree, int node, HTREEITEM first) {
+  for (HTREEITEM item = first; item; item = TreeView_GetNextSibling(tree, item)) {
+    TVITEMW asked = {};
+    asked.mask = TVIF_PARAM;
+    asked.hItem = item;
+    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&asked));
+    if (asked.lParam == node) return item;
+    if (const HTREEITEM found = ItemOf(tree, node, TreeView_GetChild(tree, item))) return found;
+  }
+  return nullptr;
+}
+
+RECT Win32User::PlaceOfNode(HWND tree, const std::string& name, const std::string& key) {
+  const int node = Find<toolkit::TreeView>(name)->Nodes().Find(key).Index();
+  const HTREEITEM item = ItemOf(tree, node, TreeView_GetRoot(tree));
+  RECT place = {};
+  if (item) SendMessageW(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+  if (!item || !TreeView_GetItemRect(tree, item, &place, TRUE)) throw std::logic_error("no node " + key);
+  return place;
+}
+
+void Win32User::ClickNode(const std::string& name, const std::string& key) {
+  POINT at;
+  const HWND tree = Reveal(name, at);
+  const RECT place = PlaceOfNode(tree, name, key);
+  ClickAt(tree, {place.left + 2, (place.top + place.bottom) / 2});
+}
+
+void Win32User::FoldNode(const std::string& name, const std::string& key) {
+  POINT at;
+  const HWND tree = Reveal(name, at);
+  const RECT place = PlaceOfNode(tree, name, key);
+  for (TVHITTESTINFO hit = {{place.left, (place.top + place.bottom) / 2}, 0, nullptr}; hit.pt.x >= 0;
+       --hit.pt.x) {
+    SendMessageW(tree, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    if (hit.flags & TVHT_ONITEMBUTTON) return ClickAt(tree, hit.pt);
+  }
+  throw std::logic_error("no mark beside the node " + key);
+}
+
+void Win32User::SelectTab(const std::string& name, int tab) {
+  const HWND tabs = PartOf(name, WC_TABCONTROLW);
+  RECT place = {};
+  if (!SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&place)))
+    throw std::logic_error("no tab " + std::to_string(tab));
+  ClickAt(tabs, {(place.left + place.right) / 2, (place.top + place.bottom) / 2});
 }
 
 void Win32User::Type(const std::string& text) {

@@ -47,8 +47,14 @@ class Win32User : public User {
 
   // The view of a control of the topmost window, or of the window itself; throws std::logic_error.
   win32::NativeView& ViewOf(const std::string& name);
+  // The window of a button of a toolbar, and the one in a control's own of that class.
+  HWND ToolbarButton(const std::string& key);
+  HWND PartOf(const std::string& name, const wchar_t* window_class);
 
  private:
+  static void ClickInList(HWND list, int row);
+  static HTREEITEM ItemOf(HWND tree, int node, HTREEITEM first);
+  RECT PlaceOfNode(HWND tree, const std::string& name, const std::string& key);
   HWND NativeWindow();
   // Brings a control into sight and gives its window, with the place in it that is clicked.
   HWND Reveal(const std::string& name, POINT& place);

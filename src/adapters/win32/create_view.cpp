@@ -1,11 +1,17 @@
 #include "adapters/win32/create_view.h"
 
 #include "adapters/win32/button_views.h"
+#include "adapters/win32/grid_view.h"
 #include "adapters/win32/image_view.h"
 #include "adapters/win32/label_view.h"
+#include "adapters/win32/list_box_view.h"
 #include "adapters/win32/mask_view.h"
+#include "adapters/win32/menu_view.h"
 #include "adapters/win32/surface_views.h"
+#include "adapters/win32/tab_strip_view.h"
 #include "adapters/win32/text_view.h"
+#include "adapters/win32/toolbar_view.h"
+#include "adapters/win32/tree_box_view.h"
 #include "adapters/win32/window_view.h"
 #include "platform/toolkit/loop/form.h"
 
@@ -31,13 +37,12 @@ std::unique_ptr<NativeView> MakeByKind(ViewContext& context, toolkit::Control& c
     case Kind::kCommandButton: return Make<CommandButtonView, toolkit::CommandButton>(context, control);
     case Kind::kLabel: return Make<LabelView, toolkit::Label>(context, control);
     case Kind::kImage: return Make<ImageView, toolkit::Image>(context, control);
-    // Those that have no view of their own yet take their place, the focus and keys.
-    case Kind::kDataGrid:
-    case Kind::kToolbar:
-    case Kind::kVerticalMenu:
-    case Kind::kListBox:
-    case Kind::kTreeView:
-    case Kind::kTabStrip:
+    case Kind::kDataGrid: return Make<GridView, toolkit::DataGrid>(context, control);
+    case Kind::kToolbar: return Make<ToolbarView, toolkit::Toolbar>(context, control);
+    case Kind::kVerticalMenu: return Make<MenuView, toolkit::VerticalMenu>(context, control);
+    case Kind::kListBox: return Make<ListBoxView, toolkit::ListBox>(context, control);
+    case Kind::kTreeView: return Make<TreeBoxView, toolkit::TreeView>(context, control);
+    case Kind::kTabStrip: return Make<TabStripView, toolkit::TabStrip>(context, control);
     case Kind::kPictureBox:
     case Kind::kUserControl: return Make<SurfaceView, toolkit::Control>(context, control);
     case Kind::kCommonDialog: return nullptr;

@@ -33,7 +33,11 @@ void FocusSync::Follow(NativeView& view) {
       from_window ? std::shared_ptr<toolkit::Control>() : control.shared_from_this();
   const std::weak_ptr<toolkit::Control> later = form->shared_from_this();
   application_.Later(later, [this, wanted, later] {
-    if (const auto asked = wanted.lock()) asked->UserFocus();
+    // Where the window that had it was hidden, Windows has moved it, and it is elsewhere by now.
+    const auto asked = wanted.lock();
+    const auto* there = asked ? static_cast<const NativeView*>(asked->GetView()) : nullptr;
+    const HWND focus = GetFocus();
+    if (there && focus && (focus == there->Handle() || focus == there->FocusHandle())) asked->UserFocus();
     // Where the model did not follow, the native focus goes back.
     if (const auto window = later.lock()) Show(static_cast<toolkit::Form&>(*window));
   });

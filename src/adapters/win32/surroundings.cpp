@@ -1,5 +1,7 @@
 #include "adapters/win32/surroundings.h"
 
+#include <commctrl.h>
+
 #include "adapters/win32/window_classes.h"
 
 namespace dossierkit::win32 {
@@ -37,6 +39,9 @@ CommonControls::~CommonControls() {
 
 InSurroundings::InSurroundings(const CommonControls& controls) {
   activated_ = controls.context_ != INVALID_HANDLE_VALUE && ActivateActCtx(controls.context_, &cookie_);
+  const INITCOMMONCONTROLSEX wanted = {sizeof wanted,
+                                       ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES};
+  InitCommonControlsEx(&wanted);
   if (const auto set = Find<SetAwareness>("SetThreadDpiAwarenessContext"))
     awareness_before_ = set(PerMonitor());
 }

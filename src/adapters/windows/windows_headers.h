@@ -6,6 +6,7 @@
 #endif
 #include <windows.h>
 // These stand on windows.h.
+#include <commctrl.h>
 #include <ole2.h>
 #include <oleauto.h>
 

@@ -1,0 +1,51 @@
+// MenuView: the vertical menu: a head with the group's caption over a list of items.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "adapters/win32/native_view.h"
+#include "platform/toolkit/controls/picture_cache.h"
+#include "platform/toolkit/controls/vertical_menu.h"
+
+namespace dossierkit::win32 {
+
+class MenuView : public NativeView {
+ public:
+  MenuView(ViewContext& context, toolkit::VerticalMenu& menu);
+  ~MenuView() override;
+
+  HWND FocusHandle() const override { return list_; }
+  int RowsInSight() const override;
+  std::optional<LRESULT> Receive(HWND window, const Message& message) override;
+  void Commanded(WORD code) override;
+  HBRUSH Colours(HDC device) override;
+  bool Draw(const DRAWITEMSTRUCT& item) override;
+  void Lost() override;
+
+ protected:
+  void ShowPlacement() override;
+  void ShowStyle() override;
+  void ShowContent() override;
+  void ShowSelection() override;
+  void Paint(HDC device, const RECT& place) override;
+
+ private:
+  int Head() const;
+  bool AnyIcon();
+  void Hover(int row);
+  void Release(int row);
+  void PaintText(HDC device, const RECT& row, const std::wstring& caption, bool selected);
+  LRESULT Ask(UINT id, WPARAM wide = 0, LPARAM low = 0) const { return SendMessageW(list_, id, wide, low); }
+
+  toolkit::VerticalMenu& menu_;
+  HWND list_ = nullptr;
+  HBRUSH ground_;
+  std::vector<std::wstring> captions_;  // as the list has them
+  std::vector<HICON> loaded_;
+  toolkit::PictureCache<HICON> icons_;  // null for a file that is missing
+  int pressed_ = -1;
+  int hovered_ = -1;
+};
+
+}  // namespace dossierkit::win32

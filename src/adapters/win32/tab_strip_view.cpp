@@ -1,0 +1,143 @@
+#include "adapters/win32/tab_strip_view.h"
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include "adapters/win32/painting.h"
+#include "adapters/windows/texts.h"
+
+namespace dossierkit::win32 {
+namespace {
+
+constexpr int kTabPadding = 12;
+constexpr int kTabHeight = 12;  // besides the text
+
+}  // namespace
+
+TabStripView::TabStripView(ViewContext& context, toolkit::TabStrip& strip)
+    : NativeView(context, strip, NativeWindow()), strip_(strip) {
+  tabs_ = CreateWindowExW(0, L"SysTabControl32", L"",
+                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TCS_OWNERDRAWFIXED | TCS_FOCUSNEVER, 0, 0,
+                          0, 0, Handle(), nullptr, OwnModule(), nullptr);
+  if (tabs_) context.application.Link(tabs_, *this);
+}
+
+TabStripView::~TabStripView() {
+  if (tabs_) Context().application.Unlink(tabs_);
+}
+
+void TabStripView::Lost() {
+  NativeView::Lost();
+  tabs_ = nullptr;
+}
+
+int TabStripView::Height() const {
+  return GetLook().LineHeight(GetLook().FontOf(strip_.GetFont())) + GetMetrics().Scaled(kTabHeight);
+}
+
+void TabStripView::Arrange() {
+  RECT place = {};
+  GetClientRect(Handle(), &place);
+  Ask(TCM_SETITEMSIZE, 0, MAKELPARAM(0, Height() - 2));
+  // Below what is made later: the controls on the tabs.
+  SetWindowPos(tabs_, HWND_BOTTOM, 0, 0, WidthOf(place), Height(), SWP_NOACTIVATE);
+}
+
+void TabStripView::ShowPlacement() {
+  NativeView::ShowPlacement();
+  Arrange();
+}
+
+void TabStripView::ShowStyle() {
+  Ask(WM_SETFONT, reinterpret_cast<WPARAM>(GetLook().FontOf(strip_.GetFont())), FALSE);
+  Ask(TCM_SETPADDING, 0, MAKELPARAM(GetMetrics().Scaled(kTabPadding), 3));
+  Arrange();
+  NativeView::ShowStyle();
+}
+
+void TabStripView::ShowContent() {
+  const auto showing = Showing();
+  for (int tab = 0; tab < strip_.TabCount(); ++tab) {
+    std::wstring caption = windows::Wide(strip_.TabCaption(tab));
+    TCITEMW item = {};
+    item.mask = TCIF_TEXT;
+    item.pszText = caption.data();
+    const bool there = tab < static_cast<int>(Ask(TCM_GETITEMCOUNT));
+    Ask(there ? TCM_SETITEMW : TCM_INSERTITEMW, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
+  }
+  Arrange();
+  ShowSelection();
+}
+
+void TabStripView::ShowSelection() {
+  const auto showing = Showing();
+  Ask(TCM_SETCURSEL, static_cast<WPARAM>(strip_.Tab()));
+  InvalidateRect(tabs_, nullptr, TRUE);
+}
+
+// A choice from outside, by accessibility: the model shows which tab is in front after all.
+std::optional<LRESULT> TabStripView::Notified(NMHDR& notice) {
+  if (notice.code == static_cast<UINT>(TCN_SELCHANGE) && !IsShowing()) {
+    const int tab = static_cast<int>(Ask(TCM_GETCURSEL));
+    Report([this, tab] { strip_.UserSelectTab(tab); });
+  }
+  return std::nullopt;
+}
+
+void TabStripView::Paint(HDC device, const RECT& place) {
+  NativeView::Paint(device, place);
+  RECT panel = place;
+  panel.top = Height() - 1;
+  PaintEdge(device, panel, {GetLook().Colors().edge, 1, 0});
+}
+
+bool TabStripView::Draw(const DRAWITEMSTRUCT& item) {
+  const int tab = static_cast<int>(item.itemID);
+  if (tab < 0 || tab >= strip_.TabCount()) return true;
+  const Palette& colors = GetLook().Colors();
+  const Metrics& metrics = GetMetrics();
+  const bool front = tab == strip_.Tab();
+  const bool enabled = IsWindowEnabled(Handle());
+  Fill(item.hDC, item.rcItem, front ? colors.base : colors.bar);
+  if (front)
+    Fill(item.hDC, {item.rcItem.left, item.rcItem.top, item.rcItem.right, item.rcItem.top + metrics.Ring()},
+         colors.accent);
+  if (front && GetFocus() == tabs_)
+    PaintEdge(item.hDC, Inset(item.rcItem, metrics.Ring() + metrics.Edge()),
+              {colors.accent, metrics.Ring(), metrics.Radius()});
+  // Mnemonics are the model's.
+  PaintLine(item.hDC, GetLook().FontOf(strip_.GetFont()), enabled ? colors.ink : colors.faint_ink,
+            item.rcItem, windows::Wide(strip_.TabCaption(tab)), DT_CENTER);
+  return true;
+}
+
+std::optional<LRESULT> TabStripView::Receive(HWND window, const Message& message) {
+  if (window != tabs_) return NativeView::Receive(window, message);
+  switch (message.id) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: {
+      TCHITTESTINFO hit = {{GET_X_LPARAM(message.low), GET_Y_LPARAM(message.low)}, 0};
+      const int tab = static_cast<int>(Ask(TCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+      if (tab >= 0) Report([this, tab] { strip_.UserSelectTab(tab); });
+      return 0;
+    }
+    case WM_ERASEBKGND: {
+      RECT place = {};
+      GetClientRect(window, &place);
+      Fill(reinterpret_cast<HDC>(message.wide), place, GetLook().Colors().surface);
+      return 1;
+    }
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: InvalidateRect(tabs_, nullptr, TRUE); return std::nullopt;
+    // The model turns by keys.
+    case WM_LBUTTONUP:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONUP:
+    case WM_CONTEXTMENU:
+    case WM_KEYDOWN:
+    case WM_CHAR: return 0;
+    default: return std::nullopt;
+  }
+}
+
+}  // namespace dossierkit::win32
