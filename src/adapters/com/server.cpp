@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <string>
+#include <utility>
 
 #include "adapters/com/pointers.h"
 #include "adapters/com/registration.h"
@@ -14,7 +15,6 @@ struct Server {
   std::unique_ptr<toolkit::Platform> platform = MakePlatform();
   // The icons lie beside the library.
   Component component{*platform, FolderOf(OwnFile())};
-  DWORD thread = GetCurrentThreadId();
 
   static std::string FolderOf(const std::wstring& file) {
     const auto end = file.find_last_of(L"\\/");
@@ -23,7 +23,10 @@ struct Server {
 };
 
 std::atomic<long> holders{0};
-std::atomic<Server*> the_server{nullptr};
+// The thread that the server is of; 0 while there is none. Whoever sets it makes the server, and alone ends
+// it.
+std::atomic<DWORD> the_thread{0};
+Server* the_server = nullptr;
 
 }  // namespace
 
@@ -32,19 +35,24 @@ void Hold() { ++holders; }
 void LetGo() { --holders; }
 
 bool RequireServer() {
-  if (IsOfAnotherThread()) return false;
-  if (!the_server) the_server = new Server;
+  DWORD thread = 0;
+  if (!the_thread.compare_exchange_strong(thread, GetCurrentThreadId()))
+    return thread == GetCurrentThreadId();
+  try {
+    the_server = new Server;
+  } catch (...) {
+    the_thread = 0;
+    throw;
+  }
   return true;
 }
 
-bool IsOfAnotherThread() {
-  const Server* server = the_server;
-  return server && server->thread != GetCurrentThreadId();
-}
-
 HRESULT EndServer() noexcept {
-  if (holders > 0 || IsOfAnotherThread()) return S_FALSE;
-  delete the_server.exchange(nullptr);
+  const DWORD thread = the_thread;
+  if (holders > 0 || (thread != 0 && thread != GetCurrentThreadId())) return S_FALSE;
+  if (thread == 0) return S_OK;
+  delete std::exchange(the_server, nullptr);
+  the_thread = 0;
   return S_OK;
 }
 

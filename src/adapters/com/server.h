@@ -17,12 +17,9 @@ std::unique_ptr<toolkit::Platform> MakePlatform();
 void Hold();
 void LetGo();
 
-// Makes the server where there is none yet, on the calling thread. False where it is of another thread.
-// Throws.
+// Makes the server where there is none yet, on the calling thread. False where it is of another thread, also
+// of one that asks at the same moment. Throws.
 bool RequireServer();
-
-// True where a server is of another thread.
-bool IsOfAnotherThread();
 
 // Ends the server where nothing keeps the library loaded: S_OK, and S_FALSE where something does or the
 // thread is not the server's own.

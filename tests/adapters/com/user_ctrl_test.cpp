@@ -1,4 +1,8 @@
 // The object that hosts hold: its members, early and late bound, visits, failures, and who keeps what alive.
+#include <algorithm>
+#include <array>
+#include <barrier>
+#include <mutex>
 #include <thread>
 
 #include "tests/adapters/com/library.h"
@@ -209,6 +213,28 @@ TEST_F(ComUserCtrl, AnotherThreadIsRefused) {
   }).join();
   EXPECT_EQ(shown, RPC_E_WRONG_THREAD);
   EXPECT_EQ(ended, S_FALSE);
+}
+
+TEST_F(ComUserCtrl, OfTwoThreadsThatAskAtTheSameMomentOneHasTheServer) {
+  constexpr int kRounds = 1000;
+  std::array<int, kRounds> servers{};
+  std::barrier rounds(2);
+  std::mutex counting;
+  const auto ask = [&] {
+    for (int& server : servers) {
+      rounds.arrive_and_wait();
+      const bool mine = RequireServer();
+      rounds.arrive_and_wait();
+      if (!mine) continue;
+      const std::lock_guard lock(counting);
+      ++server;
+      EXPECT_EQ(EndServer(), S_OK);
+    }
+  };
+  std::thread other(ask);
+  ask();
+  other.join();
+  EXPECT_EQ(std::count(servers.begin(), servers.end(), 1), kRounds);
 }
 
 TEST_F(ComUserCtrl, TheConnectionIsHeldUntilTheLibraryIsUnloaded) {
