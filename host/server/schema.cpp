@@ -20,6 +20,11 @@ std::string Quoted(const Words& words, const std::string& name) {
   return quoted.append(words.small_names ? LowerCase(name) : name).append(words.quote);
 }
 
+bool HasColumn(const Table& table, const std::string& name) {
+  return std::any_of(table.columns.begin(), table.columns.end(),
+                     [&](const Column& column) { return EqualIgnoringCase(column.name, name); });
+}
+
 bool IsText(const Column& column) { return column.type.starts_with("varchar") || column.type == "ntext"; }
 
 std::string TypeOf(const Words& words, const Column& column) {
@@ -28,19 +33,6 @@ std::string TypeOf(const Words& words, const Column& column) {
     if (column.type == known) return own.ends_with('(') ? column.type : std::string(own);
   }
   return column.type;
-}
-
-std::string TableStatement(const Words& words, const Table& table) {
-  std::string text = "create table " + Quoted(words, table.name) + " (" + std::string(words.first_column);
-  bool first = true;
-  for (const Column& column : table.columns) {
-    if (!std::exchange(first, false)) text += ", ";
-    text += Quoted(words, column.name) + " " + TypeOf(words, column);
-    if (IsText(column)) text += words.behind_text;
-    if (column.draws_identifier) text.append(" default ").append(words.identifier);
-    if (column.not_null) text += " not null";
-  }
-  return text + ")" + std::string(words.behind_table);
 }
 
 bool IsText(const Schema& schema, const std::string& table, const std::string& column) {
@@ -53,8 +45,9 @@ bool IsText(const Schema& schema, const std::string& table, const std::string& c
   return false;
 }
 
-// In the form in which the statements of the dialect reach the engine; empty for one that it cannot have.
-std::string IndexStatement(const Words& words, const Schema& schema, const Index& index) {
+// The items of an index in the form in which the statements of the dialect reach the engine; empty for one
+// that it cannot have.
+std::string ItemsOf(const Words& words, const Schema& schema, const Index& index) {
   std::string items;
   for (const std::string& item : index.items) {
     std::string written = Quoted(words, item);
@@ -66,8 +59,34 @@ std::string IndexStatement(const Words& words, const Schema& schema, const Index
     }
     items.append(items.empty() ? "" : ", ").append(written).append(words.behind_item);
   }
+  return items;
+}
+
+std::string IndexStatement(const Words& words, const Index& index, const std::string& items) {
   return std::string(index.is_unique ? "create unique index " : "create index ") + Quoted(words, index.name) +
          " on " + Quoted(words, index.table) + " (" + items + ")";
+}
+
+std::string TableStatement(const Words& words, const Schema& schema, const Table& table) {
+  std::string text = "create table " + Quoted(words, table.name) + " (" + std::string(words.first_column);
+  bool first = true;
+  for (const Column& column : table.columns) {
+    if (!std::exchange(first, false)) text += ", ";
+    text += Quoted(words, column.name) + " " + TypeOf(words, column);
+    if (IsText(column)) text += words.behind_text;
+    if (column.draws_identifier) text.append(" default ").append(words.identifier);
+    if (column.not_null) text += " not null";
+  }
+  if (words.has_keys_in_tables) {
+    for (const Index& index : schema.indexes) {
+      if (!EqualIgnoringCase(index.table, table.name)) continue;
+      const std::string items = ItemsOf(words, schema, index);
+      if (items.empty()) continue;
+      text.append(index.is_unique ? ", unique key " : ", key ").append(Quoted(words, index.name));
+      text.append(" (").append(items).append(")");
+    }
+  }
+  return text + ")" + std::string(words.behind_table);
 }
 
 // The deletion of a person's rows in all sets but A01.
@@ -93,6 +112,13 @@ const Words& WordsOf(std::string_view engine) {
                              "没有为数据库服务器“" + std::string(engine) + "”准备的表结构。");
 }
 
+bool IsSet(const Table& table) { return EqualIgnoringCase(table.columns.front().name, "A00"); }
+
+bool IsSetOfMany(const Table& table) {
+  // A01 has a column of that name for the numbers of the persons.
+  return IsSet(table) && !EqualIgnoringCase(table.name, "A01") && HasColumn(table, table.name + "99");
+}
+
 bool IsScratch(const Table& table) { return EqualIgnoringCase(table.name, "S_GUID"); }
 
 std::vector<std::string> TableStatements(const std::string& engine, const Schema& schema) {
@@ -100,15 +126,16 @@ std::vector<std::string> TableStatements(const std::string& engine, const Schema
   std::vector<std::string> statements;
   for (const Table& table : schema.tables) {
     if (!IsScratch(table) || words.identifiers.empty()) {
-      statements.push_back(TableStatement(words, table));
+      statements.push_back(TableStatement(words, schema, table));
       continue;
     }
     for (const std::string_view statement : words.identifiers)
-      statements.push_back(Replace(statement, "%", words.identifier));
+      statements.push_back(Replace(statement, "{identifier}", words.identifier));
   }
   for (const Index& index : schema.indexes) {
-    std::string statement = IndexStatement(words, schema, index);
-    if (!statement.empty()) statements.push_back(std::move(statement));
+    const std::string items = ItemsOf(words, schema, index);
+    if (!items.empty() && !words.has_keys_in_tables)
+      statements.push_back(IndexStatement(words, index, items));
   }
   return statements;
 }
@@ -121,7 +148,7 @@ std::vector<std::string> TriggerStatements(const std::string& engine, const Sche
   });
   if (!has_persons) return statements;
   for (const std::string_view statement : words.triggers)
-    statements.push_back(Replace(statement, "%", DeletionsOf(words, schema)));
+    statements.push_back(Replace(statement, "{deletions}", DeletionsOf(words, schema)));
   return statements;
 }
 

@@ -48,6 +48,10 @@ std::vector<std::string> DropStatements(const std::string& engine, const Schema&
 // True for the scratch table of identifiers, whose rows belong to nobody.
 bool IsScratch(const Table& table);
 
+// True for an information set, and for one of many records a person.
+bool IsSet(const Table& table);
+bool IsSetOfMany(const Table& table);
+
 // A name as that engine writes it in its own SQL.
 std::string QuotedName(const std::string& engine, const std::string& name);
 

@@ -27,11 +27,14 @@ struct Words {
   std::string_view fold;
   std::string_view length;
   std::string_view behind_item;
+  // An index is made with its table: there each one that comes later takes as long as the table.
+  bool has_keys_in_tables;
 
-  // S_GUID: statements that make what each connection sees as a table of its own; "%" is `identifier`. None:
-  // it is a table like any other.
+  // S_GUID: statements that make what each connection sees as a table of its own; "{identifier}" is
+  // `identifier`. None: it is a table like any other.
   std::span<const std::string_view> identifiers;
-  // Statements that run behind the rows. "%" is the deletion of a person's rows in all sets but A01.
+  // Statements that run behind the rows. "{deletions}" is the deletion of a person's rows in all sets but
+  // A01.
   std::span<const std::string_view> triggers;
   // What is dropped besides the tables, where a database could not be completed.
   std::span<const std::string_view> drops;

@@ -7,7 +7,7 @@ namespace {
 constexpr std::string_view kTriggers[] = {
     "create trigger tr_A01_delete after delete on A01 when not exists (select 1 from A01 where A00 = "
     "old.A00) "
-    "begin % end"};
+    "begin {deletions} end"};
 
 }  // namespace
 
@@ -26,6 +26,7 @@ const Words kSqlite{
     .fold = "",
     .length = "length",
     .behind_item = "",
+    .has_keys_in_tables = false,
     .identifiers = {},
     .triggers = kTriggers,
     .drops = {},
