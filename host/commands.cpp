@@ -32,6 +32,17 @@ void Create(const Options& options, const std::filesystem::path& source,
 #endif
 }
 
+void CreateRights(const Options& options) {
+  if (FileOf(options.connection))
+    throw environment::Failure(environment::kInvalidCall,
+                               "数据库文件没有角色，请指定数据库服务器的连接字符串。");
+#ifdef DOSSIERKIT_SERVERS
+  PrepareRights(options);
+#else
+  OpenUnchecked(options);
+#endif
+}
+
 void Copy(const Options& options) {
 #ifdef DOSSIERKIT_SERVERS
   CopyAndTell(options.from, options.to);
@@ -76,6 +87,7 @@ std::optional<int> RunCommand(const Options& options) {
     case Options::Action::kVersion: std::cout << "dossier " << kVersion << "\n"; return 0;
     case Options::Action::kCreateSample: Create(options, SampleDatabase(), CreateSample); return 0;
     case Options::Action::kCreateEmpty: Create(options, EmptyDatabase(), CreateEmpty); return 0;
+    case Options::Action::kCreateRights: CreateRights(options); return 0;
     case Options::Action::kCopy: Copy(options); return 0;
     case Options::Action::kCheck: return RunCheck(options);
     case Options::Action::kPeople:

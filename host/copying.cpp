@@ -12,6 +12,7 @@
 #include "host/database.h"
 #include "host/paths.h"
 #include "host/server/copy.h"
+#include "host/server/rights.h"
 #include "host/system.h"
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
@@ -122,6 +123,11 @@ void CopyTo(const Options& options, const std::string& source) {
   sqlite::SqliteConnection from(source);
   const auto to = OpenUnchecked(options);
   CopyWithBar(StoreOf(from), StoreOf(*to));
+}
+
+void PrepareRights(const Options& options) {
+  // Nothing else than a server's is left.
+  server::PrepareRights(dynamic_cast<odbc::OdbcConnection&>(*OpenUnchecked(options)));
 }
 
 void CopyAndTell(const std::string& from, const std::string& to) {

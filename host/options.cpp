@@ -14,11 +14,12 @@ constexpr char kVisitUsage[] =
     "               [--person ID | --new] [--operation-type N] [--person-type N]\n"
     "               [--trace-sql FILE] [--tour DIR]";
 
-constexpr std::array<std::pair<std::string_view, const char*>, 5> kCommandUsages = {{
+constexpr std::array<std::pair<std::string_view, const char*>, 6> kCommandUsages = {{
     {"check", "dossier check [FILE | --database FILE | --connection STRING] [--photos DIR] [--json]"},
     {"create-sample", "dossier create-sample FILE | --connection STRING"},
     {"create-empty", "dossier create-empty FILE | --connection STRING"},
     {"create-server", "dossier create-server --connection STRING"},
+    {"create-rights", "dossier create-rights --connection STRING"},
     {"copy", "dossier copy --from FILE|STRING --to FILE|STRING"},
 }};
 
@@ -56,13 +57,16 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (argument.starts_with("create-") && next == 1) {
       if (argument == "create-empty") {
         options.action = Options::Action::kCreateEmpty;
+      } else if (argument == "create-rights") {
+        options.action = Options::Action::kCreateRights;
       } else if (argument == "create-sample" || argument == "create-server") {
         options.action = Options::Action::kCreateSample;
       } else {
         throw UsageError("unknown argument '" + argument + "'");
       }
       const bool is_on_server = next < arguments.size() && arguments[next] == "--connection";
-      if (argument == "create-server" && !is_on_server) throw UsageError("create-server takes --connection");
+      if ((argument == "create-server" || argument == "create-rights") && !is_on_server)
+        throw UsageError(argument + " takes --connection");
       if (is_on_server) ++next;
       (is_on_server ? options.connection : options.file) = value_of(is_on_server ? "--connection" : argument);
       if (next != arguments.size())
@@ -172,6 +176,8 @@ Without --person or --new: a window with the people of the database.
   create-empty FILE     the same without people: tables, metadata and code tables alone;
                         both make it in the empty database of a server where --connection names one
   create-server         the same as create-sample, on a server; docs/servers.md tells how one is set up
+  create-rights         makes on a server the role dossierkit_clerk, which may work dossiers and nothing else, and
+                        what a visit needs that sees its own person's rows only
   copy                  moves a database between a file and a server, or two servers, each named by a file or a
                         connection string; the target must be empty, and both sides are compared
 

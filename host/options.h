@@ -10,7 +10,18 @@
 namespace dossierkit::host {
 
 struct Options {
-  enum class Action { kPeople, kVisit, kTour, kCreateSample, kCreateEmpty, kCopy, kCheck, kHelp, kVersion };
+  enum class Action {
+    kPeople,
+    kVisit,
+    kTour,
+    kCreateSample,
+    kCreateEmpty,
+    kCreateRights,
+    kCopy,
+    kCheck,
+    kHelp,
+    kVersion
+  };
   Action action = Action::kPeople;
   std::string database;    // file; empty: the sample database
   std::string connection;  // connection string in place of a file

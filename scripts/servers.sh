@@ -104,7 +104,7 @@ start_mariadb() {
   local folder=$data/mariadb
   "${as_nobody[@]}" env HOME="$data" "$mariadb_install" --no-defaults --datadir="$folder" --skip-test-db \
     --auth-root-authentication-method=normal >"$data/mariadb-install.log" 2>&1 || fail "mariadb-install-db failed"
-  (umask 077 && printf "create user dossierkit@127.0.0.1 identified by '%s';\ngrant all on *.* to dossierkit@127.0.0.1;\n" \
+  (umask 077 && printf "create user dossierkit@127.0.0.1 identified by '%s';\ngrant all on *.* to dossierkit@127.0.0.1 with grant option;\n" \
     "$password" >"$data/users.sql")
   [ "$(id -u)" -ne 0 ] || chown nobody: "$data/users.sql"
   # The program's statements write one table's name in capitals and in small letters.

@@ -67,6 +67,8 @@ TEST(Options, ADatabaseIsMadeOnAServerByItsConnectionString) {
   }
   EXPECT_EQ(ParseOptions({"create-empty", "--connection", "c"}).action, Action::kCreateEmpty);
   EXPECT_THROW(ParseOptions({"create-server", "f.db"}), UsageError);
+  EXPECT_EQ(ParseOptions({"create-rights", "--connection", "c"}).action, Action::kCreateRights);
+  EXPECT_THROW(ParseOptions({"create-rights", "f.db"}), UsageError);
   EXPECT_THROW(ParseOptions({"create-server"}), UsageError);
   EXPECT_THROW(ParseOptions({"create-other", "f.db"}), UsageError);
 }

@@ -161,7 +161,7 @@ TEST_F(Copying, AFailureAtAnyStatementLeavesNothing) {
     ExpectNothingMade();
   }
   // At the target: its k-th statement fails.
-  for (const int k : {2, 60, 170}) {
+  for (const int k : {2, 60, 103}) {
     {
       const auto server = OpenServer(engine_, "copied");
       server::Store to = StoreOf(*server);

@@ -87,6 +87,8 @@ void SqliteConnection::CommitTrans() { OpenEngine({}).transactions.Commit(); }
 
 void SqliteConnection::RollbackTrans() { OpenEngine({}).transactions.Rollback(); }
 
+void SqliteConnection::StoreInFile(bool they_do) { OpenEngine({}).statements.StoreInFile(they_do); }
+
 void SqliteConnection::RunScript(const std::string& script) { OpenEngine(script).handle.RunScript(script); }
 
 std::string SqliteConnection::Pragma(const std::string& name) const {

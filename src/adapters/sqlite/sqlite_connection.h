@@ -41,6 +41,10 @@ class DOSSIERKIT_EXPORT SqliteConnection : public ado::Connection {
   void CommitTrans() override;
   void RollbackTrans() override;
 
+  // Whether inserts, updates and deletes go to the tables of the database file where a temporary view of the
+  // same name stands before one; by default they do not, and fail.
+  void StoreInFile(bool they_do);
+
   // Runs a script of SQLite's own SQL, past the dialect: schemas and test data.
   void RunScript(const std::string& script);
   // What SQLite answers to a pragma, its first row's first column: settings and checks.

@@ -36,12 +36,15 @@ void AppendCell(ado::Snapshot& rows, sqlite3_stmt* prepared, int index) {
 Statements::Statements(const Handle& handle)
     : handle_(handle),
       tables_({[this] { return SchemaVersion(); },
-               [this](const std::string& table) { return ColumnsOf(table); }}) {}
+               [this](const std::string& table) { return ColumnsOf(table); }}),
+      renderer_(kRenderer) {}
+
+void Statements::StoreInFile(bool they_do) { renderer_.stored_in = they_do ? "main." : ""; }
 
 ado::Snapshot Statements::Run(const std::string& statement) {
-  jet::Statement translated = tables_.Translate(statement, kRenderer);
+  jet::Statement translated = tables_.Translate(statement, renderer_);
   if (translated.kind != jet::Statement::Kind::kUpdate) return Rows(translated, statement);
-  while (!TryUpdate(translated, statement)) translated = tables_.Translate(statement, kRenderer);
+  while (!TryUpdate(translated, statement)) translated = tables_.Translate(statement, renderer_);
   return {};
 }
 

@@ -8,6 +8,7 @@
 #include "platform/ado/snapshot.h"
 #include "platform/environment/value.h"
 #include "platform/jet/column_cache.h"
+#include "platform/jet/renderer.h"
 #include "platform/jet/statement.h"
 
 namespace dossierkit::sqlite {
@@ -19,6 +20,10 @@ class Statements {
 
   // The rows that one statement gives, no columns for one that gives none.
   ado::Snapshot Run(const std::string& statement);
+
+  // Inserts, updates and deletes go to the tables of the database file, also where a temporary view of the same
+  // name stands before one.
+  void StoreInFile(bool they_do);
 
  private:
   std::int64_t SchemaVersion();
@@ -32,6 +37,7 @@ class Statements {
   Prepared schema_version_;
   Prepared update_;  // the last one
   std::string update_shape_;
+  jet::Renderer renderer_;
 };
 
 }  // namespace dossierkit::sqlite

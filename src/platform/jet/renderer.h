@@ -56,6 +56,8 @@ struct Renderer {
 
   // The quote around a name that stood in brackets, written in small letters then; empty: it stays as it is.
   std::string_view name_quote = {};
+  // What stands before the table that a statement changes, as in "main."; nothing before those that it reads.
+  std::string_view stored_in = {};
   // The most bytes of a name that is given to a column of a result. A longer one becomes c1, c2, ..; 0: no
   // limit, and the engine gives names back as they were written.
   std::size_t longest_name = 0;

@@ -183,6 +183,7 @@ class Translator {
     }
     Require(IsWord(i) && At(i + 1).Is(")") && At(i + 2).Is("values") && At(i + 3).Is("("),
             "INSERT INTO 语句有错");
+    TakeStored(2);
     UseTable(At(2).Name());
     std::size_t value = i + 4;
     for (std::size_t column = 0; column < names.size(); ++column) {
@@ -199,6 +200,7 @@ class Translator {
   void TakeUpdate() {
     result_.kind = Statement::Kind::kUpdate;
     Require(IsWord(1) && At(2).Is("set"), "UPDATE 语句有错");
+    TakeStored(1);
     UseTable(At(1).Name());
     std::size_t name = 3;
     for (bool more = true; more;) {
@@ -216,7 +218,13 @@ class Translator {
   void TakeDelete() {
     result_.kind = Statement::Kind::kDelete;
     Require(At(1).Is("from") && IsWord(2) && (tokens_.size() == 3 || At(3).Is("where")), "DELETE 语句有错");
+    TakeStored(2);
     RequireKnownFunctions(3);
+  }
+
+  // The table that the statement changes.
+  void TakeStored(std::size_t table) {
+    if (!renderer_.stored_in.empty()) writer_.PutBefore(table, renderer_.stored_in);
   }
 
   void UseTable(std::string_view name) { columns_ = lookup_(name); }

@@ -116,6 +116,12 @@ void Writer::PutConstant(Value value, std::size_t behind) {
   KeepApart(behind);
 }
 
+void Writer::PutBefore(std::size_t behind, std::string_view text) {
+  WriteUpTo(behind);
+  CopyBytesUpTo(At(behind).position);
+  result_.text.append(text);
+}
+
 void Writer::PutAlias(const std::string& alias) {
   aliases_.emplace(environment::LowerCase(At(next_).Name()), alias);
   Put(alias, next_ + 1);

@@ -34,6 +34,8 @@ class Writer {
   void LeaveOutWithBlanksBefore(std::size_t behind);
   // Puts a constant in the place of the next tokens, up to `behind`.
   void PutConstant(environment::Value value, std::size_t behind);
+  // Writes all tokens before `behind`, and `text` before the one there.
+  void PutBefore(std::size_t behind, std::string_view text);
   // Puts an alias in the place of the next token; in an order it is then known by its former name.
   void PutAlias(const std::string& alias);
 

@@ -317,6 +317,24 @@ TEST(StrictEngine, LongAndDeepStatementsAreTranslatedWithEveryConstant) {
   EXPECT_EQ(Rendered("select A00 from A02 where " + deep).constants.size(), 1U);
 }
 
+TEST(Renderer, TheTableThatAStatementChangesIsNamedAsTheEngineWants) {
+  const Renderer renderer{.stored_in = "main."};
+  const ColumnLookup none = [](std::string_view) { return nullptr; };
+  for (const auto& [statement, text] : {
+           std::pair("insert into A02( A00 ,A0299) values('P','1')",
+                     "insert into main.A02( A00 ,A0299) values('P','1')"),
+           std::pair("update A02 set A0299 = A0299 +200 where a00='P'",
+                     "update main.A02 set A0299 = A0299 +200 where a00='P'"),
+           std::pair("delete from A02 where A00='P' ", "delete from main.A02 where A00='P'"),
+           std::pair("delete from [A02]", "delete from main.[A02]"),
+           std::pair("select * from A02 order by A0299", "select * from A02 order by A0299"),
+       })
+    EXPECT_EQ(Translate(statement, none, renderer).text, text);
+  const Statement insert = Translate("insert into T(a) values('x')", none, renderer);
+  ASSERT_EQ(insert.constants.size(), 1U);
+  EXPECT_EQ(insert.text.substr(insert.constants[0].position, insert.constants[0].size), "'x'");
+}
+
 TEST(Renderer, BackslashesAreDoubledWhereAnEngineTakesThemForItsOwn) {
   const Renderer engine{.doubles_backslashes = true};
   const auto text = [&](std::string_view statement) { return Translate(statement, ColumnsOf, engine).text; };

@@ -1,0 +1,107 @@
+// What the role for clerks may do on a server, and what it may not.
+#include "host/server/rights.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "adapters/sqlite/sqlite_connection.h"
+#include "host/server/copy.h"
+#include "host/server/own_rows.h"
+#include "platform/ado/recordset.h"
+#include "platform/environment/failure.h"
+#include "platform/environment/text.h"
+#include "tests/support/paths.h"
+#include "tests/support/program.h"
+#include "tests/support/servers.h"
+
+namespace dossierkit::tests {
+namespace {
+
+constexpr char kDatabase[] = "rights";
+
+class Rights : public testing::Test {
+ protected:
+  Rights() {
+    MakeDatabase(engine_, kDatabase);
+    sqlite::SqliteConnection sample(SampleDatabaseFile());
+    const auto made = OpenServer(engine_, kDatabase);
+    server::CopyDatabase(server::StoreOf(sample), server::StoreOf(*made));
+    server::PrepareRights(*made);
+    made->RunNative("create table salaries (a integer)");
+    if (engine_ == "postgresql") {
+      made->RunNative("drop role if exists zhang");
+      made->RunNative("create role zhang login password 'a clerk''s' in role dossierkit_clerk");
+    } else {
+      made->RunNative("create or replace user zhang@127.0.0.1 identified by 'a clerk''s'");
+      made->RunNative("grant dossierkit_clerk to zhang@127.0.0.1");
+      made->RunNative("set default role dossierkit_clerk for zhang@127.0.0.1");
+    }
+  }
+
+  // The connection string of the clerk.
+  std::string Clerk() const {
+    std::string clerk;
+    for (const std::string& attribute : environment::Split(ServerString(engine_, kDatabase), ";")) {
+      if (!attribute.starts_with("Uid=") && !attribute.starts_with("Pwd=")) clerk += attribute + ";";
+    }
+    return clerk + "Uid=zhang;Pwd=a clerk's";
+  }
+
+  const std::string engine_ = ServerOfThisRun();
+};
+
+TEST_F(Rights, AClerkWorksDossiers) {
+  odbc::OdbcConnection clerk(Clerk());
+  const auto one = [&](const std::string& query) {
+    return environment::TextOr(clerk.Execute(query)->Fields(0), "NULL");
+  };
+  clerk.Run(" delete from S_GUID ");
+  clerk.Run("insert into S_GUID(val) values('a')");
+  const std::string person = one("select id from S_GUID where val='a'").substr(1, 36);
+  ASSERT_EQ(person.size(), 36U);
+  clerk.Run("insert into A01( A00 ,A0136,A0199) values('" + person + "',1 ,1)");
+  EXPECT_EQ(one("select A0199 from A01 where A00='" + person + "'"), "13") << "1 is taken";
+  clerk.Run("insert into A02( A00 ,A0299,A0202) values('" + person + "','1','大学')");
+  clerk.Run("update A02 set A0299 = A0299 +200 where a00='" + person + "'");
+  clerk.Run("insert into A12( A00 ,A1201) values('" + person + "','成就')");
+  EXPECT_EQ(one("select count(*) from A02 where A00='" + person + "'  and A0299 = 201"), "1");
+  EXPECT_NE(one("select count(*) from A02"), "1") << "he sees all";
+  {
+    const server::OwnRows visit(clerk, person);
+    EXPECT_EQ(one("select count(*) from A02"), "1");
+    clerk.Run("insert into A02( A00 ,A0299) values('" + person + "','2')");
+    EXPECT_EQ(one("select count(*) from A02"), "2");
+    EXPECT_NE(one("select count(*) from A12"), "1");
+    EXPECT_NE(one("select count(*) from s_infoitem"), "0");
+    clerk.Run(" delete from S_GUID ");
+    clerk.Run("insert into S_GUID(val) values('a')");
+    EXPECT_EQ(one("select count(*) from S_GUID"), "1");
+  }
+  clerk.Run("delete from A01 where A00='" + person + "' ");
+  EXPECT_EQ(one("select count(*) from A02 where A00='" + person + "'"), "0");
+  EXPECT_EQ(one("select count(*) from A12 where A00='" + person + "'"), "0");
+}
+
+TEST_F(Rights, AClerkMayDoNothingElse) {
+  odbc::OdbcConnection clerk(Clerk());
+  for (const char* statement :
+       {"create table mine (a integer)", "drop table A01", "drop view S_GUID",
+        "alter table A02 add x integer", "create view mine as select * from A01", "truncate table A01",
+        "update s_infotable set tbldesc = 'x'", "delete from s_infoitem",
+        "insert into GB2261 (dmcod) values ('x')", "select * from salaries",
+        "insert into salaries values (1)", "select * from dossierkit_guid",
+        "drop trigger tr_A01_delete on a01", "create database mine", "create role mine"}) {
+    EXPECT_THROW(clerk.RunNative(statement), environment::Failure) << statement;
+  }
+  try {
+    clerk.Run("delete from s_infoitem");
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_TRUE(failure.description().starts_with("数据库错误：")) << failure.description();
+    EXPECT_EQ(failure.description().find("a clerk's"), std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace dossierkit::tests
