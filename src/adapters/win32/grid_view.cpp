@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "adapters/win32/rows.h"
+#include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
 
 namespace dossierkit::win32 {
@@ -32,6 +33,7 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
 }
 
 GridView::~GridView() {
+  if (WindowView* window = Window()) window->Tips().Forget(head_);
   if (head_) Context().application.Unlink(head_);
   if (height_) {
     if (Handle()) Ask(LVM_SETIMAGELIST, LVSIL_SMALL, 0);
@@ -83,6 +85,7 @@ std::optional<LRESULT> GridView::Receive(HWND window, const Message& message) {
     case WM_LBUTTONDBLCLK:
       if (const int row = RowUnder(GET_Y_LPARAM(message.low)); row >= 0) RowWanted(row);
       return 0;
+    case WM_MOUSEMOVE: ShowTip({GET_X_LPARAM(message.low), GET_Y_LPARAM(message.low)}); return std::nullopt;
     case WM_KEYDOWN:
       if (message.wide == VK_LEFT || message.wide == VK_RIGHT) Scroll(message.wide == VK_LEFT ? -1 : 1);
       return 0;
@@ -108,6 +111,9 @@ std::optional<LRESULT> GridView::Receive(HWND window, const Message& message) {
 
 std::optional<LRESULT> GridView::ReceiveHead(const Message& message) {
   switch (message.id) {
+    case WM_MOUSEMOVE:
+      ShowHeadTip({GET_X_LPARAM(message.low), GET_Y_LPARAM(message.low)});
+      return std::nullopt;
     case HDM_LAYOUT: {
       const LRESULT result = Native(head_, message);
       const auto& layout = *reinterpret_cast<const HDLAYOUT*>(message.low);
@@ -239,6 +245,43 @@ void GridView::ShowSelection() {
     }
   }
   Repaint();
+}
+
+void GridView::ShowTip(POINT at) {
+  std::wstring tip = windows::Wide(grid_.ToolTipText());
+  RECT place = {LVIR_BOUNDS, 0, 0, 0};
+  const int row = RowUnder(static_cast<int>(at.y));
+  if (row >= 0 && Ask(LVM_GETITEMRECT, static_cast<WPARAM>(row), &place)) {
+    LONG left = place.left;
+    for (std::size_t column = 0; column < grid_.ColumnCount(); ++column) {
+      const auto width = static_cast<LONG>(Ask(LVM_GETCOLUMNWIDTH, column, 0));
+      if (at.x >= left && at.x < left + width) {
+        const std::wstring text = CellText(row, static_cast<int>(column));
+        const int room = static_cast<int>(width) - 2 * GetMetrics().Scaled(kCellMargin);
+        if (GetLook().TextWidth(GetLook().FontOf(grid_.GetFont()), text) > room) tip = text;
+      }
+      left += width;
+    }
+  }
+  if (tip == tip_) return;
+  // Another cell: what shows of the one before goes.
+  tip_ = tip;
+  SetTip({});
+  SetTip(tip);
+}
+
+void GridView::ShowHeadTip(POINT at) const {
+  HDHITTESTINFO hit = {at, 0, -1};
+  SendMessageW(head_, HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+  std::wstring tip;
+  if (hit.iItem >= 0 && hit.iItem < static_cast<int>(grid_.ColumnCount())) {
+    const auto column = static_cast<std::size_t>(hit.iItem);
+    const std::wstring text = windows::Wide(grid_.Heading(column));
+    const int room =
+        static_cast<int>(Ask(LVM_GETCOLUMNWIDTH, column, 0)) - 2 * GetMetrics().Scaled(kCellMargin);
+    if (GetLook().TextWidth(GetLook().FontOf(grid_.HeadFont()), text) > room) tip = text;
+  }
+  if (WindowView* window = Window()) window->Tips().Set(head_, tip);
 }
 
 // --- painting ------------------------------------------------------------------------------------

@@ -1,6 +1,8 @@
 // GridView: the record list. Only rows in sight are ever formatted.
 #pragma once
 
+#include <string>
+
 #include "adapters/win32/box_frame.h"
 #include "adapters/win32/native_view.h"
 #include "platform/toolkit/controls/data_grid.h"
@@ -36,6 +38,9 @@ class GridView : public NativeView {
   std::optional<LRESULT> ReceiveHead(const Message& message);
   std::optional<LRESULT> HeadNotified(NMHDR& notice) const;
   int HeadHeight() const;
+  // What is cut off under the mouse stands whole in the tool tip.
+  void ShowTip(POINT at);
+  void ShowHeadTip(POINT at) const;
   template <typename T>
   LRESULT Ask(UINT id, WPARAM wide, T low) const {
     return SendMessageW(Handle(), id, wide, (LPARAM)low);
@@ -45,6 +50,7 @@ class GridView : public NativeView {
   HWND head_ = nullptr;
   HIMAGELIST height_ = nullptr;  // an empty picture, as high as a row
   BoxFrame frame_;
+  std::wstring tip_;
   unsigned filled_;  // the filling of the grid that the native list shows
 };
 

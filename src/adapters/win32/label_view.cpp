@@ -124,9 +124,8 @@ void LabelView::Paint(HDC device, const RECT& place) {
   for (int i = 0; i < shown; ++i, top += spacing) {
     std::wstring line = lines_[static_cast<std::size_t>(first_ + i)];
     // More of it follows.
-    const bool ended = i == shown - 1 && first_ + shown < static_cast<int>(lines_.size());
-    while (ended && !line.empty() && GetLook().TextWidth(font, line + L"…") > WidthOf(room)) line.pop_back();
-    if (ended) line += L"…";
+    if (i == shown - 1 && first_ + shown < static_cast<int>(lines_.size()))
+      line = Ended(std::move(line), font, WidthOf(room));
     PaintLine(device, font, ink, {room.left, top, room.right, top + spacing}, line,
               label_.AlignCenter() ? DT_CENTER : DT_LEFT);
   }

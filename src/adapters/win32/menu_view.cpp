@@ -6,6 +6,8 @@
 
 #include "adapters/win32/list_box_view.h"
 #include "adapters/win32/rows.h"
+#include "adapters/win32/text_lines.h"
+#include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
 #include "platform/files/disk.h"
 
@@ -40,6 +42,7 @@ MenuView::MenuView(ViewContext& context, toolkit::VerticalMenu& menu)
 }
 
 MenuView::~MenuView() {
+  if (WindowView* window = Window()) window->Tips().Forget(list_);
   if (list_) Context().application.Unlink(list_);
   for (const HICON icon : loaded_) DestroyIcon(icon);
   DeleteObject(ground_);
@@ -138,32 +141,45 @@ bool MenuView::Draw(const DRAWITEMSTRUCT& item) {
                static_cast<int>(place.top) + (HeightOf(place) - side) / 2, icon, side, side, 0, nullptr,
                DI_NORMAL);
   }
-  SetTextColor(item.hDC, selected ? colors.selected_text : enabled ? colors.ink : colors.faint_ink);
-  PaintText(item.hDC, place, windows::Wide(model.caption), selected);
+  const COLORREF ink = selected ? colors.selected_text : enabled ? colors.ink : colors.faint_ink;
+  const RECT room = TextPlace(place);
+  bool cut = false;
+  const std::vector<std::wstring> lines = LinesOfItem(row, WidthOf(room), cut);
+  const HFONT font = FontOfItem(row);
+  const int spacing = GetLook().LineHeight(font);
+  int top = static_cast<int>(room.top) + (HeightOf(room) - static_cast<int>(lines.size()) * spacing) / 2;
+  for (const std::wstring& line : lines) {
+    PaintLine(item.hDC, font, ink, {room.left, top, room.right, top + spacing}, line);
+    top += spacing;
+  }
   return true;
 }
 
-// In as many lines as a row has room for.
-void MenuView::PaintText(HDC device, const RECT& row, const std::wstring& caption, bool selected) {
-  toolkit::Font model = menu_.GetFont();
-  model.bold = selected;
-  const HFONT font = GetLook().FontOf(model);
-  const Selected drawn(device, font);
-  SetBkMode(device, TRANSPARENT);
+HFONT MenuView::FontOfItem(int row) const {
+  toolkit::Font font = menu_.GetFont();
+  font.bold = row == menu_.menuitemcur() - 1;
+  return GetLook().FontOf(font);
+}
+
+RECT MenuView::TextPlace(const RECT& row) {
   const Metrics& metrics = GetMetrics();
   const int icon = AnyIcon() ? metrics.Scaled(kIconSize) + metrics.Scaled(kGap) : 0;
-  RECT room = row;
-  room.left += metrics.Scaled(kBarWidth + kGap) + icon;
-  room.right -= metrics.Scaled(kRightMargin);
-  constexpr UINT kFormat = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX;
-  RECT needed = room;
-  const int size = static_cast<int>(caption.size());
-  DrawTextW(device, caption.c_str(), size, &needed, kFormat | DT_CALCRECT);
-  const int line = std::max(1, GetLook().LineHeight(font));
-  const int height = std::min(HeightOf(needed), HeightOf(row) / line * line);
-  room.top += (HeightOf(row) - height) / 2;
-  room.bottom = room.top + height;
-  DrawTextW(device, caption.c_str(), size, &room, kFormat | DT_END_ELLIPSIS);
+  return {row.left + metrics.Scaled(kBarWidth + kGap) + icon, row.top,
+          row.right - metrics.Scaled(kRightMargin), row.bottom};
+}
+
+std::vector<std::wstring> MenuView::LinesOfItem(int row, int width, bool& cut) {
+  const HFONT font = FontOfItem(row);
+  std::vector<std::wstring> lines =
+      LinesOf(windows::Wide(menu_.Items()[static_cast<std::size_t>(row)].caption), font, std::max(1, width));
+  const int spacing = std::max(1, GetLook().LineHeight(font));
+  const auto most = static_cast<std::size_t>(std::max(1, GetMetrics().Scaled(kRowHeight) / spacing));
+  cut = lines.size() > most;
+  if (cut) {
+    lines.resize(most);
+    lines.back() = Ended(std::move(lines.back()), font, width);
+  }
+  return lines;
 }
 
 // A choice from outside, by accessibility.
@@ -177,6 +193,14 @@ void MenuView::Hover(int row) {
   if (hovered_ == row) return;
   hovered_ = row;
   InvalidateRect(list_, nullptr, FALSE);
+  bool cut = false;
+  RECT place = {};
+  GetClientRect(list_, &place);
+  if (row >= 0) LinesOfItem(row, WidthOf(TextPlace(place)), cut);
+  if (WindowView* window = Window()) {
+    window->Tips().Set(list_, {});
+    if (cut) window->Tips().Set(list_, windows::Wide(menu_.Items()[static_cast<std::size_t>(row)].caption));
+  }
   TRACKMOUSEEVENT leave = {sizeof leave, TME_LEAVE, list_, 0};
   if (row >= 0) TrackMouseEvent(&leave);
 }

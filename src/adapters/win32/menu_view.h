@@ -35,7 +35,10 @@ class MenuView : public NativeView {
   bool AnyIcon();
   void Hover(int row);
   void Release(int row);
-  void PaintText(HDC device, const RECT& row, const std::wstring& caption, bool selected);
+  // The caption of an item as its row shows it, and whether that is not all of it.
+  std::vector<std::wstring> LinesOfItem(int row, int width, bool& cut);
+  HFONT FontOfItem(int row) const;
+  RECT TextPlace(const RECT& row);
   LRESULT Ask(UINT id, WPARAM wide = 0, LPARAM low = 0) const { return SendMessageW(list_, id, wide, low); }
 
   toolkit::VerticalMenu& menu_;

@@ -16,9 +16,9 @@ constexpr int kTabHeight = 12;  // besides the text
 
 TabStripView::TabStripView(ViewContext& context, toolkit::TabStrip& strip)
     : NativeView(context, strip, NativeWindow()), strip_(strip) {
-  tabs_ = CreateWindowExW(0, L"SysTabControl32", L"",
-                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TCS_OWNERDRAWFIXED | TCS_FOCUSNEVER, 0, 0,
-                          0, 0, Handle(), nullptr, OwnModule(), nullptr);
+  tabs_ =
+      CreateWindowExW(0, L"SysTabControl32", L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TCS_FOCUSNEVER, 0,
+                      0, 0, 0, Handle(), nullptr, OwnModule(), nullptr);
   if (tabs_) context.application.Link(tabs_, *this);
 }
 
@@ -87,28 +87,40 @@ std::optional<LRESULT> TabStripView::Notified(NMHDR& notice) {
 void TabStripView::Paint(HDC device, const RECT& place) {
   NativeView::Paint(device, place);
   RECT panel = place;
-  panel.top = Height() - 1;
+  panel.top = Height() - 1;  // which the tabs paint
   PaintEdge(device, panel, {GetLook().Colors().edge, 1, 0});
 }
 
-bool TabStripView::Draw(const DRAWITEMSTRUCT& item) {
-  const int tab = static_cast<int>(item.itemID);
-  if (tab < 0 || tab >= strip_.TabCount()) return true;
+void TabStripView::PaintTabs() const {
+  const Canvas canvas(tabs_);
+  const HDC device = canvas.Get();
   const Palette& colors = GetLook().Colors();
   const Metrics& metrics = GetMetrics();
-  const bool front = tab == strip_.Tab();
   const bool enabled = IsWindowEnabled(Handle());
-  Fill(item.hDC, item.rcItem, front ? colors.base : colors.bar);
-  if (front)
-    Fill(item.hDC, {item.rcItem.left, item.rcItem.top, item.rcItem.right, item.rcItem.top + metrics.Ring()},
-         colors.accent);
-  if (front && GetFocus() == tabs_)
-    PaintEdge(item.hDC, Inset(item.rcItem, metrics.Ring() + metrics.Edge()),
-              {colors.accent, metrics.Ring(), metrics.Radius()});
-  // Mnemonics are the model's.
-  PaintLine(item.hDC, GetLook().FontOf(strip_.GetFont()), enabled ? colors.ink : colors.faint_ink,
-            item.rcItem, windows::Wide(strip_.TabCaption(tab)), DT_CENTER);
-  return true;
+  const LONG end = canvas.Area().bottom;
+  Fill(device, canvas.Area(), colors.surface);
+  Fill(device, {0, end - 1, canvas.Area().right, end}, colors.edge);
+  for (int tab = 0; tab < strip_.TabCount(); ++tab) {
+    RECT place = {};
+    if (!Ask(TCM_GETITEMRECT, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&place))) continue;
+    const bool front = tab == strip_.Tab();
+    place.top = front ? 0 : metrics.Ring();
+    place.bottom = end;
+    PaintBox(device, {place.left, place.top, place.right, end + metrics.Radius()},
+             front ? colors.surface : colors.bar, {colors.edge, 1, metrics.Radius()});
+    // The one in front goes over into the panel.
+    if (front) {
+      Fill(device, {place.left + 1, place.top, place.right - 1, place.top + metrics.Ring()}, colors.accent);
+    } else {
+      Fill(device, {place.left, end - 1, place.right, end}, colors.edge);
+    }
+    if (front && GetFocus() == tabs_)
+      PaintEdge(device, Inset(place, metrics.Ring() + metrics.Edge()),
+                {colors.accent, metrics.Ring(), metrics.Radius()});
+    // Mnemonics are the model's.
+    PaintLine(device, GetLook().FontOf(strip_.GetFont()), enabled ? colors.ink : colors.faint_ink, place,
+              windows::Wide(strip_.TabCaption(tab)), DT_CENTER);
+  }
 }
 
 std::optional<LRESULT> TabStripView::Receive(HWND window, const Message& message) {
@@ -121,12 +133,8 @@ std::optional<LRESULT> TabStripView::Receive(HWND window, const Message& message
       if (tab >= 0) Report([this, tab] { strip_.UserSelectTab(tab); });
       return 0;
     }
-    case WM_ERASEBKGND: {
-      RECT place = {};
-      GetClientRect(window, &place);
-      Fill(reinterpret_cast<HDC>(message.wide), place, GetLook().Colors().surface);
-      return 1;
-    }
+    case WM_ERASEBKGND: return 1;
+    case WM_PAINT: PaintTabs(); return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: InvalidateRect(tabs_, nullptr, TRUE); return std::nullopt;
     // The model turns by keys.

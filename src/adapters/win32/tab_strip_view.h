@@ -14,7 +14,6 @@ class TabStripView : public NativeView {
   HWND FocusHandle() const override { return tabs_; }
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   std::optional<LRESULT> Notified(NMHDR& notice) override;
-  bool Draw(const DRAWITEMSTRUCT& item) override;
   void Lost() override;
 
  protected:
@@ -27,6 +26,7 @@ class TabStripView : public NativeView {
  private:
   void Arrange();
   int Height() const;
+  void PaintTabs() const;
   LRESULT Ask(UINT id, WPARAM wide = 0, LPARAM low = 0) const { return SendMessageW(tabs_, id, wide, low); }
 
   toolkit::TabStrip& strip_;

@@ -52,4 +52,24 @@ std::vector<std::wstring> LinesOf(const std::wstring& text, HFONT font, int widt
   return lines;
 }
 
+std::wstring Ended(std::wstring line, HFONT font, int width) {
+  const HDC screen = GetDC(nullptr);
+  {
+    const Selected selected(screen, font);
+    const auto fits = [&] {
+      const std::wstring ended = line + L"…";
+      SIZE size = {};
+      GetTextExtentPoint32W(screen, ended.data(), static_cast<int>(ended.size()), &size);
+      return size.cx <= width;
+    };
+    while (!line.empty() && !fits()) {
+      const bool half = IsLowHalf(line.back());
+      line.pop_back();
+      if (half && !line.empty()) line.pop_back();
+    }
+  }
+  ReleaseDC(nullptr, screen);
+  return line + L"…";
+}
+
 }  // namespace dossierkit::win32

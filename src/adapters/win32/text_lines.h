@@ -12,4 +12,7 @@ namespace dossierkit::win32 {
 // room, between words if it can.
 std::vector<std::wstring> LinesOf(const std::wstring& text, HFONT font, int width);
 
+// A line that ends in "…" within that width, since more of its text follows.
+std::wstring Ended(std::wstring line, HFONT font, int width);
+
 }  // namespace dossierkit::win32
