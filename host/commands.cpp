@@ -32,12 +32,13 @@ void Create(const Options& options, const std::filesystem::path& source,
 #endif
 }
 
-void CreateRights(const Options& options) {
+// What only a server has.
+void RunOnServer(const Options& options) {
   if (FileOf(options.connection))
     throw environment::Failure(environment::kInvalidCall,
-                               "数据库文件没有角色，请指定数据库服务器的连接字符串。");
+                               "数据库文件没有角色和修改记录，请指定数据库服务器的连接字符串。");
 #ifdef DOSSIERKIT_SERVERS
-  PrepareRights(options);
+  RunServerCommand(options);
 #else
   OpenUnchecked(options);
 #endif
@@ -87,7 +88,9 @@ std::optional<int> RunCommand(const Options& options) {
     case Options::Action::kVersion: std::cout << "dossier " << kVersion << "\n"; return 0;
     case Options::Action::kCreateSample: Create(options, SampleDatabase(), CreateSample); return 0;
     case Options::Action::kCreateEmpty: Create(options, EmptyDatabase(), CreateEmpty); return 0;
-    case Options::Action::kCreateRights: CreateRights(options); return 0;
+    case Options::Action::kCreateRights:
+    case Options::Action::kCreateAudit:
+    case Options::Action::kHistory: RunOnServer(options); return 0;
     case Options::Action::kCopy: Copy(options); return 0;
     case Options::Action::kCheck: return RunCheck(options);
     case Options::Action::kPeople:

@@ -11,6 +11,7 @@
 #include "adapters/sqlite/sqlite_connection.h"
 #include "host/database.h"
 #include "host/paths.h"
+#include "host/server/audit.h"
 #include "host/server/copy.h"
 #include "host/server/rights.h"
 #include "host/system.h"
@@ -117,6 +118,11 @@ void Tell(const std::vector<server::CopiedTable>& copied) {
   std::cout << "共 " << copied.size() << " 张表、" << rows << " 行，已经复制，核对一致。\n";
 }
 
+const char* ActionOf(const server::Change& change) {
+  if (change.action == "insert") return "增加";
+  return change.action == "update" ? "修改" : "删除";
+}
+
 }  // namespace
 
 void CopyTo(const Options& options, const std::string& source) {
@@ -125,9 +131,18 @@ void CopyTo(const Options& options, const std::string& source) {
   CopyWithBar(StoreOf(from), StoreOf(*to));
 }
 
-void PrepareRights(const Options& options) {
+void RunServerCommand(const Options& options) {
+  const auto connection = OpenUnchecked(options);
   // Nothing else than a server's is left.
-  server::PrepareRights(dynamic_cast<odbc::OdbcConnection&>(*OpenUnchecked(options)));
+  auto& server = dynamic_cast<odbc::OdbcConnection&>(*connection);
+  if (options.action == Options::Action::kCreateRights) return server::PrepareRights(server);
+  if (options.action == Options::Action::kCreateAudit) return server::PrepareAudit(server);
+  for (const server::Change& change : server::HistoryOf(server, options.person)) {
+    std::cout << change.time << " " << change.user << " " << environment::UpperCase(change.table) << " "
+              << ActionOf(change) << "\n";
+    if (!change.before.empty()) std::cout << "  前 " << change.before << "\n";
+    if (!change.after.empty()) std::cout << "  后 " << change.after << "\n";
+  }
 }
 
 void CopyAndTell(const std::string& from, const std::string& to) {

@@ -11,8 +11,8 @@ namespace dossierkit::host {
 // Throws a Failure.
 void CopyTo(const Options& options, const std::string& source);
 
-// Makes roles and rights on the server that the options name. Throws a Failure.
-void PrepareRights(const Options& options);
+// create-rights, create-audit and history on the server that the options name. Throws a Failure.
+void RunServerCommand(const Options& options);
 
 // Copies a whole database, each named by a file or a connection string, with a bar on a terminal, and prints
 // a line for each table: its rows and its checksum. A file is there under its name once it is whole. Throws a

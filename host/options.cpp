@@ -14,12 +14,14 @@ constexpr char kVisitUsage[] =
     "               [--person ID | --new] [--operation-type N] [--person-type N]\n"
     "               [--trace-sql FILE] [--tour DIR]";
 
-constexpr std::array<std::pair<std::string_view, const char*>, 6> kCommandUsages = {{
+constexpr std::array<std::pair<std::string_view, const char*>, 8> kCommandUsages = {{
     {"check", "dossier check [FILE | --database FILE | --connection STRING] [--photos DIR] [--json]"},
     {"create-sample", "dossier create-sample FILE | --connection STRING"},
     {"create-empty", "dossier create-empty FILE | --connection STRING"},
     {"create-server", "dossier create-server --connection STRING"},
     {"create-rights", "dossier create-rights --connection STRING"},
+    {"create-audit", "dossier create-audit --connection STRING"},
+    {"history", "dossier history --person ID --connection STRING"},
     {"copy", "dossier copy --from FILE|STRING --to FILE|STRING"},
 }};
 
@@ -59,18 +61,32 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         options.action = Options::Action::kCreateEmpty;
       } else if (argument == "create-rights") {
         options.action = Options::Action::kCreateRights;
+      } else if (argument == "create-audit") {
+        options.action = Options::Action::kCreateAudit;
       } else if (argument == "create-sample" || argument == "create-server") {
         options.action = Options::Action::kCreateSample;
       } else {
         throw UsageError("unknown argument '" + argument + "'");
       }
       const bool is_on_server = next < arguments.size() && arguments[next] == "--connection";
-      if ((argument == "create-server" || argument == "create-rights") && !is_on_server)
+      if (argument != "create-sample" && argument != "create-empty" && !is_on_server)
         throw UsageError(argument + " takes --connection");
       if (is_on_server) ++next;
       (is_on_server ? options.connection : options.file) = value_of(is_on_server ? "--connection" : argument);
       if (next != arguments.size())
         throw UsageError(argument + (is_on_server ? " takes one connection string" : " takes one file"));
+      return options;
+    }
+    if (argument == "history" && next == 1) {
+      options.action = Options::Action::kHistory;
+      while (next < arguments.size()) {
+        const std::string& which = arguments[next++];
+        if (which != "--person" && which != "--connection")
+          throw UsageError("history takes --person and --connection");
+        (which == "--person" ? options.person : options.connection) = value_of(which);
+      }
+      if (options.person.empty() || options.connection.empty())
+        throw UsageError("history takes --person and --connection");
       return options;
     }
     if (argument == "copy" && next == 1) {
@@ -178,6 +194,8 @@ Without --person or --new: a window with the people of the database.
   create-server         the same as create-sample, on a server; docs/servers.md tells how one is set up
   create-rights         makes on a server the role dossierkit_clerk, which may work dossiers and nothing else, and
                         what a visit needs that sees its own person's rows only
+  create-audit          has every change of a record on a server written down from now on
+  history               shows who changed a person's records when, with each row before and after
   copy                  moves a database between a file and a server, or two servers, each named by a file or a
                         connection string; the target must be empty, and both sides are compared
 

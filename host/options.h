@@ -17,6 +17,8 @@ struct Options {
     kCreateSample,
     kCreateEmpty,
     kCreateRights,
+    kCreateAudit,
+    kHistory,
     kCopy,
     kCheck,
     kHelp,

@@ -36,6 +36,7 @@ std::vector<std::string> PostgresqlStatements(const Schema& schema) {
       "$$",
       "create or replace trigger tr_dossierkit_drawn after insert on dossierkit_guid "
       "for each row execute function tr_dossierkit_drawn()",
+      "grant select, insert, update, delete on dossierkit_open to dossierkit_clerk, dossierkit_visit",
   };
   for (const Table& table : schema.tables) {
     const std::string name = QuotedName("PostgreSQL", table.name);
@@ -71,6 +72,7 @@ std::vector<std::string> MariadbStatements(const Schema& schema, const std::stri
       "2, 36)); "
       "end if",
       "grant select, insert, delete on " + base + "dossierkit_visit to dossierkit_clerk",
+      "grant select, insert, update, delete on " + base + "dossierkit_open to dossierkit_clerk",
       "grant execute on function " + base + "dossierkit_node to dossierkit_clerk",
   };
   for (const Table& table : schema.tables) {

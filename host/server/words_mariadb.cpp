@@ -49,11 +49,16 @@ constexpr std::string_view kTriggers[] = {
     "if new.A0199 > 32767 then signal sqlstate '45000' "
     "set message_text = '人员编号 A0199 已经用到 32767，不能再增加人员'; end if; "
     "end if; end if; end",
+    // Who has a person open; the case of persons is folded.
+    "create table if not exists dossierkit_open (person varchar(36) primary key, clerk varchar(128) not "
+    "null, "
+    "lease_end datetime(6) not null)" DOSSIERKIT_TABLE,
 };
 
 constexpr std::string_view kDrops[] = {"drop view if exists S_GUID", "drop table if exists dossierkit_guid",
                                        "drop function if exists dossierkit_node",
-                                       "drop table if exists dossierkit_number"};
+                                       "drop table if exists dossierkit_number",
+                                       "drop table if exists dossierkit_open"};
 
 }  // namespace
 

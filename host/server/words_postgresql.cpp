@@ -33,6 +33,9 @@ constexpr std::string_view kTriggers[] = {
     "if new.a0199 > 32767 then raise exception '人员编号 A0199 已经用到 32767，不能再增加人员'; end if; "
     "end if; return new; end $$",
     "create trigger tr_a01_number before insert on a01 for each row execute function tr_a01_number()",
+    // Who has a person open; the case of persons is folded.
+    "create table dossierkit_open (person varchar(36) primary key, clerk varchar(128) not null, "
+    "lease_end timestamp with time zone not null)",
 };
 
 constexpr std::string_view kDrops[] = {"drop view if exists s_guid", "drop table if exists dossierkit_guid"};

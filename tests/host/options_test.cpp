@@ -69,6 +69,13 @@ TEST(Options, ADatabaseIsMadeOnAServerByItsConnectionString) {
   EXPECT_THROW(ParseOptions({"create-server", "f.db"}), UsageError);
   EXPECT_EQ(ParseOptions({"create-rights", "--connection", "c"}).action, Action::kCreateRights);
   EXPECT_THROW(ParseOptions({"create-rights", "f.db"}), UsageError);
+  EXPECT_EQ(ParseOptions({"create-audit", "--connection", "c"}).action, Action::kCreateAudit);
+  const Options history = ParseOptions({"history", "--person", "P", "--connection", "c"});
+  EXPECT_EQ(history.action, Action::kHistory);
+  EXPECT_EQ(history.person, "P");
+  EXPECT_EQ(history.connection, "c");
+  EXPECT_THROW(ParseOptions({"history", "--person", "P"}), UsageError);
+  EXPECT_THROW(ParseOptions({"history", "--connection", "c", "--new"}), UsageError);
   EXPECT_THROW(ParseOptions({"create-server"}), UsageError);
   EXPECT_THROW(ParseOptions({"create-other", "f.db"}), UsageError);
 }

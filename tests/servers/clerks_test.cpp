@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -11,6 +12,7 @@
 
 #include "adapters/sqlite/sqlite_connection.h"
 #include "host/server/copy.h"
+#include "host/server/opened.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
@@ -163,6 +165,43 @@ TEST_F(Clerks, NoNumberGoesBeyondTheLargest) {
     EXPECT_EQ(failure.description(), "数据库错误：人员编号 A0199 已经用到 32767，不能再增加人员。");
   }
   EXPECT_EQ(One(*database, "select count(*) from A01 where A00='R'"), "0");
+}
+
+TEST_F(Clerks, ASecondClerkIsToldWhoHasAPersonOpen) {
+  using std::chrono::seconds;
+  const auto one = Open();
+  const auto other = Open();
+  EXPECT_EQ(server::MarkOpen(*one, "P", "张@甲机", seconds(60)), std::nullopt);
+  EXPECT_EQ(server::MarkOpen(*other, "p", "李@乙机", seconds(60)), "张@甲机");
+  EXPECT_EQ(server::MarkOpen(*one, "P", "张@甲机", seconds(60)), std::nullopt) << "his own begins anew";
+  EXPECT_EQ(server::MarkOpen(*other, "Q", "李@乙机", seconds(60)), std::nullopt);
+  server::UnmarkOpen(*other, "P", "李@乙机");
+  EXPECT_EQ(server::MarkOpen(*other, "P", "李@乙机", seconds(60)), "张@甲机") << "another's mark stays";
+  server::UnmarkOpen(*one, "P", "张@甲机");
+  EXPECT_EQ(server::MarkOpen(*other, "P", "李@乙机", seconds(60)), std::nullopt);
+}
+
+TEST_F(Clerks, AMarkEndsWithItsLease) {
+  using std::chrono::seconds;
+  const auto one = Open();
+  EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(-1)), std::nullopt);
+  EXPECT_EQ(server::MarkOpen(*one, "P", "李", seconds(60)), std::nullopt);
+  EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(60)), "李");
+}
+
+TEST_F(Clerks, OfSeveralWhoOpenAPersonAtOnceOneIsTheFirst) {
+  ASSERT_EQ(RunInProcesses(kClerks,
+                           [&](int clerk) {
+                             const auto database = Open();
+                             const auto other = server::MarkOpen(
+                                 *database, "P", "clerk" + std::to_string(clerk), std::chrono::seconds(60));
+                             std::ofstream(FileOf(clerk)) << other.value_or("first") << "\n";
+                           }),
+            0);
+  const auto told = Written();
+  ASSERT_EQ(told.size(), 16U);
+  EXPECT_EQ(std::count(told.begin(), told.end(), "first"), 1);
+  EXPECT_EQ(std::set<std::string>(told.begin(), told.end()).size(), 2U) << "all others are told one name";
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 #include <string>
 
 #include "adapters/sqlite/sqlite_connection.h"
+#include "host/server/audit.h"
 #include "host/server/copy.h"
+#include "host/server/opened.h"
 #include "host/server/own_rows.h"
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
@@ -28,6 +30,7 @@ class Rights : public testing::Test {
     const auto made = OpenServer(engine_, kDatabase);
     server::CopyDatabase(server::StoreOf(sample), server::StoreOf(*made));
     server::PrepareRights(*made);
+    server::PrepareAudit(*made);
     made->RunNative("create table salaries (a integer)");
     if (engine_ == "postgresql") {
       made->RunNative("drop role if exists zhang");
@@ -83,6 +86,23 @@ TEST_F(Rights, AClerkWorksDossiers) {
   EXPECT_EQ(one("select count(*) from A12 where A00='" + person + "'"), "0");
 }
 
+TEST_F(Rights, WhatAClerkChangesIsWrittenDownUnderHisName) {
+  odbc::OdbcConnection clerk(Clerk());
+  {
+    const server::OwnRows visit(clerk, "P");
+    clerk.Run("insert into A02( A00 ,A0299) values('P','1')");
+  }
+  const auto changes = server::HistoryOf(*OpenServer(engine_, kDatabase), "P");
+  ASSERT_EQ(changes.size(), 1U);
+  EXPECT_TRUE(changes[0].user.starts_with("zhang")) << changes[0].user;
+}
+
+TEST_F(Rights, AClerkMarksWhomHeHasOpen) {
+  odbc::OdbcConnection clerk(Clerk());
+  EXPECT_EQ(server::MarkOpen(clerk, "P", "张", std::chrono::seconds(60)), std::nullopt);
+  server::UnmarkOpen(clerk, "P", "张");
+}
+
 TEST_F(Rights, AClerkMayDoNothingElse) {
   odbc::OdbcConnection clerk(Clerk());
   for (const char* statement :
@@ -90,8 +110,9 @@ TEST_F(Rights, AClerkMayDoNothingElse) {
         "alter table A02 add x integer", "create view mine as select * from A01", "truncate table A01",
         "update s_infotable set tbldesc = 'x'", "delete from s_infoitem",
         "insert into GB2261 (dmcod) values ('x')", "select * from salaries",
-        "insert into salaries values (1)", "select * from dossierkit_guid",
-        "drop trigger tr_A01_delete on a01", "create database mine", "create role mine"}) {
+        "insert into salaries values (1)", "select * from dossierkit_guid", "select * from dossierkit_audit",
+        "delete from dossierkit_audit", "drop trigger tr_A01_delete on a01", "create database mine",
+        "create role mine"}) {
     EXPECT_THROW(clerk.RunNative(statement), environment::Failure) << statement;
   }
   try {

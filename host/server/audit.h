@@ -1,0 +1,28 @@
+// Audit on a server: who changed which record when, and from what into what.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "adapters/odbc/odbc_connection.h"
+
+namespace dossierkit::server {
+
+// From now on every change of a row of the information sets is written down, by whatever program. Doing it
+// again, as after a new set, does no harm. Throws a Failure: its user needs the right to make triggers.
+void PrepareAudit(odbc::OdbcConnection& server);
+
+struct Change {
+  std::string time;    // of the server, yyyy-mm-dd hh:mm:ss
+  std::string user;    // of the connection
+  std::string table;   // in small letters
+  std::string action;  // "insert", "update" or "delete"
+  std::string before;  // the row as a JSON object, empty for a new one
+  std::string after;   // empty for one that was deleted
+};
+
+// The changes of a person's rows, the oldest first; none where nothing was written down. Throws a Failure
+// where the audit was not prepared.
+std::vector<Change> HistoryOf(odbc::OdbcConnection& server, const std::string& person);
+
+}  // namespace dossierkit::server
