@@ -84,24 +84,23 @@ void TreeBoxView::Fold(int node, bool expanded) {
   });
 }
 
-// By the view itself, or from outside (accessibility).
+std::optional<LRESULT> TreeBoxView::Receive(HWND window, const Message& message) {
+  if (message.id != TVM_EXPAND || IsShowing()) return ItemView::Receive(window, message);
+  // From outside (accessibility): Windows tells it the first time at most.
+  const auto item = reinterpret_cast<HTREEITEM>(message.low);
+  const int node = NodeOf(item);
+  if (node == kNoNode || PlaceOf(node) >= open_.size()) return 0;
+  AddChildren(node);
+  const LRESULT result = Native(window, message);
+  const bool expanded = Ask(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_EXPANDED) & TVIS_EXPANDED;
+  open_[PlaceOf(node)] = expanded;
+  Fold(node, expanded);
+  return result;
+}
+
 std::optional<LRESULT> TreeBoxView::Notified(NMHDR& notice) {
   const auto is = [&notice](int code) { return notice.code == static_cast<UINT>(code); };
   if (is(NM_CUSTOMDRAW)) return PaintNode(reinterpret_cast<NMTVCUSTOMDRAW&>(notice));
-  if (is(TVN_ITEMEXPANDEDW)) {
-    const auto& changed = reinterpret_cast<const NMTREEVIEWW&>(notice);
-    const int node = static_cast<int>(changed.itemNew.lParam);
-    const bool expanded = changed.action & TVE_EXPAND;
-    if (PlaceOf(node) < open_.size()) open_[PlaceOf(node)] = expanded;
-    if (!IsShowing()) Fold(node, expanded);
-    return 0;
-  }
-  if (is(TVN_ITEMEXPANDINGW)) {
-    const auto& changing = reinterpret_cast<const NMTREEVIEWW&>(notice);
-    const auto showing = Showing();
-    if (changing.action & TVE_EXPAND) AddChildren(static_cast<int>(changing.itemNew.lParam));
-    return FALSE;
-  }
   if (is(TVN_SELCHANGEDW) && !IsShowing()) {
     const int node = NodeOf(reinterpret_cast<const NMTREEVIEWW&>(notice).itemNew.hItem);
     if (node != kNoNode && node != tree_.SelectedItem()) ReportAndShow([&] { tree_.UserSelect(node); });

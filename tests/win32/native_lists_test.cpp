@@ -1,0 +1,226 @@
+// Native lists, trees, tabs and menus: choices from outside, many rows, what is made when.
+#include "tests/win32/native_test.h"
+
+namespace dossierkit::views {
+namespace {
+
+using NativeLists = NativeTest;
+
+TEST_F(NativeLists, AChoiceFromOutsideIsTheUsers) {
+  Pick([&] {
+    picker->strip->SetTab(1);
+    picker->FillList(5);
+    const HWND list = Native("list");
+    tests::RunMessages();
+    Ask(list, LB_SETCURSEL, 3);
+    Ask(GetParent(list), WM_COMMAND, MAKEWPARAM(0, LBN_SELCHANGE), list);
+    EXPECT_EQ(picker->list->ListIndex(), 3);
+    EXPECT_EQ(driver->Focus(), "list");
+    user.Click("txtDm");
+    Refuse(*picker->box);
+    Ask(list, LB_SETCURSEL, 1);
+    Ask(GetParent(list), WM_COMMAND, MAKEWPARAM(0, LBN_SELCHANGE), list);
+    EXPECT_EQ(picker->list->ListIndex(), 3);
+    EXPECT_EQ(driver->Row("list"), 3) << "goes back";
+  });
+}
+
+TEST_F(NativeLists, TheRowUnderAPointIsToldToTheLastOfManyAndNotBelow) {
+  Pick([&] {
+    picker->strip->SetTab(1);
+    picker->FillList(70'000);
+    tests::RunMessages();
+    const HWND list = Native("list");
+    EXPECT_EQ(picker->list->RowAt(150, 15), 0);
+    Ask(list, LB_SETTOPINDEX, 65'534);
+    EXPECT_EQ(picker->list->RowAt(150, 15), 65'534);
+    const int height = static_cast<int>(Ask(list, LB_GETITEMHEIGHT)) * 15;
+    EXPECT_EQ(picker->list->RowAt(150, 15 + 3 * height), 65'537);
+    picker->list->Clear();
+    picker->FillList(2);
+    tests::RunMessages();
+    EXPECT_EQ(picker->list->RowAt(150, 15 + height), 1);
+    EXPECT_EQ(picker->list->RowAt(150, 15 + 2 * height), -1);
+    EXPECT_EQ(picker->list->RowAt(150, 9'000), -1);
+  });
+}
+
+TEST_F(NativeLists, AKeyThatTheModelLeavesChoosesNothing) {
+  Pick([&] {
+    picker->strip->SetTab(1);
+    picker->list->AddItem("a");
+    picker->list->AddItem("b");
+    user.ClickListRow("list", 0);
+    user.Type("b");
+    EXPECT_EQ(driver->Row("list"), 0);
+    EXPECT_EQ(picker->list->ListIndex(), 0);
+  });
+}
+
+TEST_F(NativeLists, TheChosenRowIsDarkWithTheKeyboardAndPaleWithout) {
+  Pick([&] {
+    picker->strip->SetTab(1);
+    picker->FillList(3);
+    user.ClickListRow("list", 1);
+    const HWND list = Native("list");
+    const int middle = static_cast<int>(Ask(list, LB_GETITEMHEIGHT)) * 3 / 2;
+    EXPECT_EQ(ColorAt(list, 150, middle), RGB(0x2B, 0x6C, 0xB0));
+    user.Click("txtDm");
+    EXPECT_EQ(ColorAt(list, 150, middle), RGB(0xD3, 0xE4, 0xF7));
+    EXPECT_EQ(ColorAt(list, 1, middle), RGB(0x2B, 0x6C, 0xB0)) << "the bar";
+    EXPECT_EQ(ColorAt(list, 150, middle * 2), RGB(0xFF, 0xFF, 0xFF));
+  });
+}
+
+// --- trees ---------------------------------------------------------------------------------------
+
+TEST_F(NativeLists, ATreeMakesItsNodesWhenTheyComeIntoSight) {
+  Pick([&] {
+    picker->FillTree();
+    const HWND tree = Native("tree");
+    tests::RunMessages();
+    EXPECT_EQ(Ask(tree, TVM_GETCOUNT), 2);
+    user.FoldNode("tree", "G1");
+    EXPECT_EQ(Ask(tree, TVM_GETCOUNT), 4);
+    picker->tree->SetSelectedItem(picker->tree->Nodes().Find("G111").Index());
+    tests::RunMessages();
+    EXPECT_EQ(Ask(tree, TVM_GETCOUNT), 5);
+  });
+}
+
+TEST_F(NativeLists, ATreeThatIsFoldedOrChosenFromOutsideIsTheUsers) {
+  Pick([&] {
+    picker->FillTree();
+    const HWND tree = Native("tree");
+    tests::RunMessages();
+    const auto first = TreeView_GetRoot(tree);
+    Ask(tree, TVM_EXPAND, TVE_EXPAND, first);
+    EXPECT_TRUE(picker->tree->Nodes().Find("G1").Expanded());
+    EXPECT_EQ(driver->Rows("tree"), 4);
+    Ask(tree, TVM_SELECTITEM, TVGN_CARET, TreeView_GetChild(tree, first));
+    EXPECT_EQ(picker->Selected(), "G11");
+    Ask(tree, TVM_EXPAND, TVE_COLLAPSE, first);
+    EXPECT_FALSE(picker->tree->Nodes().Find("G1").Expanded());
+    EXPECT_EQ(driver->Node("tree"), "高等教育");
+  });
+}
+
+TEST_F(NativeLists, ATreeThatMayNotBeEnteredFoldsBack) {
+  Pick([&] {
+    picker->FillTree();
+    tests::RunMessages();
+    picker->strip->SetTab(1);
+    user.Click("txtDm");
+    Refuse(*picker->box);
+    picker->strip->SetTab(0);
+    const HWND tree = Native("tree");
+    Ask(tree, TVM_EXPAND, TVE_EXPAND, TreeView_GetRoot(tree));
+    EXPECT_FALSE(picker->tree->Nodes().Find("G1").Expanded());
+    EXPECT_EQ(driver->Rows("tree"), 2);
+  });
+}
+
+TEST_F(NativeLists, ADoubleClickOnANodeTellsItAndFolds) {
+  Pick([&] {
+    picker->FillTree();
+    On(picker->tree->DblClick, [&] { log.push_back(picker->Selected()); });
+    user.ClickNode("tree", "G1");
+    user.DoubleClick("tree");
+    EXPECT_EQ(TakeLog(), Log{"G1"});
+    EXPECT_EQ(driver->Rows("tree"), 4);
+  });
+}
+
+// --- tabs and menus ------------------------------------------------------------------------------
+
+TEST_F(NativeLists, ATabFromOutsideIsTheUsers) {
+  Pick([&] {
+    const HWND tabs = Part("Tab1", WC_TABCONTROLW);
+    Ask(tabs, TCM_SETCURFOCUS, 1);
+    EXPECT_EQ(picker->strip->Tab(), 1);
+    EXPECT_TRUE(driver->InSight("txtDm"));
+    user.Click("txtDm");
+    Refuse(*picker->box);
+    Ask(tabs, TCM_SETCURFOCUS, 0);
+    EXPECT_EQ(picker->strip->Tab(), 1);
+    EXPECT_EQ(driver->Row("Tab1"), 1) << "goes back";
+  });
+}
+
+TEST_F(NativeLists, AMenuIsClickedWhereTheButtonWentDown) {
+  Visit([&] {
+    const auto menu = form->Get<toolkit::VerticalMenu>("VMenu1");
+    On(menu->MenuItemClick, [&](std::int32_t&, std::int32_t& item) { log.push_back(std::to_string(item)); });
+    const HWND list = Part("VMenu1", L"LISTBOX");
+    Drag(list, {20, 10}, {20, 60});
+    EXPECT_EQ(TakeLog(), Log{});
+    Drag(list, {20, 60}, {20, 62});
+    EXPECT_EQ(TakeLog(), Log{"2"});
+    Drag(list, {20, 300}, {20, 300});
+    EXPECT_EQ(TakeLog(), Log{}) << "below the last item";
+  });
+}
+
+TEST_F(NativeLists, AMenuItemThatIsMarkedFromOutsideIsMarkedAndNotClicked) {
+  Visit([&] {
+    const auto menu = form->Get<toolkit::VerticalMenu>("VMenu1");
+    On(menu->MenuItemClick, [&](std::int32_t&, std::int32_t& item) { log.push_back(std::to_string(item)); });
+    const HWND list = Part("VMenu1", L"LISTBOX");
+    Ask(list, LB_SETCURSEL, 2);
+    Ask(GetParent(list), WM_COMMAND, MAKEWPARAM(0, LBN_SELCHANGE), list);
+    EXPECT_EQ(menu->Marked(), 3);
+    EXPECT_EQ(TakeLog(), Log{});
+    EXPECT_EQ(driver->Focus(), "VMenu1");
+  });
+}
+
+TEST_F(NativeLists, AMenuHasTheCaptionsOfItsItems) {
+  Visit([&] {
+    const auto menu = form->Get<toolkit::VerticalMenu>("VMenu1");
+    menu->set_menuitemcur(2);
+    menu->set_menuitemcaption("工作经历");
+    menu->set_menuitemicon("/nowhere\\none.ico");
+    const HWND list = Part("VMenu1", L"LISTBOX");
+    wchar_t text[40] = {};
+    Ask(list, LB_GETTEXT, 1, static_cast<wchar_t*>(text));
+    EXPECT_STREQ(static_cast<wchar_t*>(text), L"工作经历");
+    menu->set_menuitemsmax(7);
+    EXPECT_EQ(Ask(list, LB_GETCOUNT), 7);
+  });
+}
+
+// --- toolbars ------------------------------------------------------------------------------------
+
+TEST_F(NativeLists, AToolbarButtonIsClickedWhereTheButtonWentDown) {
+  Visit([&] {
+    On(form->Get<toolkit::Toolbar>("TbMain")->ButtonClick,
+       [&](toolkit::ToolbarButton& button) { log.push_back(button.Key()); });
+    user.Click("txtName");
+    const HWND add = Mouse().ToolbarButton("Add");
+    Drag(add, {5, 5}, {5, 500});
+    Drag(add, {5, 5}, {-5, 5});
+    EXPECT_EQ(TakeLog(), Log{});
+    Drag(add, {5, 5}, {8, 8});
+    EXPECT_EQ(TakeLog(), Log{"Add"});
+    EXPECT_EQ(driver->Focus(), "txtName");
+    EXPECT_EQ(GetCapture(), nullptr);
+  });
+}
+
+TEST_F(NativeLists, AToolbarButtonThatLostTheMouseIsNotClicked) {
+  Visit([&] {
+    On(form->Get<toolkit::Toolbar>("TbMain")->ButtonClick,
+       [&](toolkit::ToolbarButton& button) { log.push_back(button.Key()); });
+    const HWND add = Mouse().ToolbarButton("Add");
+    PostMessageW(add, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    tests::RunMessages();
+    EXPECT_EQ(GetCapture(), add);
+    ReleaseCapture();
+    PostMessageW(add, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+    tests::RunMessages();
+    EXPECT_EQ(TakeLog(), Log{});
+  });
+}
+
+}  // namespace
+}  // namespace dossierkit::views
