@@ -29,12 +29,13 @@ dossierkit_library(dossierkit_com Com ${com_sources} PUBLIC dossierkit_system
 target_include_directories(dossierkit_com SYSTEM PUBLIC ${made})
 add_dependencies(dossierkit_com dossierkit_type_library)
 
-# A DLL of that name; `views` is the library that has MakePlatform(). The one that is shipped, DossierKit, is to be made
-# so of the native views; until they are there only a test makes one.
+# A DLL of that name; `views` is the library that has MakePlatform().
 function(dossierkit_com_library name views)
   set(com ${PROJECT_SOURCE_DIR}/src/adapters/com)
   add_library(${name} MODULE ${com}/exports.cpp ${com}/exports.def $<TARGET_OBJECTS:dossierkit_com_resources>)
   target_link_libraries(${name} PRIVATE dossierkit_options dossierkit_com ${views} dossierkit_com)
+  # Without the names of functions, of which nobody who loads it knows.
+  target_link_options(${name} PRIVATE $<$<CONFIG:Release>:-s>)
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     target_link_options(${name} PRIVATE -Wl,--enable-stdcall-fixup,--kill-at)

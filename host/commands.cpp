@@ -21,7 +21,7 @@ namespace dossierkit::host {
 namespace {
 
 // A database like `source`, in a file or on a server.
-void Create(const Options& options, const std::filesystem::path& source,
+void Create(const Options& options, [[maybe_unused]] const std::filesystem::path& source,
             void (*create_file)(const std::filesystem::path& target)) {
   if (options.connection.empty()) return create_file(PathOf(options.file));
   if (const auto file = FileOf(options.connection)) return create_file(PathOf(*file));

@@ -10,7 +10,7 @@ for file in "$@"; do
 	[ -n "$imports" ] || { echo "$file: no program" >&2; exit 1; }
 	for import in $imports; do
 		case $import in
-			advapi32.dll | comctl32.dll | comdlg32.dll | gdi32.dll | gdiplus.dll | imm32.dll | kernel32.dll | msvcrt.dll | \
+			advapi32.dll | comctl32.dll | comdlg32.dll | gdi32.dll | gdiplus.dll | imm32.dll | kernel32.dll | msimg32.dll | msvcrt.dll | \
 				ole32.dll | oleacc.dll | oleaut32.dll | shell32.dll | user32.dll | uxtheme.dll) ;;
 			*)
 				echo "$file needs $import" >&2

@@ -193,6 +193,7 @@ bool Application::RunUntil(const std::function<bool()>& done) {
     Sweep();
     finished = done();
   }
+  Sweep();  // also of what another loop, as of a menu, dispatched
   if (--loops_ == 0 && std::exchange(quitting_, false)) PostQuitMessage(quit_code_);
   return finished;
 }

@@ -158,6 +158,12 @@ std::optional<LRESULT> NativeView::Receive(HWND window, const Message& message) 
   return 0;
 }
 
-void NativeView::Paint(HDC device, const RECT& place) { Fill(device, place, GetLook().Colors().surface); }
+void NativeView::Paint(HDC device, const RECT& place) { Fill(device, place, Ground()); }
+
+COLORREF NativeView::Ground() const {
+  const toolkit::Control* container = control_.Container();
+  const auto* view = container ? static_cast<const NativeView*>(container->GetView()) : nullptr;
+  return view ? view->Ground() : GetLook().Colors().surface;
+}
 
 }  // namespace dossierkit::win32

@@ -59,6 +59,8 @@ class NativeView : public toolkit::View {
   // A message of the native window, or of one that was linked as its part, before the window acts on it: the
   // answer where it must not see it; else nothing. Base: a pane paints.
   virtual std::optional<LRESULT> Receive(HWND window, const Message& message);
+  // The colour on which it stands, and what stands in it. Base: as of the view in which it stands.
+  virtual COLORREF Ground() const;
   // What the native window told its parent: a code of WM_COMMAND, a notification, and what it is painted
   // with.
   virtual void Commanded(WORD /*code*/) {}
@@ -82,7 +84,7 @@ class NativeView : public toolkit::View {
   virtual void ShowText() {}
   virtual void ShowContent() {}
   virtual void ShowSelection() {}
-  // Of a pane: paints all of it. Base: the surface of windows.
+  // Of a pane: paints all of it. Base: its ground.
   virtual void Paint(HDC device, const RECT& place);
 
   ViewContext& Context() const { return context_; }

@@ -36,7 +36,7 @@ void FrameView::Paint(HDC device, const RECT& place) {
     const int room = WidthOf(place) - 2 * (indent + padding);
     const int width = std::min(GetLook().TextWidth(font, caption) + 2, room);
     text = {indent, 0, indent + width + 2 * padding, line};
-    if (!caption.empty()) Fill(device, text, colors.surface);
+    if (!caption.empty()) Fill(device, text, Ground());
     text.left += padding;
     text.right -= padding;
   }
@@ -69,7 +69,7 @@ SurfaceView::SurfaceView(ViewContext& context, toolkit::Control& control)
 }
 
 void CoolBarView::Paint(HDC device, const RECT& place) {
-  Fill(device, place, GetLook().Colors().bar);
+  NativeView::Paint(device, place);
   Fill(device, {place.left, place.bottom - 1, place.right, place.bottom}, GetLook().Colors().line);
 }
 

@@ -40,6 +40,8 @@ class CoolBarView : public NativeView {
  public:
   CoolBarView(ViewContext& context, toolkit::Control& bar) : NativeView(context, bar, NativeWindow()) {}
 
+  COLORREF Ground() const override { return GetLook().Colors().bar; }
+
  protected:
   void Paint(HDC device, const RECT& place) override;
 };

@@ -22,6 +22,7 @@ class WindowView : public NativeView {
 
   // The scrolling part, or the window itself for what always stays in sight.
   HWND ContentFor(const toolkit::Control& child) const override;
+  COLORREF Ground() const override { return GetLook().Colors().surface; }
   void ShowState() override {}
   // Where a control of this window shows: bar and side reach the window's edges.
   toolkit::Rect ShownPlace(const toolkit::Control& control) const;
