@@ -222,5 +222,40 @@ TEST_F(NativeLists, AToolbarButtonThatLostTheMouseIsNotClicked) {
   });
 }
 
+// --- screen readers --------------------------------------------------------------------------------
+
+TEST_F(NativeLists, AListSaysItsRows) {
+  Pick([&] {
+    picker->strip->SetTab(1);
+    picker->FillList(3);
+    tests::RunMessages();
+    EXPECT_EQ(Spoken(Native("list")), "代码列表");
+    EXPECT_EQ(Spoken(Native("list"), 1), "第0行");
+    EXPECT_EQ(Spoken(Native("list"), 3), "第2行");
+    EXPECT_EQ(Spoken(Native("list"), 4), "");
+  });
+}
+
+TEST_F(NativeLists, PartsOfControlsSayWhatTheyAre) {
+  Pick([&] { EXPECT_EQ(Spoken(Part("Tab1", WC_TABCONTROLW)), "查询方式"); });
+  Visit([&] {
+    EXPECT_EQ(Spoken(Part("VMenu1", L"LISTBOX")), "信息集");
+    form->Get<toolkit::VerticalMenu>("VMenu1")->SetAccessibleName("菜单");
+    EXPECT_EQ(Spoken(Part("VMenu1", L"LISTBOX")), "菜单");
+    long role = 0;
+    EXPECT_EQ(Spoken(Mouse().ToolbarButton("Delete"), CHILDID_SELF, &role), "删除");
+    EXPECT_EQ(role, ROLE_SYSTEM_PUSHBUTTON);
+  });
+}
+
+TEST_F(NativeLists, AToolbarButtonIsClickedByAScreenReader) {
+  Visit([&] {
+    On(form->Get<toolkit::Toolbar>("TbMain")->ButtonClick,
+       [&](toolkit::ToolbarButton& button) { log.push_back(button.Key()); });
+    PressByName(Mouse().ToolbarButton("Delete"));
+    EXPECT_EQ(TakeLog(), Log{"Delete"});
+  });
+}
+
 }  // namespace
 }  // namespace dossierkit::views

@@ -2,8 +2,12 @@
 #pragma once
 
 #include "adapters/win32/native_view.h"
+#include "adapters/windows/texts.h"
 #include "tests/adapters/views/view_test.h"
 #include "tests/support/win32_user.h"
+
+// It stands on windows.h.
+#include <oleacc.h>
 
 namespace dossierkit::views {
 
@@ -29,6 +33,37 @@ class NativeTest : public ViewTest {
     const COLORREF color = GetPixel(device, x, y);
     ReleaseDC(window, device);
     return color;
+  }
+  // What a screen reader is told of a window, or of a row of it, from 1: its name and role.
+  static std::string Spoken(HWND window, long row = CHILDID_SELF, long* role = nullptr) {
+    IAccessible* said = nullptr;
+    if (FAILED(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                          reinterpret_cast<void**>(&said))))
+      return "nothing";
+    VARIANT child;
+    V_VT(&child) = VT_I4;
+    V_I4(&child) = row;
+    BSTR text = nullptr;
+    said->get_accName(child, &text);
+    std::string name = text ? windows::Utf8(text) : std::string();
+    SysFreeString(text);
+    VARIANT told;
+    VariantInit(&told);
+    if (role && SUCCEEDED(said->get_accRole(child, &told))) *role = V_I4(&told);
+    said->Release();
+    return name;
+  }
+  // As a screen reader presses it.
+  static void PressByName(HWND window) {
+    IAccessible* said = nullptr;
+    AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                               reinterpret_cast<void**>(&said));
+    VARIANT self;
+    V_VT(&self) = VT_I4;
+    V_I4(&self) = CHILDID_SELF;
+    said->accDoDefaultAction(self);
+    said->Release();
+    tests::RunMessages();
   }
   // The button goes down at one place of a window and comes up at another.
   static void Drag(HWND window, POINT from, POINT to) {

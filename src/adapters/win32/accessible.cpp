@@ -4,8 +4,10 @@
 
 #include <atomic>
 #include <new>
+#include <utility>
 
 #include "adapters/windows/texts.h"
+#include "platform/toolkit/controls/list_box.h"
 
 namespace dossierkit::win32 {
 namespace {
@@ -34,6 +36,11 @@ class Accessible : public IAccessible {
   // Takes over the reference on the system's own object.
   Accessible(IAccessible* standard, const std::shared_ptr<toolkit::Control>& control)
       : standard_(standard), control_(control), role_(RoleOf(control->GetKind())) {}
+  Accessible(IAccessible* standard, std::wstring name, HWND button)
+      : standard_(standard),
+        name_(std::move(name)),
+        button_(button),
+        role_(button ? ROLE_SYSTEM_PUSHBUTTON : 0) {}
   virtual ~Accessible() { standard_->Release(); }
   Accessible(const Accessible&) = delete;
   Accessible& operator=(const Accessible&) = delete;
@@ -53,11 +60,18 @@ class Accessible : public IAccessible {
   }
 
   HRESULT STDMETHODCALLTYPE get_accName(VARIANT child, BSTR* name) noexcept override {
-    if (!IsSelf(child)) return standard_->get_accName(child, name);
     try {
-      *name = nullptr;
       const auto control = control_.lock();
-      const std::wstring said = control ? windows::Wide(control->AccessibleName()) : std::wstring();
+      // The native list does not know the texts of its rows.
+      const auto* list = control && control->GetKind() == toolkit::Kind::kListBox
+                             ? static_cast<const toolkit::ListBox*>(control.get())
+                             : nullptr;
+      if (!IsSelf(child) && (!list || V_VT(&child) != VT_I4)) return standard_->get_accName(child, name);
+      *name = nullptr;
+      const std::wstring said = !control ? name_
+                                : IsSelf(child)
+                                    ? windows::Wide(control->AccessibleName())
+                                    : windows::Wide(list->List(static_cast<int>(V_I4(&child)) - 1));
       if (said.empty()) return S_FALSE;
       *name = SysAllocStringLen(said.data(), static_cast<UINT>(said.size()));
       return *name ? S_OK : E_OUTOFMEMORY;
@@ -136,7 +150,10 @@ class Accessible : public IAccessible {
     return standard_->accHitTest(left, top, found);
   }
   HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT child) override {
-    return standard_->accDoDefaultAction(child);
+    if (!button_) return standard_->accDoDefaultAction(child);
+    PostMessageW(button_, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    PostMessageW(button_, WM_LBUTTONUP, 0, 0);
+    return S_OK;
   }
   HRESULT STDMETHODCALLTYPE put_accName(VARIANT child, BSTR name) override {
     return standard_->put_accName(child, name);
@@ -149,20 +166,35 @@ class Accessible : public IAccessible {
   std::atomic<long> references_{1};
   IAccessible* standard_;
   std::weak_ptr<toolkit::Control> control_;
+  std::wstring name_;  // of a part
+  HWND button_ = nullptr;
   long role_;
 };
+
+LRESULT AnswerOf(Accessible* object, const Message& message) {
+  const LRESULT answer = LresultFromObject(__uuidof(IAccessible), message.wide, object);
+  object->Release();
+  return answer;
+}
+
+IAccessible* StandardOf(HWND window) {
+  IAccessible* standard = nullptr;
+  const HRESULT made = CreateStdAccessibleObject(window, OBJID_CLIENT, __uuidof(IAccessible),
+                                                 reinterpret_cast<void**>(&standard));
+  return SUCCEEDED(made) ? standard : nullptr;
+}
 
 }  // namespace
 
 LRESULT AccessibleOf(HWND window, const Message& message, const std::shared_ptr<toolkit::Control>& control) {
-  IAccessible* standard = nullptr;
-  if (FAILED(CreateStdAccessibleObject(window, OBJID_CLIENT, __uuidof(IAccessible),
-                                       reinterpret_cast<void**>(&standard))))
-    return 0;
-  auto* object = new Accessible(standard, control);
-  const LRESULT answer = LresultFromObject(__uuidof(IAccessible), message.wide, object);
-  object->Release();
-  return answer;
+  IAccessible* standard = StandardOf(window);
+  return standard ? AnswerOf(new Accessible(standard, control), message) : 0;
+}
+
+LRESULT AccessiblePart(HWND window, const Message& message, std::wstring name, bool is_button) {
+  IAccessible* standard = StandardOf(window);
+  return standard ? AnswerOf(new Accessible(standard, std::move(name), is_button ? window : nullptr), message)
+                  : 0;
 }
 
 }  // namespace dossierkit::win32

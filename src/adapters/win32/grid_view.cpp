@@ -244,7 +244,6 @@ void GridView::ShowSelection() {
         Ask(LVM_SCROLL, static_cast<WPARAM>(by), 0);
     }
   }
-  Repaint();
 }
 
 void GridView::ShowTip(POINT at) {

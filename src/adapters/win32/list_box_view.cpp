@@ -28,7 +28,7 @@ int RowOfList(HWND list, POINT at) {
 ListBoxView::ListBoxView(ViewContext& context, toolkit::ListBox& list)
     : ItemView(
           context, list,
-          {L"LISTBOX", WS_VSCROLL | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT | LBS_NOTIFY}),
+          {L"LISTBOX", WS_VSCROLL | LBS_OWNERDRAWFIXED | LBS_NODATA | LBS_NOINTEGRALHEIGHT | LBS_NOTIFY}),
       list_(list) {}
 
 int ListBoxView::RowUnder(POINT at) const { return RowOfList(Handle(), at); }
@@ -86,24 +86,17 @@ bool ListBoxView::Draw(const DRAWITEMSTRUCT& item) {
   return true;
 }
 
-void ListBoxView::Drop() { Ask(LB_RESETCONTENT); }
+// Windows keeps their number alone: each text is asked for where its row is painted or spoken.
+void ListBoxView::Drop() { Ask(LB_SETCOUNT, 0); }
 
 void ListBoxView::Fill() {
-  Ask(WM_SETREDRAW, FALSE);
-  Ask(LB_RESETCONTENT);
-  const int rows = list_.ListCount();
-  constexpr int kBytesOfARow = 32;
-  Ask(LB_INITSTORAGE, static_cast<WPARAM>(rows), static_cast<LPARAM>(rows) * kBytesOfARow);
-  for (int row = 0; row < rows; ++row)
-    Ask(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(windows::Wide(list_.List(row)).c_str()));
-  Ask(WM_SETREDRAW, TRUE);
+  Ask(LB_SETCOUNT, static_cast<WPARAM>(list_.ListCount()));
   Repaint();
 }
 
 void ListBoxView::Compare() {
   const int row = list_.ListIndex();
   if (static_cast<int>(Ask(LB_GETCURSEL)) != row) Ask(LB_SETCURSEL, static_cast<WPARAM>(row));
-  Repaint();
 }
 
 }  // namespace dossierkit::win32

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "adapters/win32/accessible.h"
 #include "adapters/win32/list_box_view.h"
 #include "adapters/win32/rows.h"
 #include "adapters/win32/text_lines.h"
@@ -219,6 +220,15 @@ std::optional<LRESULT> MenuView::Receive(HWND window, const Message& message) {
     case WM_LBUTTONUP: Release(row()); return 0;
     case WM_MOUSEMOVE: Hover(row()); return 0;
     case WM_MOUSELEAVE: Hover(-1); return 0;
+    case WM_GETOBJECT:
+      if (static_cast<LONG>(message.low) == OBJID_CLIENT) {
+        if (const LRESULT answer = AccessiblePart(
+                window, message,
+                windows::Wide(menu_.AccessibleName().empty() ? menu_.menucaption() : menu_.AccessibleName()),
+                false))
+          return answer;
+      }
+      return std::nullopt;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: InvalidateRect(list_, nullptr, FALSE); return std::nullopt;
     // The model moves by keys.

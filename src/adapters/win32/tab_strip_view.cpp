@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include "adapters/win32/accessible.h"
 #include "adapters/win32/painting.h"
 #include "adapters/windows/texts.h"
 
@@ -133,6 +134,13 @@ std::optional<LRESULT> TabStripView::Receive(HWND window, const Message& message
       if (tab >= 0) Report([this, tab] { strip_.UserSelectTab(tab); });
       return 0;
     }
+    case WM_GETOBJECT:
+      if (static_cast<LONG>(message.low) == OBJID_CLIENT) {
+        if (const LRESULT answer =
+                AccessiblePart(window, message, windows::Wide(strip_.AccessibleName()), false))
+          return answer;
+      }
+      return std::nullopt;
     case WM_ERASEBKGND: return 1;
     case WM_PAINT: PaintTabs(); return 0;
     case WM_SETFOCUS:

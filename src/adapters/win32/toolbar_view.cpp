@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "adapters/win32/accessible.h"
 #include "adapters/win32/painting.h"
 #include "adapters/win32/pictures.h"
 #include "adapters/windows/texts.h"
@@ -181,6 +182,14 @@ std::optional<LRESULT> ToolbarView::Receive(HWND window, const Message& message)
   if (index < 0) return NativeView::Receive(window, message);
   const POINT at = {GET_X_LPARAM(message.low), GET_Y_LPARAM(message.low)};
   switch (message.id) {
+    case WM_GETOBJECT:
+      if (static_cast<LONG>(message.low) == OBJID_CLIENT) {
+        if (const LRESULT answer = AccessiblePart(
+                window, message,
+                windows::Wide(bar_.Buttons()[static_cast<std::size_t>(index)].AccessibleName()), true))
+          return answer;
+      }
+      return std::nullopt;
     case WM_ERASEBKGND: return 1;
     case WM_PAINT:
       PaintButton(buttons_[static_cast<std::size_t>(index)], static_cast<std::size_t>(index));

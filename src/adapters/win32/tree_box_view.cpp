@@ -181,7 +181,6 @@ void TreeBoxView::Compare() {
     Ask(TVM_SELECTITEM, TVGN_CARET, item);
     if (item) Ask(TVM_ENSUREVISIBLE, 0, item);
   }
-  Repaint();
 }
 
 void TreeBoxView::ShowFoldings() {
