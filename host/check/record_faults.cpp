@@ -105,10 +105,13 @@ class RecordCheck {
 
   // One sentence for all rows of the identifier.
   void TellOfNobody(const std::string& person) {
-    findings_.Add(set_.name, RowOf(person, ""), "A00",
-                  person.empty()
-                      ? "是空的，谁也看不到这些记录；请填写所属人员的标识，或删除这些行"
-                      : "A01 中没有这个标识，谁也看不到这些记录；请在 A01 中补上此人，或删除这些行");
+    if (person.empty()) {
+      findings_.Add(set_.name, "", "A00",
+                    "有的行没有人员标识，谁也看不到它们；请填写所属人员的标识，或删除这些行");
+    } else {
+      findings_.Add(set_.name, RowOf(person, ""), "A00",
+                    "A01 中没有这个标识，谁也看不到这些记录；请在 A01 中补上此人，或删除这些行");
+    }
   }
 
   void CheckValue(const Value& value, const Watched& watched, const std::string& person,

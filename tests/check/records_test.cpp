@@ -92,8 +92,8 @@ const std::vector<Mutation> kMutations = {
      {"表 A12，行 A00=x，列 A00：A01 中没有这个标识，谁也看不到这些记录；请在 A01 "
       "中补上此人，或删除这些行。"}},
     {"RecordsWithoutAPerson",
-     "insert into A12(A1201) values('1');",
-     {"表 A12，行 A00=，列 A00：是空的，谁也看不到这些记录；请填写所属人员的标识，或删除这些行。"}},
+     "insert into A12(A1201) values('1'); insert into A12(A00,A1201) values('','2');",
+     {"表 A12，列 A00：有的行没有人员标识，谁也看不到它们；请填写所属人员的标识，或删除这些行。"}},
     {"RecordsOfAPersonInSmallLetters", "update A03 set A00=lower(A00) where A00='" + kPerson + "';", {}},
     {"APersonTypeThatDoesNotExist",
      "update A01 set A0136=4 where A00='" + kPerson +
