@@ -67,7 +67,7 @@ if(DOSSIERKIT_QT)
   list(APPEND headers adapters/qt/qt_platform.h)
 endif()
 if(DOSSIERKIT_ODBC)
-  list(APPEND headers adapters/odbc/odbc_connection.h)
+  list(APPEND headers adapters/odbc/odbc_connection.h host/server/opened.h host/server/own_rows.h)
 endif()
 dossierkit_publish(${headers})
 

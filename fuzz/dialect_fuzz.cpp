@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/odbc/engine.h"
 #include "adapters/sqlite/sqlite_functions.h"
 #include "fuzz/fuzz.h"
 #include "platform/environment/failure.h"
@@ -117,12 +118,12 @@ void CheckTranslation(std::string_view source, const std::vector<jet::Token>& to
 }
 
 // With "?" for its constants a text has no literal, no second statement and no comment, and its parentheses
-// are pairs; names stand in double quotes.
-void CheckShape(const std::string& shape) {
+// are pairs; names stand in the engine's quotes.
+void CheckShape(const std::string& shape, std::string_view quote) {
   int depth = 0;
   bool in_name = false;
   for (std::size_t i = 0; i < shape.size(); ++i) {
-    if (shape[i] == '"') in_name = !in_name;
+    if (shape[i] == quote[0]) in_name = !in_name;
     if (in_name) continue;
     const std::string_view two = std::string_view(shape).substr(i, 2);
     REQUIRE(two != "--" && two != "/*" && shape[i] != '\'' && shape[i] != ';');
@@ -132,18 +133,18 @@ void CheckShape(const std::string& shape) {
   REQUIRE(depth == 0 && !in_name);
 }
 
-// What is rendered for a strict engine is one statement as well, with the same literals.
-void CheckStrict(std::string_view source, const jet::ColumnLookup& lookup) {
+// What is rendered for a server is one statement as well, with the same literals.
+void CheckServer(std::string_view source, const jet::ColumnLookup& lookup, const jet::Renderer& renderer) {
   const jet::Statement plain = jet::Translate(source, lookup, kDialect);
   jet::Statement strict;
   try {
-    strict = jet::Translate(source, lookup, jet::kStrictRenderer);
+    strict = jet::Translate(source, lookup, renderer);
   } catch (const Failure& failure) {
     RequireRefusal(failure, source);
     return;
   }
   REQUIRE(strict.kind == plain.kind);
-  CheckShape(environment::Replace(strict.WithParameters(), "escape ''", ""));
+  CheckShape(environment::Replace(strict.WithParameters(), "escape ''", ""), renderer.name_quote);
   const auto literals = Literals(jet::Tokenize(plain.text));
   auto literal = literals.begin();
   for (const jet::Constant& constant : strict.constants) {
@@ -151,12 +152,14 @@ void CheckStrict(std::string_view source, const jet::ColumnLookup& lookup) {
     const environment::Value constant_value = strict.ValueOf(constant);
     const auto* value = constant_value.As<std::string>();
     if (value == nullptr) {
-      REQUIRE(text.starts_with("timestamp '") || text.find('\'') == std::string::npos);
+      REQUIRE(text.starts_with(std::string(renderer.date) + "'") || text.find('\'') == std::string::npos);
       continue;
     }
     REQUIRE(text == jet::LiteralOf(*value));
     // A number that is compared as a text, or a pattern with a set.
-    if (value->find_first_not_of("0123456789.-") == std::string::npos || value->starts_with('^')) continue;
+    if (value->find_first_not_of("0123456789.-") == std::string::npos ||
+        value->starts_with(renderer.like->begin))
+      continue;
     while (literal != literals.end() && *literal != text) ++literal;
     REQUIRE(literal != literals.end());
     ++literal;
@@ -223,9 +226,16 @@ void CheckStatement(const std::string& statement) {
     return;
   }
   CheckTranslation(statement, tokens, translated);
-  CheckStrict(statement, Columns);
-  CheckStrict(statement, NoColumns);
+  for (const jet::Renderer* renderer :
+       {&jet::kStrictRenderer, &odbc::kPostgresql.renderer, &odbc::kMariadb.renderer}) {
+    CheckServer(statement, Columns, *renderer);
+    CheckServer(statement, NoColumns, *renderer);
+  }
   CheckEngine(jet::Translate(statement, Columns, sqlite::kRenderer));
+  // As it is stored past a view of the same name.
+  jet::Renderer in_file = sqlite::kRenderer;
+  in_file.stored_in = "main.";
+  CheckEngine(jet::Translate(statement, Columns, in_file));
   CheckRun(statement);
 }
 

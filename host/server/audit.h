@@ -5,12 +5,13 @@
 #include <vector>
 
 #include "adapters/odbc/odbc_connection.h"
+#include "platform/environment/export.h"
 
 namespace dossierkit::server {
 
 // From now on every change of a row of the information sets is written down, by whatever program. Doing it
 // again, as after a new set, does no harm. Throws a Failure: its user needs the right to make triggers.
-void PrepareAudit(odbc::OdbcConnection& server);
+DOSSIERKIT_EXPORT void PrepareAudit(odbc::OdbcConnection& server);
 
 struct Change {
   std::string time;    // of the server, yyyy-mm-dd hh:mm:ss
@@ -23,6 +24,6 @@ struct Change {
 
 // The changes of a person's rows, the oldest first; none where nothing was written down. Throws a Failure
 // where the audit was not prepared.
-std::vector<Change> HistoryOf(odbc::OdbcConnection& server, const std::string& person);
+DOSSIERKIT_EXPORT std::vector<Change> HistoryOf(odbc::OdbcConnection& server, const std::string& person);
 
 }  // namespace dossierkit::server

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/server/store.h"
+#include "platform/environment/export.h"
 
 namespace dossierkit::server {
 
@@ -26,7 +27,8 @@ using Progress = std::function<void(std::int64_t done, std::int64_t all)>;
 // stored, counts and checksums of both sides are compared. Throws a Failure: a database that has a table or
 // view already, or whose order is not that of bytes, is refused before anything is done, and every other
 // failure leaves no table behind unless the server has gone.
-std::vector<CopiedTable> CopyDatabase(const Store& from, const Store& to, const Progress& progress = {});
+DOSSIERKIT_EXPORT std::vector<CopiedTable> CopyDatabase(const Store& from, const Store& to,
+                                                        const Progress& progress = {});
 
 // The same figures of a database that is there, without S_GUID.
 std::vector<CopiedTable> ChecksumsOf(const Store& database);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adapters/odbc/odbc_connection.h"
+#include "platform/environment/export.h"
 
 namespace dossierkit::server {
 
@@ -11,6 +12,6 @@ namespace dossierkit::server {
 // views, with
 // "_visit" behind its name. Doing it again, as after a new set, does no harm. Throws a Failure: its user
 // needs the right to make roles, and on MariaDB databases.
-void PrepareRights(odbc::OdbcConnection& server);
+DOSSIERKIT_EXPORT void PrepareRights(odbc::OdbcConnection& server);
 
 }  // namespace dossierkit::server

@@ -8,6 +8,7 @@
 #include "adapters/sqlite/sqlite_connection.h"
 #include "platform/ado/connection.h"
 #include "platform/ado/snapshot.h"
+#include "platform/environment/export.h"
 #include "platform/jet/renderer.h"
 
 namespace dossierkit::server {
@@ -21,7 +22,7 @@ struct Store {
 };
 
 // The connection must outlive the store.
-Store StoreOf(sqlite::SqliteConnection& file);
-Store StoreOf(odbc::OdbcConnection& server);
+DOSSIERKIT_EXPORT Store StoreOf(sqlite::SqliteConnection& file);
+DOSSIERKIT_EXPORT Store StoreOf(odbc::OdbcConnection& server);
 
 }  // namespace dossierkit::server

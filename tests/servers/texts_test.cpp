@@ -48,5 +48,18 @@ TEST_F(Texts, ALongTextComesBackWhole) {
   }
 }
 
+// PostgreSQL cuts a name at 63 bytes, 21 characters of Chinese, without a word.
+TEST_F(Texts, AnAliasLongerThanTheServersNamesIsKeptWhole) {
+  const std::string first = "候选人对所从事领域的现状和发展趋势的认识以及其他需要说明的情况（一）";
+  const std::string second = "候选人对所从事领域的现状和发展趋势的认识以及其他需要说明的情况（二）";
+  ASSERT_GT(first.size(), 90U);
+  const auto rows = connection_->Execute("select '甲' as " + first + ",'乙' as " + second + " from (" +
+                                         one_row_ + ") t order by " + second);
+  EXPECT_EQ(rows->FieldName(0), first);
+  EXPECT_EQ(rows->FieldName(1), second);
+  EXPECT_EQ(environment::TextOf(rows->Fields(first)), "甲");
+  EXPECT_EQ(environment::TextOf(rows->Fields(second)), "乙");
+}
+
 }  // namespace
 }  // namespace dossierkit::tests

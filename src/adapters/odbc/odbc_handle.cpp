@@ -102,8 +102,10 @@ Diagnosis DiagnosisOf(SQLSMALLINT kind, SQLHANDLE handle, bool in_utf8) {
 
 template <SQLSMALLINT kind>
 Handle<kind>::Handle(SQLHANDLE parent) {
-  if (!SQL_SUCCEEDED(SQLAllocHandle(kind, parent, &handle_)))
-    throw DriverFailure({"HY001", 0, "SQLAllocHandle"});
+  if (SQL_SUCCEEDED(SQLAllocHandle(kind, parent, &handle_))) return;
+  // Some drivers look here already whether the server is still there, and tell it of the parent.
+  if (kind == SQL_HANDLE_STMT) throw DriverFailure(DiagnosisOf(SQL_HANDLE_DBC, parent, false));
+  throw DriverFailure({"HY001", 0, "SQLAllocHandle"});
 }
 
 template <SQLSMALLINT kind>

@@ -60,7 +60,9 @@ Statements::Statements(Session& session)
                  std::from_chars(answer.data(), answer.data() + answer.size(), version);
                  return version;
                },
-               [this](const std::string& table) { return ColumnsOf(table); }}) {}
+               [this](const std::string& table) { return ColumnsOf(table); },
+               // The question costs as much as the insert itself, or ten times that.
+               session_.engine().renderer.is_strict}) {}
 
 ado::Snapshot Statements::Run(const std::string& statement) {
   while (true) {
@@ -75,6 +77,7 @@ ado::Snapshot Statements::Run(const std::string& statement) {
 }
 
 ado::Snapshot Statements::RunNative(const std::string& text) {
+  tables_.Forget();
   jet::Statement native;
   native.text = text;
   return session_.Told(text, [&] { return Rows(native); });

@@ -14,7 +14,8 @@ Statement ColumnCache::Translate(std::string_view statement, const Renderer& ren
   while (true) {
     try {
       Statement translated = jet::Translate(statement, lookup, renderer);
-      if (translated.kind != Statement::Kind::kInsert || !ForgetOldSchema()) return translated;
+      const bool asks = translated.kind == Statement::Kind::kInsert && !engine_.refuses_wrong_values;
+      if (!asks || !ForgetOldSchema()) return translated;
     } catch (const environment::Failure& failure) {
       // No column makes good a wrong syntax.
       if (failure.number() == environment::kSyntaxError || !ForgetOldSchema()) throw;

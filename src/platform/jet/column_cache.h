@@ -20,14 +20,19 @@ class ColumnCache {
   struct Engine {
     std::function<std::int64_t()> version;
     std::function<TableColumns(const std::string& table)> columns;
+    // It refuses a value that is not of its column's kind, so that nobody need ask for the version before.
+    bool refuses_wrong_values = false;
   };
   explicit ColumnCache(Engine engine);
 
   // Translates by the columns that are known. What is inserted is translated by the tables as they are
   // declared now, and so is a constant that does not fit: it may by now. For other statements nobody asks for
-  // the version; where an update stores by an old one, the engine must refuse it.
+  // the version; where an update stores by an old one, the engine must refuse it. The same
+  // holds for inserts where the engine refuses wrong values.
   Statement Translate(std::string_view statement, const Renderer& renderer);
 
+  // Nothing is known any more: the tables may just have been changed.
+  void Forget() { tables_.clear(); }
   // True, and nothing is known any more, where the version is another one than when this was last asked.
   bool ForgetOldSchema();
 

@@ -95,5 +95,31 @@ TEST_F(ColumnCacheTest, AnOldSchemaIsForgottenWholly) {
   EXPECT_EQ(Asked(), "v t ");
 }
 
+TEST_F(ColumnCacheTest, AnEngineThatRefusesWrongValuesIsAskedForItsVersionBehindAFailureAlone) {
+  ColumnCache cache({[this] {
+                       asked_ += "v ";
+                       return version_;
+                     },
+                     [this](const std::string& table) {
+                       asked_ += table + " ";
+                       return TableColumns{{"A", kind_, false}};
+                     },
+                     true});
+  const auto translated = [&] { return cache.Translate("insert into t(a) values('1990年3月')", {}).text; };
+  EXPECT_EQ(translated(), "insert into t(a) values('1990年3月')");
+  EXPECT_EQ(translated(), "insert into t(a) values('1990年3月')");
+  EXPECT_EQ(Asked(), "t ");
+  kind_ = ColumnKind::kDate;
+  version_ = 2;
+  EXPECT_EQ(translated(), "insert into t(a) values('1990年3月')") << "which the engine refuses";
+  EXPECT_TRUE(cache.ForgetOldSchema());
+  EXPECT_EQ(translated(), "insert into t(a) values('1990-03-01')");
+  EXPECT_EQ(Asked(), "v t ");
+  // What the host changes past the dialect is seen at once.
+  kind_ = ColumnKind::kText;
+  cache.Forget();
+  EXPECT_EQ(translated(), "insert into t(a) values('1990年3月')");
+}
+
 }  // namespace
 }  // namespace dossierkit::jet
