@@ -32,6 +32,13 @@ bool EnabledThroughout(const toolkit::Control& control) {
   return true;
 }
 
+BOOL CALLBACK EnableChild(HWND child, LPARAM application) noexcept {
+  if (const NativeView* view = reinterpret_cast<Application*>(application)->ViewOf(child);
+      view && view->Handle() == child)
+    EnableWindow(child, EnabledThroughout(view->GetControl()));
+  return TRUE;
+}
+
 bool IsPane(HWND window) {
   wchar_t name[32] = {};
   GetClassNameW(window, name, 31);
@@ -118,15 +125,7 @@ void NativeView::ShowPlacement() {
 void NativeView::ShowState() {
   ShowWindow(window_, Shown() ? SW_SHOWNA : SW_HIDE);
   EnableWindow(window_, EnabledThroughout(control_));
-  EnumChildWindows(
-      window_,
-      [](HWND child, LPARAM application) -> BOOL {
-        if (const NativeView* view = reinterpret_cast<Application*>(application)->ViewOf(child);
-            view && view->Handle() == child)
-          EnableWindow(child, EnabledThroughout(view->GetControl()));
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&context_.application));
+  EnumChildWindows(window_, EnableChild, reinterpret_cast<LPARAM>(&context_.application));
 }
 
 void NativeView::ShowStyle() {
