@@ -26,33 +26,33 @@ class HostWindow {
   HWND window_;
 };
 
+using Texts = std::vector<std::wstring>;
+
+BOOL CALLBACK NoteOurs(HWND window, LPARAM found) {
+  wchar_t name[64] = {};
+  wchar_t text[64] = {};
+  GetClassNameW(window, name, 63);
+  GetWindowTextW(window, text, 63);
+  if (std::wstring(name).starts_with(L"DossierKit.") && name != std::wstring(win32::kQueueClass))
+    reinterpret_cast<Texts*>(found)->push_back(std::wstring(name) + L" " + text);
+  return TRUE;
+}
+
 // The windows of this thread that are ours, without the one that only wakes loops: their classes and texts.
-std::vector<std::wstring> OursLeft() {
-  std::vector<std::wstring> left;
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND window, LPARAM found) -> BOOL {
-        wchar_t name[64] = {};
-        wchar_t text[64] = {};
-        GetClassNameW(window, name, 63);
-        GetWindowTextW(window, text, 63);
-        if (std::wstring(name).starts_with(L"DossierKit.") && name != std::wstring(win32::kQueueClass))
-          reinterpret_cast<std::vector<std::wstring>*>(found)->push_back(std::wstring(name) + L" " + text);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&left));
+Texts OursLeft() {
+  Texts left;
+  EnumThreadWindows(GetCurrentThreadId(), NoteOurs, reinterpret_cast<LPARAM>(&left));
   return left;
+}
+
+BOOL CALLBACK Count(HWND, LPARAM counted) {
+  ++*reinterpret_cast<int*>(counted);
+  return TRUE;
 }
 
 int ChildrenOf(HWND window) {
   int children = 0;
-  EnumChildWindows(
-      window,
-      [](HWND, LPARAM counted) -> BOOL {
-        ++*reinterpret_cast<int*>(counted);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&children));
+  EnumChildWindows(window, Count, reinterpret_cast<LPARAM>(&children));
   return children;
 }
 
@@ -88,14 +88,19 @@ TEST_F(NativeVisit, TheHostsWindowsTakeNoInputMeanwhile) {
 
 TEST_F(NativeVisit, NoWindowIsLeftBehind) {
   Visit([&] {
-    On(form->Get<CommandButton>("cmdPhoto")->Click, [&] { form->RemovePage(); });
+    const HWND button = Native("cmdPhoto");
+    On(form->Get<CommandButton>("cmdPhoto")->Click, [&] {
+      form->RemovePage();
+      EXPECT_TRUE(IsWindow(button)) << "in the middle of its own message";
+      EXPECT_FALSE(IsWindowVisible(button));
+    });
     const int before = ChildrenOf(Native("frmSample"));
     user.Click("cmdPhoto");
     RunMessages();
     EXPECT_LT(ChildrenOf(Native("frmSample")), before - 8)
         << "those of the page, although one of them was pressed";
   });
-  EXPECT_EQ(OursLeft(), std::vector<std::wstring>());
+  EXPECT_EQ(OursLeft(), Texts());
   EXPECT_EQ(FindWindowW(win32::kWindowClass, nullptr), nullptr);
 }
 
@@ -142,6 +147,32 @@ TEST_F(NativeVisit, AHostThatDestroysTheWindowBelowEndsTheVisit) {
   }
   EXPECT_FALSE(form->Loaded());
   Visit([&] { EXPECT_EQ(driver->Text("txtName"), "") << "the next visit works"; });
+}
+
+TEST_F(NativeVisit, AWindowThatIsMadeSmallScrollsToWhatGetsTheKeyboard) {
+  Visit([&] {
+    const HWND window = Native("frmSample");
+    const auto in_sight = [&](const std::string& name) {
+      RECT box;
+      RECT all;
+      RECT both;
+      GetWindowRect(Native(name), &box);
+      GetClientRect(window, &all);
+      MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&all), 2);
+      return IntersectRect(&both, &box, &all) && EqualRect(&both, &box);
+    };
+    SetWindowPos(window, nullptr, 0, 0, 360, 240, SWP_NOMOVE | SWP_NOZORDER);
+    form->Get("txtName")->SetFocus();
+    EXPECT_TRUE(in_sight("txtName"));
+    EXPECT_FALSE(in_sight("cmdPhoto"));
+    form->Get("cmdPhoto")->SetFocus();
+    EXPECT_TRUE(in_sight("cmdPhoto"));
+    user.Click("txtInner");
+    EXPECT_TRUE(in_sight("txtInner"));
+    SetWindowPos(window, nullptr, 0, 0, 900, 700, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_TRUE(in_sight("txtName")) << "and back where there is room for all";
+    EXPECT_TRUE(in_sight("cmdPhoto"));
+  });
 }
 
 TEST_F(NativeVisit, TheResolutionOfTheThreadIsTheHosts) {
