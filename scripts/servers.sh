@@ -79,13 +79,23 @@ PYTHON
 )
 
 wait_for() {
-  local name=$1 port=$2 pid=$3
+  local name=$1 port=$2
   for _ in $(seq 300); do
-    kill -0 "$pid" 2>/dev/null || fail "$name did not start"
     if (exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null; then return; fi
     sleep 0.1
   done
   fail "$name does not answer"
+}
+
+# Starts a server in the background, and again whenever it has ended: a test may stop one.
+keep_running() {
+  local log=$1
+  shift
+  (while :; do
+    "${as_nobody[@]}" "$@" >>"$log" 2>&1 || true
+    sleep 0.5
+  done) &
+  servers+=($!)
 }
 
 start_postgresql() {
@@ -94,31 +104,29 @@ start_postgresql() {
   [ "$(id -u)" -ne 0 ] || chown nobody: "$data/password"
   "${as_nobody[@]}" env LC_ALL=C "$postgres/initdb" -D "$folder" -U dossierkit -A scram-sha-256 --pwfile="$data/password" \
     --encoding=UTF8 --locale=C --no-sync >"$data/initdb.log" 2>&1 || fail "initdb failed"
-  "${as_nobody[@]}" env LC_ALL=C "$postgres/postgres" -D "$folder" -c listen_addresses=127.0.0.1 -c port="$postgres_port" \
+  keep_running "$data/postgresql.log" env LC_ALL=C "$postgres/postgres" -D "$folder" -c listen_addresses=127.0.0.1 -c port="$postgres_port" \
     -c unix_socket_directories= -c fsync=off -c synchronous_commit=off -c full_page_writes=off \
-    -c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off >"$data/postgresql.log" 2>&1 &
-  servers+=($!)
+    -c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off
 }
 
 start_mariadb() {
   local folder=$data/mariadb
   "${as_nobody[@]}" env HOME="$data" "$mariadb_install" --no-defaults --datadir="$folder" --skip-test-db \
     --auth-root-authentication-method=normal >"$data/mariadb-install.log" 2>&1 || fail "mariadb-install-db failed"
-  (umask 077 && printf "create user dossierkit@127.0.0.1 identified by '%s';\ngrant all on *.* to dossierkit@127.0.0.1 with grant option;\n" \
+  (umask 077 && printf "create user if not exists dossierkit@127.0.0.1 identified by '%s';\ngrant all on *.* to dossierkit@127.0.0.1 with grant option;\n" \
     "$password" >"$data/users.sql")
   [ "$(id -u)" -ne 0 ] || chown nobody: "$data/users.sql"
   # The program's statements write one table's name in capitals and in small letters.
-  "${as_nobody[@]}" "$mariadbd" --no-defaults --datadir="$folder" --port="$mariadb_port" --bind-address=127.0.0.1 \
+  keep_running "$data/mariadb.log" "$mariadbd" --no-defaults --datadir="$folder" --port="$mariadb_port" --bind-address=127.0.0.1 \
     --socket=mariadb.sock --pid-file="$data/mariadb.pid" --init-file="$data/users.sql" --lower-case-table-names=1 \
     --character-set-server=utf8mb4 --skip-name-resolve --innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --innodb-flush-method=nosync --sync-frm=0 \
-    --innodb-fast-shutdown=2 --innodb-log-file-size=32M >"$data/mariadb.log" 2>&1 &
-  servers+=($!)
+    --innodb-fast-shutdown=2 --innodb-log-file-size=32M
 }
 
 start_postgresql
 start_mariadb
-wait_for PostgreSQL "$postgres_port" "${servers[0]}"
-wait_for MariaDB "$mariadb_port" "${servers[1]}"
+wait_for PostgreSQL "$postgres_port"
+wait_for MariaDB "$mariadb_port"
 
 export DOSSIERKIT_POSTGRESQL="Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=$postgres_port;Database=postgres;Uid=dossierkit;Pwd=$password"
 export DOSSIERKIT_MARIADB="Driver=MariaDB Unicode;Server=127.0.0.1;Port=$mariadb_port;Database=mysql;Uid=dossierkit;Pwd=$password"

@@ -1,8 +1,11 @@
 // A session that ends under the program, and tables that change under it.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <csignal>
 #include <functional>
 #include <string>
+#include <thread>
 
 #include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
@@ -31,6 +34,32 @@ class Sessions : public testing::Test {
     OpenServer(engine_)->RunNative(is_postgresql ? "select pg_terminate_backend(" + id + ", 5000)"
                                                  : "kill " + id);
   }
+  bool Answers() const {
+    try {
+      OpenServer(engine_);
+      return true;
+    } catch (const environment::Failure&) {
+      return false;
+    }
+  }
+  void WaitUntil(const std::function<bool()>& is_so) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (!is_so()) {
+      ASSERT_LT(std::chrono::steady_clock::now(), end);
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+  }
+  // What scripts/servers.sh started is stopped; it starts it again.
+  void StopTheServer() {
+    if (engine_ == "postgresql") {
+      const std::string file = environment::TextOf(
+          OpenServer(engine_)->RunNative("select pg_read_file('postmaster.pid')").ValueAt(0, 0));
+      ASSERT_EQ(kill(std::stoi(file), SIGINT), 0);
+    } else {
+      OpenServer(engine_)->RunNative("shutdown");
+    }
+    WaitUntil([&] { return !Answers(); });
+  }
   std::string One(const std::string& query) {
     return environment::TextOr(session_->Execute(query)->Fields(0), "NULL");
   }
@@ -57,6 +86,22 @@ TEST_F(Sessions, TheStatementBehindTheEndIsToldAndTheNextOneConnectsAnew) {
         << "what was reported saved";
     EXPECT_EQ(One("select count(*) from t where a='乙'"), "0");
   }
+}
+
+TEST_F(Sessions, AServerThatWasRestartedIsToldOnceAndGoesOn) {
+  session_->Run("insert into t(a,n) values('甲','1')");
+  StopTheServer();
+  const std::string told = Told([&] { session_->Run("insert into t(a,n) values('乙','2')"); });
+  EXPECT_TRUE(told.starts_with("与数据库服务器的连接已断开：")) << told;
+  // While it is away, or on its way back.
+  const std::string away = Told([&] { session_->Run("insert into t(a,n) values('丙','3')"); });
+  EXPECT_TRUE(away.empty() || away.starts_with("无法连接数据库服务器：")) << away;
+  WaitUntil([&] { return Answers(); });
+  EXPECT_EQ(One("select count(*) from t where a='甲'"), "1") << "what was reported saved";
+  EXPECT_EQ(One("select count(*) from t where a='乙'"), "0");
+  EXPECT_EQ(One("select count(*) from t where a='丙'"), away.empty() ? "1" : "0");
+  session_->Run("insert into t(a,n) values('丁','4')");
+  EXPECT_EQ(One("select n from t where a='丁'"), "4");
 }
 
 TEST_F(Sessions, ATransactionThatEndedWithItsSessionMustBeRolledBackFirst) {
