@@ -1,7 +1,5 @@
 #include "adapters/win32/application.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -12,20 +10,23 @@
 namespace dossierkit::win32 {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr UINT kRunLater = WM_USER;
 
 }  // namespace
 
-// A window of ours.
+// A window of ours, which knows it by its user data: the common controls' own way to come before a window,
+// with data that they look up twice for each message, makes a page take twice as long under Wine.
 struct Application::Link_ {
+  Application* application = nullptr;
+  WNDPROC before = nullptr;
   NativeView* view = nullptr;
   int depth = 0;  // of its messages on the stack
 };
 
 Application::Application() {
   queue_ = CreateWindowExW(0, kQueueClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, OwnModule(), nullptr);
-  SetWindowSubclass(queue_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+  SetWindowLongPtrW(queue_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  SetWindowLongPtrW(queue_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(QueueProcedure));
 }
 
 Application::~Application() {
@@ -35,7 +36,6 @@ Application::~Application() {
     DestroyWindow(window);
     links_.erase(window);
   }
-  RemoveWindowSubclass(queue_, Procedure, kSubclass);
   DestroyWindow(queue_);
 }
 
@@ -43,9 +43,14 @@ Application::~Application() {
 
 void Application::Link(HWND window, NativeView& view) {
   auto& link = links_[window];
-  if (!link) link = std::make_shared<Link_>();
+  const bool linked = link != nullptr;
+  if (!linked) link = std::make_shared<Link_>();
   link->view = &view;
-  SetWindowSubclass(window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+  if (linked) return;
+  link->application = this;
+  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(link.get()));
+  link->before = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
 }
 
 void Application::Unlink(HWND window) {
@@ -105,24 +110,32 @@ void Application::ReactivateTop() {
 
 // --- messages ------------------------------------------------------------------------------------
 
-LRESULT CALLBACK Application::Procedure(HWND window, UINT id, WPARAM wide, LPARAM low, UINT_PTR,
-                                        DWORD_PTR application) noexcept {
-  return reinterpret_cast<Application*>(application)->Receive(window, {id, wide, low});
+LRESULT CALLBACK Application::Procedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
+  const auto* link = reinterpret_cast<const Link_*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  return link ? link->application->Receive(window, {id, wide, low}) : DefWindowProcW(window, id, wide, low);
+}
+
+LRESULT CALLBACK Application::QueueProcedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
+  if (id == kRunLater) reinterpret_cast<Application*>(GetWindowLongPtrW(window, GWLP_USERDATA))->RunLater();
+  return DefWindowProcW(window, id, wide, low);
+}
+
+LRESULT Application::PassOn(HWND window, const Message& message) {
+  const auto* link = reinterpret_cast<const Link_*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  return link ? CallWindowProcW(link->before, window, message.id, message.wide, message.low)
+              : DefWindowProcW(window, message.id, message.wide, message.low);
 }
 
 LRESULT Application::Receive(HWND window, const Message& message) noexcept {
-  if (window == queue_) {
-    if (message.id == kRunLater) RunLater();
-    return DefSubclassProc(window, message.id, message.wide, message.low);
-  }
   const auto found = links_.find(window);
-  if (found == links_.end()) return DefSubclassProc(window, message.id, message.wide, message.low);
+  if (found == links_.end()) return PassOn(window, message);
   const std::shared_ptr<Link_> link = found->second;
   LRESULT result = 0;
   ++link->depth;
   Guard([&] { result = Pass(window, link, message); });
   --link->depth;
   if (message.id == WM_NCDESTROY) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     links_.erase(window);
     if (link->view) link->view->Lost();
   }
@@ -130,7 +143,7 @@ LRESULT Application::Receive(HWND window, const Message& message) noexcept {
 }
 
 LRESULT Application::Pass(HWND window, const std::shared_ptr<Link_>& link, const Message& message) {
-  if (!link->view) return DefSubclassProc(window, message.id, message.wide, message.low);
+  if (!link->view) return PassOn(window, message);
   if (message.id == WM_SETCURSOR && busy_) {
     SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)));
     return TRUE;
@@ -140,7 +153,7 @@ LRESULT Application::Pass(HWND window, const std::shared_ptr<Link_>& link, const
   if (link->view) {
     if (const auto answer = link->view->Receive(window, message)) return *answer;
   }
-  return DefSubclassProc(window, message.id, message.wide, message.low);
+  return PassOn(window, message);
 }
 
 // What a child tells its parent is its own view's business.

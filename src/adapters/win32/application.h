@@ -68,6 +68,9 @@ class Application {
   // Grows with each loop that begins.
   int LoopsBegun() const { return loops_begun_; }
 
+  // What the window did with a message before it was linked.
+  static LRESULT PassOn(HWND window, const Message& message);
+
   // Runs work once the present message, or event of the program's, has ended; where `life` expired before,
   // never.
   void Later(std::weak_ptr<void> life, std::function<void()> work);
@@ -91,8 +94,8 @@ class Application {
     std::function<void()> run;
   };
 
-  static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wide, LPARAM low, UINT_PTR,
-                                    DWORD_PTR application) noexcept;
+  static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept;
+  static LRESULT CALLBACK QueueProcedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept;
   LRESULT Receive(HWND window, const Message& message) noexcept;
   LRESULT Pass(HWND window, const std::shared_ptr<Link_>& link, const Message& message);
   std::optional<LRESULT> Told(const Message& message) const;

@@ -1,10 +1,15 @@
 #include "adapters/win32/box_frame.h"
 
-#include <commctrl.h>
-
+#include "adapters/win32/application.h"
 #include "adapters/win32/painting.h"
 
 namespace dossierkit::win32 {
+
+bool BoxFrame::SetPadding(const RECT& padding) {
+  if (EqualRect(&padding_, &padding)) return false;
+  padding_ = padding;
+  return true;
+}
 
 void BoxFrame::Refresh(HWND window) {
   SetWindowPos(window, nullptr, 0, 0, 0, 0,
@@ -21,10 +26,10 @@ std::optional<LRESULT> BoxFrame::Receive(HWND window, const Message& message) co
       place.top += edge + padding_.top;
       place.right -= edge + padding_.right;
       place.bottom -= edge + padding_.bottom;
-      return DefSubclassProc(window, message.id, message.wide, message.low);  // scroll bars
+      return Application::PassOn(window, message);  // scroll bars
     }
     case WM_NCPAINT: {
-      const LRESULT painted = DefSubclassProc(window, message.id, message.wide, message.low);
+      const LRESULT painted = Application::PassOn(window, message);
       Paint(window);
       return painted;
     }

@@ -13,9 +13,10 @@ class BoxFrame {
  public:
   explicit BoxFrame(const Look& look) : look_(look) {}
 
-  // The colour between the edge and the client area, and how wide that is besides the edge.
+  // The colour between the edge and the client area.
   void SetFill(COLORREF fill) { fill_ = fill; }
-  void SetPadding(const RECT& padding) { padding_ = padding; }
+  // How wide that is, besides the edge. True where it was another.
+  bool SetPadding(const RECT& padding);
   // To be asked first about each message of the box's window; the answer where the frame has given it.
   std::optional<LRESULT> Receive(HWND window, const Message& message) const;
   // The edge changed its width, or its colours.

@@ -60,6 +60,7 @@ EditView::~EditView() {
 
 std::optional<LRESULT> EditView::Receive(HWND window, const Message& message) {
   if (window != Handle()) return std::nullopt;
+  if (message.id == WM_ENABLE) ShowGround();
   if (const auto answer = frame_.Receive(window, message)) return answer;
   if (message.id == WM_CONTEXTMENU) {
     AskMenu(message.low);
@@ -98,12 +99,17 @@ void EditView::Enter(const std::wstring& text) {
 
 void EditView::ShowStyle() {
   NativeView::ShowStyle();
+  ShowGround();
+  ShowPlacement();
+}
+
+void EditView::ShowGround() {
   const COLORREF ground =
       IsWindowEnabled(Handle()) ? GetLook().ColorOf(box_.BackColor()) : GetLook().Colors().faint_base;
   if (ground_) DeleteObject(ground_);
   ground_ = CreateSolidBrush(ground);
   frame_.SetFill(ground);
-  ShowPlacement();
+  RedrawWindow(Handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
 }
 
 // The line of a box stands in the middle of its height.
@@ -113,9 +119,9 @@ void EditView::ShowPlacement() {
   const int inside = height - 2 * GetMetrics().Ring();
   const int above = multi_line_ ? GetMetrics().Scaled(2) : std::max(0, (inside - line) / 2);
   const int beside = GetMetrics().Scaled(kTextMargin);
-  frame_.SetPadding({beside, above, multi_line_ ? 0 : beside, 0});
+  const bool changed = frame_.SetPadding({beside, above, multi_line_ ? 0 : beside, 0});
   NativeView::ShowPlacement();
-  BoxFrame::Refresh(Handle());
+  if (changed) BoxFrame::Refresh(Handle());
 }
 
 // --- the native text -----------------------------------------------------------------------------

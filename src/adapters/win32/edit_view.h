@@ -39,6 +39,7 @@ class EditView : public NativeView {
   toolkit::EditBox& Edit() const { return box_; }
 
  private:
+  void ShowGround();
   void AskMenu(LPARAM place);
 
   toolkit::EditBox& box_;

@@ -1,7 +1,5 @@
 #include "adapters/win32/native_view.h"
 
-#include <commctrl.h>
-
 #include <system_error>
 
 #include "adapters/win32/accessible.h"
@@ -118,13 +116,20 @@ void NativeView::ShowPlacement() {
   const WindowView* window = Window();
   const toolkit::Rect place =
       window ? window->ShownPlace(control_) : GetMetrics().GetScale().Pixels(control_.Place());
+  RECT now;
+  GetWindowRect(window_, &now);
+  MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&now), 2);
+  const RECT wanted = {place.left, place.top, place.left + place.width, place.top + place.height};
+  if (EqualRect(&now, &wanted)) return;
   SetWindowPos(window_, nullptr, place.left, place.top, place.width, place.height,
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void NativeView::ShowState() {
   ShowWindow(window_, Shown() ? SW_SHOWNA : SW_HIDE);
-  EnableWindow(window_, EnabledThroughout(control_));
+  const BOOL enabled = EnabledThroughout(control_);
+  if (IsWindowEnabled(window_) == enabled) return;
+  EnableWindow(window_, enabled);
   EnumChildWindows(window_, EnableChild, reinterpret_cast<LPARAM>(&context_.application));
 }
 
@@ -138,10 +143,13 @@ void NativeView::SetTip(const std::wstring& text) const {
   if (WindowView* window = Window()) window->Tips().Set(window_, text);
 }
 
-void NativeView::Repaint() const { InvalidateRect(window_, nullptr, TRUE); }
+// What does not show yet is painted when it does.
+void NativeView::Repaint() const {
+  if (IsWindowVisible(window_)) InvalidateRect(window_, nullptr, TRUE);
+}
 
 LRESULT NativeView::Native(HWND window, const Message& message) {
-  return DefSubclassProc(window, message.id, message.wide, message.low);
+  return Application::PassOn(window, message);
 }
 
 std::optional<LRESULT> NativeView::Receive(HWND window, const Message& message) {
