@@ -129,6 +129,8 @@ wait_for PostgreSQL "$postgres_port"
 wait_for MariaDB "$mariadb_port"
 
 export DOSSIERKIT_POSTGRESQL="Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=$postgres_port;Database=postgres;Uid=dossierkit;Pwd=$password"
+# A test may stop them.
+export DOSSIERKIT_SERVERS_COME_BACK=1
 export DOSSIERKIT_MARIADB="Driver=MariaDB Unicode;Server=127.0.0.1;Port=$mariadb_port;Database=mysql;Uid=dossierkit;Pwd=$password"
 # In the background, so that a signal is heard at once.
 "$@" <&0 &

@@ -19,7 +19,7 @@ using environment::Value;
 
 // What one statement holds at most: servers limit its length.
 constexpr std::size_t kRowsOfAStatement = 200;
-constexpr std::size_t kBytesOfAStatement = 512 * 1024;
+constexpr std::size_t kBytesOfAStatement = std::size_t{512} * 1024;
 
 // The first cell of what a question gives, empty where it gives no row.
 std::string Answer(const Store& store, std::string_view question) {

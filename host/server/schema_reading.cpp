@@ -83,7 +83,7 @@ Schema SchemaOfFile(ado::Connection& database) {
 // A server's own type as schema.sql would declare it.
 std::string TypeOf(const Words& words, const std::string& table, const std::string& column,
                    const std::string& own) {
-  const std::string type = LowerCase(own);
+  std::string type = LowerCase(own);
   for (const auto& [known, beginning] : words.types) {
     if (!type.starts_with(beginning)) continue;
     if (known != "varchar") return std::string(known);

@@ -17,42 +17,40 @@ constexpr std::pair<std::string_view, std::string_view> kTypes[] = {
 // A connection draws an identifier by deleting all rows, adding one and reading it: each has rows of its own,
 // on each node of a cluster. A view asks no variable, but a function.
 constexpr std::string_view kIdentifiers[] = {
-    "create or replace function dossierkit_node() returns varchar(255) character set utf8mb4 deterministic "
-    "no sql "
-    "return concat(@@hostname, ':', @@port)",
+    ("create or replace function dossierkit_node() returns varchar(255) character set utf8mb4 "
+     "deterministic no sql return concat(@@hostname, ':', @@port)"),
     // The rows of a connection lie together, so that no two of them ever wait for one another.
-    "create table dossierkit_guid (connection bigint unsigned not null default 0, node varchar(255) not null "
-    "default '', entry_number bigint unsigned not null auto_increment, id varchar(38) default {identifier}, "
-    "val "
-    "varchar(10), "
-    "primary key (connection, node, entry_number), key (entry_number))" DOSSIERKIT_TABLE,
-    "create trigger tr_dossierkit_guid before insert on dossierkit_guid for each row "
-    "set new.node = dossierkit_node(), new.connection = connection_id()",
-    "create view S_GUID as select id, val from dossierkit_guid "
-    "where connection = connection_id() and node = dossierkit_node()",
+    ("create table dossierkit_guid (connection bigint unsigned not null default 0, "
+     "node varchar(255) not null default '', entry_number bigint unsigned not null auto_increment, "
+     "id varchar(38) default {identifier}, val varchar(10), "
+     "primary key (connection, node, entry_number), key (entry_number))" DOSSIERKIT_TABLE),
+    ("create trigger tr_dossierkit_guid before insert on dossierkit_guid for each row "
+     "set new.node = dossierkit_node(), new.connection = connection_id()"),
+    ("create view S_GUID as select id, val from dossierkit_guid "
+     "where connection = connection_id() and node = dossierkit_node()"),
 };
 
 constexpr std::string_view kTriggers[] = {
-    "create trigger tr_A01_delete after delete on A01 for each row begin "
-    "if not exists (select 1 from A01 where A00 = old.A00) then {deletions}end if; end",
+    ("create trigger tr_A01_delete after delete on A01 for each row begin "
+     "if not exists (select 1 from A01 where A00 = old.A00) then {deletions}end if; end"),
     // Persons who are entered at once draw the same number. The row is held until the first of them is
     // stored; only then can the next one see that his is taken. On another node of a cluster the change of
     // that row is a conflict.
-    "create table if not exists dossierkit_number (" DOSSIERKIT_KEY "drawn bigint unsigned)" DOSSIERKIT_TABLE,
+    ("create table if not exists dossierkit_number (" DOSSIERKIT_KEY
+     "drawn bigint unsigned)" DOSSIERKIT_TABLE),
     "insert into dossierkit_number (entry_number, drawn) values (1, 0) on duplicate key update drawn = 0",
-    "create trigger tr_A01_number before insert on A01 for each row begin declare taken int; "
-    "if new.A0199 is not null then "
-    "update dossierkit_number set drawn = drawn + 1 where entry_number = 1; "
-    "select count(*) into taken from A01 where A0199 = new.A0199 lock in share mode; "
-    "if taken > 0 then "
-    "set new.A0199 = (select max(A0199) + 1 from A01); "
-    "if new.A0199 > 32767 then signal sqlstate '45000' "
-    "set message_text = '人员编号 A0199 已经用到 32767，不能再增加人员'; end if; "
-    "end if; end if; end",
+    ("create trigger tr_A01_number before insert on A01 for each row begin declare taken int; "
+     "if new.A0199 is not null then "
+     "update dossierkit_number set drawn = drawn + 1 where entry_number = 1; "
+     "select count(*) into taken from A01 where A0199 = new.A0199 lock in share mode; "
+     "if taken > 0 then "
+     "set new.A0199 = (select max(A0199) + 1 from A01); "
+     "if new.A0199 > 32767 then signal sqlstate '45000' "
+     "set message_text = '人员编号 A0199 已经用到 32767，不能再增加人员'; end if; "
+     "end if; end if; end"),
     // Who has a person open; the case of persons is folded.
-    "create table if not exists dossierkit_open (person varchar(36) primary key, clerk varchar(128) not "
-    "null, "
-    "lease_end datetime(6) not null)" DOSSIERKIT_TABLE,
+    ("create table if not exists dossierkit_open (person varchar(36) primary key, "
+     "clerk varchar(128) not null, lease_end datetime(6) not null)" DOSSIERKIT_TABLE),
 };
 
 constexpr std::string_view kDrops[] = {"drop view if exists S_GUID", "drop table if exists dossierkit_guid",

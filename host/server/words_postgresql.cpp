@@ -12,30 +12,30 @@ constexpr std::pair<std::string_view, std::string_view> kTypes[] = {
 
 // A connection draws an identifier by deleting all rows, adding one and reading it: each has rows of its own.
 constexpr std::string_view kIdentifiers[] = {
-    "create table dossierkit_guid (connection integer not null default pg_backend_pid(), "
-    "id varchar(38) default {identifier}, val varchar(10))",
+    ("create table dossierkit_guid (connection integer not null default pg_backend_pid(), "
+     "id varchar(38) default {identifier}, val varchar(10))"),
     "create index ix_dossierkit_guid on dossierkit_guid (connection)",
     "create view s_guid as select id, val from dossierkit_guid where connection = pg_backend_pid()",
 };
 
 constexpr std::string_view kTriggers[] = {
-    "create function tr_a01_delete() returns trigger language plpgsql as $$ begin "
-    "if not exists (select 1 from a01 where lower(a00) = lower(old.a00)) then {deletions}end if; return "
-    "null; end $$",
+    ("create function tr_a01_delete() returns trigger language plpgsql as $$ begin "
+     "if not exists (select 1 from a01 where lower(a00) = lower(old.a00)) then {deletions}end if; return "
+     "null; end $$"),
     "create trigger tr_a01_delete after delete on a01 for each row execute function tr_a01_delete()",
     // Persons who are entered at once draw the same number. The lock is held until the first of them is
     // stored; only then can the next one see that his is taken.
-    "create function tr_a01_number() returns trigger language plpgsql as $$ begin "
-    "if new.a0199 is null then return new; end if; "
-    "perform pg_advisory_xact_lock(199, 199); "
-    "if exists (select 1 from a01 where a0199 = new.a0199) then "
-    "select max(a0199) + 1 into new.a0199 from a01; "
-    "if new.a0199 > 32767 then raise exception '人员编号 A0199 已经用到 32767，不能再增加人员'; end if; "
-    "end if; return new; end $$",
+    ("create function tr_a01_number() returns trigger language plpgsql as $$ begin "
+     "if new.a0199 is null then return new; end if; "
+     "perform pg_advisory_xact_lock(199, 199); "
+     "if exists (select 1 from a01 where a0199 = new.a0199) then "
+     "select max(a0199) + 1 into new.a0199 from a01; "
+     "if new.a0199 > 32767 then raise exception '人员编号 A0199 已经用到 32767，不能再增加人员'; end if; "
+     "end if; return new; end $$"),
     "create trigger tr_a01_number before insert on a01 for each row execute function tr_a01_number()",
     // Who has a person open; the case of persons is folded.
-    "create table dossierkit_open (person varchar(36) primary key, clerk varchar(128) not null, "
-    "lease_end timestamp with time zone not null)",
+    ("create table dossierkit_open (person varchar(36) primary key, clerk varchar(128) not null, "
+     "lease_end timestamp with time zone not null)"),
 };
 
 constexpr std::string_view kDrops[] = {"drop view if exists s_guid", "drop table if exists dossierkit_guid"};
