@@ -1,7 +1,7 @@
 // The object that hosts hold: its members, early and late bound, visits, failures, and who keeps what alive.
 #include <algorithm>
 #include <array>
-#include <barrier>
+#include <atomic>
 #include <mutex>
 #include <thread>
 
@@ -216,15 +216,20 @@ TEST_F(ComUserCtrl, AnotherThreadIsRefused) {
 }
 
 TEST_F(ComUserCtrl, OfTwoThreadsThatAskAtTheSameMomentOneHasTheServer) {
-  constexpr int kRounds = 1000;
+  constexpr int kRounds = 300;
   std::array<int, kRounds> servers{};
-  std::barrier rounds(2);
+  std::atomic<int> arrived{0};
   std::mutex counting;
   const auto ask = [&] {
+    int due = 0;
+    const auto meet = [&] {
+      due += 2;
+      for (++arrived; arrived < due;) std::this_thread::yield();
+    };
     for (int& server : servers) {
-      rounds.arrive_and_wait();
+      meet();
       const bool mine = RequireServer();
-      rounds.arrive_and_wait();
+      meet();
       if (!mine) continue;
       const std::lock_guard lock(counting);
       ++server;
