@@ -1,5 +1,6 @@
 #include "adapters/win32/win32_platform.h"
 
+#include <optional>
 #include <utility>
 
 #include "adapters/win32/application.h"
@@ -73,7 +74,7 @@ toolkit::MessageAnswer Win32Platform::ShowMessage(const std::string& text, int f
     const InSurroundings surroundings(parts_->controls);
     below->Present();
   }
-  const InSurroundings surroundings(parts_->controls);
+  std::optional<InSurroundings> surroundings(parts_->controls);
   parts_->ChooseLook();
   MessageDialog box(*parts_->context.look, text, flags, title, application.OwnerOfNext());
   box.OnAnswer([&application] { application.WakeLoops(); });
@@ -81,6 +82,7 @@ toolkit::MessageAnswer Win32Platform::ShowMessage(const std::string& text, int f
     // Enabled again before the box goes, so that the one below becomes the active one.
     const OthersDisabled others(box.Handle());
     box.Show();
+    surroundings.reset();  // the host's windows hear messages meanwhile
     application.RunUntil([&] { return box.Answered(); });
   }
   box.Hide();
