@@ -21,8 +21,8 @@ class Statements {
   // The rows that one statement gives, no columns for one that gives none.
   ado::Snapshot Run(const std::string& statement);
 
-  // Inserts, updates and deletes go to the tables of the database file, also where a temporary view of the same
-  // name stands before one.
+  // Inserts, updates and deletes go to the tables of the database file, also where a temporary view of the
+  // same name stands before one.
   void StoreInFile(bool they_do);
 
  private:
