@@ -94,10 +94,12 @@ QRect ElidedLabel::TextPlace() const {
 
 void ElidedLabel::Arrange() {
   const QFontMetrics metrics = fontMetrics();
+  arranged_for_ = size();
   bar_->hide();
   if (!wordWrap()) {
-    cut_ = metrics.horizontalAdvance(text()) > TextPlace().width();
-    lines_ = {Elided(text(), metrics, TextPlace().width())};
+    const int width = TextPlace().width();
+    cut_ = metrics.horizontalAdvance(text()) > width;
+    lines_ = {cut_ ? Ended(text(), metrics, width) : text()};
   } else {
     int all = 0;
     const int most = std::max(1, TextPlace().height() / std::max(1, metrics.lineSpacing()));
@@ -137,7 +139,8 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 
 void ElidedLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
-  Arrange();
+  // A first showing tells the size that it has already.
+  if (size() != arranged_for_) Arrange();
 }
 
 void ElidedLabel::wheelEvent(QWheelEvent* event) {

@@ -48,6 +48,7 @@ class ElidedLabel : public QLabel {
 
   QStringList lines_;
   QString own_tip_;
+  QSize arranged_for_;
   QScrollBar* bar_;
   bool scrolls_ = false;
   bool cut_ = false;
