@@ -1,7 +1,8 @@
 # cpack in build/windows-x64, once both widths are built: one zip with x64 and x86, each with the library, its icons
 # and the demo host with the sample, and beside them the documents and examples for hosts.
 set(widths x64 x86)
-install(TARGETS DossierKit dossier RUNTIME DESTINATION . LIBRARY DESTINATION . COMPONENT width)
+install(TARGETS DossierKit dossier RUNTIME DESTINATION . COMPONENT width
+  LIBRARY DESTINATION . COMPONENT width)
 install(FILES data/icons/USER.ICO data/icons/xinxj.ico ${SAMPLE_DATABASE} ${EMPTY_DATABASE} DESTINATION .
   COMPONENT width)
 install(DIRECTORY data/photos DESTINATION . COMPONENT width)

@@ -216,7 +216,7 @@ TEST_F(ComUserCtrl, AnotherThreadIsRefused) {
 }
 
 TEST_F(ComUserCtrl, OfTwoThreadsThatAskAtTheSameMomentOneHasTheServer) {
-  constexpr int kRounds = 300;
+  constexpr int kRounds = 50;
   std::array<int, kRounds> servers{};
   std::atomic<int> arrived{0};
   std::mutex counting;
