@@ -2,7 +2,7 @@
 install_packages() {
   local missing=()
   for package in "$@"; do
-    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+    [[ $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null) == *'install ok installed'* ]] || missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return 0
   echo "== Installing: ${missing[*]}"

@@ -16,7 +16,7 @@ version_of() { dpkg-query -W -f='${source:Version}' "$1"; }
 sqlite=$(version_of libsqlite3-dev)
 key=$({
   echo "$target $sqlite $(version_of googletest) ${flags[*]-}"
-  "$compiler" --version | head -n 1
+  "$compiler" --version
   cat "$0"
 } | sha256sum | cut -c 1-16)
 prefix=$folder/$target-$key

@@ -14,24 +14,29 @@ library=$here/packages/libdossierkit-dev_${version}_$(dpkg --print-architecture)
 expect "the version of the program" "$(dpkg-deb -f "$program" Version)" "$version"
 expect "what the library asks for" "$(dpkg-deb -f "$library" Depends)" \
   "dossierkit (= $version), libsqlite3-dev, qt6-base-dev, unixodbc-dev"
-dpkg-deb -f "$program" Depends | grep -q 'libqt6widgets6' || fail "the program does not ask for Qt"
+[[ $(dpkg-deb -f "$program" Depends) == *libqt6widgets6* ]] || fail "the program does not ask for Qt"
 lintian --fail-on error --tag-display-limit 0 "$program" "$library" >"$here/log" 2>&1 || { cat "$here/log"; fail "lintian"; }
 
 root=$here/root
 dpkg-deb -x "$program" "$root"
 desktop-file-validate "$root"/usr/share/applications/*.desktop
 appstreamcli validate --no-net "$root"/usr/share/metainfo/*.xml >"$here/log" || { cat "$here/log"; fail "AppStream"; }
-for page in "$root"/usr/share/man/man1/dossier.1.gz "$root"/usr/share/man/zh_CN/man1/dossier.1.gz; do
-  zgrep -q '^\.SH' "$page" || fail "$page is no man page"
+# Into files, since a pipe fails where grep has found its word before the whole page was written.
+mkdir "$here/man"
+for page in man1 zh_CN/man1; do
+  zcat "$root/usr/share/man/$page/dossier.1.gz" | tr -d '\\' >"$here/man/${page//\//.}"
+done
+for page in "$here"/man/*; do
+  grep -q '^\.SH' "$page" || fail "$page is no man page"
 done
 
 # Every option and command that the program knows is in both man pages and in the completion.
 dossier=$root/usr/bin/dossier
 words=$("$dossier" --help | grep -oE '^  +(--)?[a-z][a-z-]+|dossier [a-z]+(-[a-z]+)? ' | sed 's/^ *//; s/^dossier //; s/ *$//' | sort -u)
 for word in $words; do
-  case "$word" in --* | create-* | check) ;; *) continue ;; esac
-  for file in man1/dossier.1.gz zh_CN/man1/dossier.1.gz; do
-    zcat "$root/usr/share/man/$file" | tr -d '\\' | grep -q -e "$word" || fail "$file lacks $word"
+  case "$word" in --* | create-* | check | copy | history) ;; *) continue ;; esac
+  for page in "$here"/man/*; do
+    grep -q -e "$word" "$page" || fail "the page ${page##*/} lacks $word"
   done
   grep -q -e "$word" "$root/usr/share/bash-completion/completions/dossier" || fail "the completion lacks $word"
 done
