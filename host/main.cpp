@@ -1,8 +1,11 @@
 // dossier: the demo host.
+#include <fontconfig/fontconfig.h>
+
 #include <QApplication>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <thread>
 #include <vector>
 
 #include "adapters/qt/qt_platform.h"
@@ -97,6 +100,8 @@ void ChooseDisplay(const Options& options) {
 int Run(const Options& options) {
   if (const auto code = RunCommand(options)) return *code;
   ChooseDisplay(options);
+  // Qt needs the system's list of fonts when it has reached the display: it is read meanwhile.
+  const std::jthread fonts([] { FcInit(); });
   if (options.action == Options::Action::kTour) return RunTour(options);
   const auto database = OpenDatabase(options);
   Views platform;

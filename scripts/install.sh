@@ -23,8 +23,8 @@ install_packages() {
   return 1
 }
 
-build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libsqlite3-dev sqlite3 unixodbc-dev
-  fonts-wqy-zenhei)
+build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libfontconfig-dev libsqlite3-dev sqlite3
+  unixodbc-dev fonts-wqy-zenhei)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-format python3
   xvfb dbus at-spi2-core python3-pyatspi)
 # The servers that --servers tests with, and their drivers.
