@@ -170,6 +170,21 @@ void Player::ClickRow(const QString& table, int row) {
   });
 }
 
+void Player::ChooseFile(const QString& field, const QString& button, const QString& path) {
+  Click(field);
+  Type(path);
+  actions_.emplace_back("choose " + path, [=] {
+    if (!Find(field)) return true;
+    if (Find(button)) {
+      PostKey(Qt::Key_Return, {}, "\r");
+    } else {
+      PostKey(Qt::Key_Backspace, {}, "");
+      PostText(path.last(1));
+    }
+    return false;
+  });
+}
+
 void Player::Resize(int width, int height) {
   actions_.emplace_back("resize the window", [=] {
     QWidget* window = TopWindow();

@@ -29,6 +29,10 @@ class Player {
   // Clicks an item of the list of that name by its text, or a row of the table by its number (from 0).
   void ClickItem(const QString& list, const QString& text);
   void ClickRow(const QString& table, int row);
+  // Types a path into the field of that name of a file dialog, and Enter until the dialog has gone. Qt's
+  // dialog may have looked for the file before it had read the folder: its button is off then, and one letter
+  // is typed anew.
+  void ChooseFile(const QString& field, const QString& button, const QString& path);
   // Gives the topmost window a size, in pixels at 96 dpi.
   void Resize(int width, int height);
   // Writes a picture of the open windows.

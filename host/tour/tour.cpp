@@ -155,9 +155,7 @@ class Tour {
   void ChoosePhotograph(const std::string& file) {
     player_.Click("更新照片");
     player_.Click("选择(S)...");
-    player_.Click("文件名(N)：");
-    player_.Type(QString::fromStdString((photos_ / file).string()));
-    Enter();
+    player_.ChooseFile("文件名(N)：", "打开(O)", QString::fromStdString((photos_ / file).string()));
   }
 
   void Photograph() {
