@@ -28,7 +28,7 @@ build_packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libfontconf
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-format python3
   xvfb dbus at-spi2-core python3-pyatspi)
 # The servers that --servers tests with, and their drivers.
-server_packages=(postgresql odbc-postgresql mariadb-server odbc-mariadb)
+server_packages=(postgresql odbc-postgresql mariadb-server odbc-mariadb galera-4 rsync iproute2)
 # What the sanitizers, the static analysis, the fuzz targets and the packages need besides.
 check_packages=(clang libclang-rt-dev clang-tidy libjpeg-dev dpkg-dev lintian desktop-file-utils appstream)
 # What programs of Windows are built and run with: the compilers, the sources of their libraries, Wine, keys.

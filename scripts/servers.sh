@@ -1,13 +1,37 @@
 #!/usr/bin/env bash
-# Runs a command beside a PostgreSQL and a MariaDB server of its own, and stops both whatever becomes of it:
+# Runs a command beside database servers of its own, and stops them whatever becomes of it:
 #
-#   scripts/servers.sh command...
+#   scripts/servers.sh [--only ENGINES] [--durable] [--disk MEGABYTES] command...
 #
-# The command finds their connection strings in DOSSIERKIT_POSTGRESQL and DOSSIERKIT_MARIADB. The servers listen
-# on free ports of the loopback alone, with a password of this run, as a user without rights; their data lie below
-# build/servers and go with them. They keep nothing safe on the disk: they are for tests.
+#   --only     some of postgresql, mariadb and galera, in one argument with blanks between them; without it all
+#   --durable  what is stored outlives a server that is killed; without it they keep nothing safe on the disk
+#   --disk     their data lie on a disk of that size in memory (root alone can have one)
+#
+# The command finds their connection strings in DOSSIERKIT_POSTGRESQL, DOSSIERKIT_MARIADB and DOSSIERKIT_GALERA,
+# the last one a cluster of MariaDB with three nodes. They listen on free ports of the loopback alone, with a
+# password of this run, as a user without rights; their data lie below build/servers and go with them. A server
+# that ends is started again.
 set -euo pipefail
-[ $# -gt 0 ] || { sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2; }
+usage() {
+  sed -n '2,14s/^# \{0,1\}//p' "$0" >&2
+  exit 2
+}
+engines="postgresql mariadb galera"
+durable=
+disk=
+while [ $# -gt 0 ]; do
+  case $1 in
+    --only) engines=${2-}; shift 2 || usage ;;
+    --durable) durable=1; shift ;;
+    --disk) disk=${2-}; shift 2 || usage ;;
+    --*) usage ;;
+    *) break ;;
+  esac
+done
+[ $# -gt 0 ] || usage
+for engine in $engines; do
+  case $engine in postgresql | mariadb | galera) ;; *) usage ;; esac
+done
 root=$(cd "$(dirname "$(readlink -f "$0")")/.." && pwd)
 
 # What runs a program without rights that ends when this script does, even by a kill that no trap sees.
@@ -24,6 +48,9 @@ if ! "${as_nobody[@]}" test -x "$data"; then
   rmdir "$data"
   data=$(mktemp -d)
 fi
+if [ -n "$disk" ]; then
+  mount -t tmpfs -o "size=${disk}M,mode=755" dossierkit-servers "$data" || { rmdir "$data"; exit 1; }
+fi
 [ "$(id -u)" -ne 0 ] || chown nobody: "$data"
 
 servers=()
@@ -36,7 +63,9 @@ clean_up() {
   [ ${#servers[@]} -eq 0 ] || kill -KILL "${servers[@]}" 2>/dev/null || true
   wait "${servers[@]}" 2>/dev/null || true
   # The last children of a killed server may still be ending.
-  for _ in 1 2 3 4 5; do
+  for _ in 1 2 3 4 5 6 7 8 9 10; do
+    [ -z "$disk" ] || umount "$data" 2>/dev/null || { sleep 0.5; continue; }
+    disk=
     rm -rf "$data" 2>/dev/null && break
     sleep 0.5
   done
@@ -63,75 +92,171 @@ find_program() {
   done
   fail "${*: -1} is missing: ./test --servers installs it"
 }
-postgres=$(dirname "$(find_program "$(ls -d /usr/lib/postgresql/*/bin/initdb 2>/dev/null | sort -V | tail -n 1)" \
-  /usr/lib/postgresql/15/bin/initdb)")
-mariadbd=$(find_program /usr/sbin/mariadbd)
-mariadb_install=$(find_program /usr/bin/mariadb-install-db)
 
 password=$(od -An -N12 -tx1 /dev/urandom | tr -d ' \n')
-read -r postgres_port mariadb_port < <(python3 - <<'PYTHON'
+# For one server or node each: its own port, and three more among the nodes of the cluster.
+read -r -a ports < <(python3 - <<'PYTHON'
 import socket
-sockets = [socket.socket() for _ in range(2)]
+sockets = [socket.socket() for _ in range(14)]
 for one in sockets:
     one.bind(("127.0.0.1", 0))
 print(*(one.getsockname()[1] for one in sockets))
 PYTHON
 )
+postgresql_port=${ports[12]}
+mariadb_port=${ports[13]}
+galera_ports=("${ports[@]:0:3}")
+group_ports=("${ports[@]:3:3}")
+ist_ports=("${ports[@]:6:3}")
+sst_ports=("${ports[@]:9:3}")
 
+is_answering() { (exec 3<>"/dev/tcp/127.0.0.1/$1") 2>/dev/null; }
 wait_for() {
   local name=$1 port=$2
-  for _ in $(seq 300); do
-    if (exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null; then return; fi
+  for _ in $(seq 600); do
+    ! is_answering "$port" || return 0
     sleep 0.1
   done
   fail "$name does not answer"
 }
 
-# Starts a server in the background, and again whenever it has ended: a test may stop one.
+# A node answers before it takes statements.
+wait_for_node() {
+  local answer
+  wait_for "node $1 of the cluster" "${galera_ports[$1]}"
+  for _ in $(seq 600); do
+    answer=$(MYSQL_PWD=$password mariadb --no-defaults --host=127.0.0.1 --port="${galera_ports[$1]}" --user=dossierkit \
+      --batch --skip-column-names --execute="show status like 'wsrep_ready'" 2>/dev/null || true)
+    [ "$answer" != $'wsrep_ready\tON' ] || return 0
+    sleep 0.1
+  done
+  fail "node $1 of the cluster does not join it"
+}
+
+# Runs a server in the background, and again whenever it has ended: a test may stop one.
 keep_running() {
   local log=$1
   shift
   (while :; do
     "${as_nobody[@]}" "$@" >>"$log" 2>&1 || true
-    sleep 0.5
+    sleep 0.2
   done) &
   servers+=($!)
 }
 
 start_postgresql() {
-  local folder=$data/postgresql
+  local bin folder=$data/postgresql settings=(-c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off)
+  bin=$(dirname "$(find_program "$(ls -d /usr/lib/postgresql/*/bin/initdb 2>/dev/null | sort -V | tail -n 1)" \
+    /usr/lib/postgresql/15/bin/initdb)")
+  [ -n "$durable" ] || settings+=(-c fsync=off -c synchronous_commit=off -c full_page_writes=off)
+  # As much as a small disk has room for, and a file is not kept for later.
+  [ -z "$disk" ] || settings+=(-c max_wal_size=32MB -c min_wal_size=32MB)
   (umask 077 && printf '%s\n' "$password" >"$data/password")
   [ "$(id -u)" -ne 0 ] || chown nobody: "$data/password"
-  "${as_nobody[@]}" env LC_ALL=C "$postgres/initdb" -D "$folder" -U dossierkit -A scram-sha-256 --pwfile="$data/password" \
+  "${as_nobody[@]}" env LC_ALL=C "$bin/initdb" -D "$folder" -U dossierkit -A scram-sha-256 --pwfile="$data/password" \
     --encoding=UTF8 --locale=C --no-sync >"$data/initdb.log" 2>&1 || fail "initdb failed"
-  keep_running "$data/postgresql.log" env LC_ALL=C "$postgres/postgres" -D "$folder" -c listen_addresses=127.0.0.1 -c port="$postgres_port" \
-    -c unix_socket_directories= -c fsync=off -c synchronous_commit=off -c full_page_writes=off \
-    -c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off
+  keep_running "$data/postgresql.log" env LC_ALL=C "$bin/postgres" -D "$folder" -c listen_addresses=127.0.0.1 \
+    -c port="$postgresql_port" -c unix_socket_directories= "${settings[@]}"
 }
 
-start_mariadb() {
-  local folder=$data/mariadb
-  "${as_nobody[@]}" env HOME="$data" "$mariadb_install" --no-defaults --datadir="$folder" --skip-test-db \
-    --auth-root-authentication-method=normal >"$data/mariadb-install.log" 2>&1 || fail "mariadb-install-db failed"
+# What every server of MariaDB is started with; $1 is the name of its folder, $2 its port.
+set_mariadb() {
+  local program
+  program=$(find_program /usr/sbin/mariadbd)
+  # The program's statements write one table's name in capitals and in small letters.
+  mariadb=("$program" --no-defaults --datadir="$data/$1" --port="$2" --bind-address=127.0.0.1
+    --socket="$data/$1.sock" --pid-file="$data/$1.pid" --lower-case-table-names=1 --character-set-server=utf8mb4
+    --skip-name-resolve --innodb-log-file-size=32M --innodb-fast-shutdown=2 --innodb-buffer-pool-size=64M --sync-frm=0)
+  [ -n "$durable" ] || mariadb+=(--innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --innodb-flush-method=nosync)
+}
+
+# The folder that those of all servers are copies of.
+install_mariadb() {
+  local install
+  install=$(find_program /usr/bin/mariadb-install-db)
+  "${as_nobody[@]}" env HOME="$data" "$install" --no-defaults --datadir="$data/installed" --skip-test-db \
+    --innodb-log-file-size=32M --auth-root-authentication-method=normal >"$data/mariadb-install.log" 2>&1 ||
+    fail "mariadb-install-db failed"
   (umask 077 && printf "create user if not exists dossierkit@127.0.0.1 identified by '%s';\ngrant all on *.* to dossierkit@127.0.0.1 with grant option;\n" \
     "$password" >"$data/users.sql")
   [ "$(id -u)" -ne 0 ] || chown nobody: "$data/users.sql"
-  # The program's statements write one table's name in capitals and in small letters.
-  keep_running "$data/mariadb.log" "$mariadbd" --no-defaults --datadir="$folder" --port="$mariadb_port" --bind-address=127.0.0.1 \
-    --socket=mariadb.sock --pid-file="$data/mariadb.pid" --init-file="$data/users.sql" --lower-case-table-names=1 \
-    --character-set-server=utf8mb4 --skip-name-resolve --innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --innodb-flush-method=nosync --sync-frm=0 \
-    --innodb-fast-shutdown=2 --innodb-log-file-size=32M
 }
 
-start_postgresql
-start_mariadb
-wait_for PostgreSQL "$postgres_port"
-wait_for MariaDB "$mariadb_port"
+start_mariadb() {
+  cp -a "$data/installed" "$data/mariadb"
+  set_mariadb mariadb "$mariadb_port"
+  keep_running "$data/mariadb.log" "${mariadb[@]}" --init-file="$data/users.sql"
+}
 
-export DOSSIERKIT_POSTGRESQL="Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=$postgres_port;Database=postgres;Uid=dossierkit;Pwd=$password"
+# $1 is the number of the node, from 0.
+set_node() {
+  local provider
+  provider=$(ls /usr/lib/galera/libgalera_smm.so /usr/lib/*/libgalera_smm.so 2>/dev/null | head -n 1)
+  [ -n "$provider" ] || fail "galera-4 is missing: ./test --servers installs it"
+  [ -n "$(type -P rsync)" ] || fail "rsync is missing: ./test --servers installs it"
+  set_mariadb "node$1" "${galera_ports[$1]}"
+  # A node that is silent for two seconds is left out: it is on this machine.
+  mariadb+=(--performance-schema=OFF --binlog-format=ROW --innodb-autoinc-lock-mode=2 --wsrep-on=ON --wsrep-provider="$provider"
+    --wsrep-node-address="127.0.0.1:${group_ports[$1]}" --wsrep-sst-method=rsync
+    --wsrep-sst-receive-address="127.0.0.1:${sst_ports[$1]}"
+    --wsrep-provider-options="gmcast.listen_addr=tcp://127.0.0.1:${group_ports[$1]};ist.recv_addr=127.0.0.1:${ist_ports[$1]};base_port=${group_ports[$1]};gcache.size=32M;evs.keepalive_period=PT0.5S;evs.suspect_timeout=PT2S;evs.inactive_timeout=PT6S")
+}
+
+start_galera() {
+  local node server all="gcomm://127.0.0.1:${group_ports[0]},127.0.0.1:${group_ports[1]},127.0.0.1:${group_ports[2]}"
+  # One node alone makes the users and the identity of the cluster; the others begin as copies of it, so that
+  # they need nothing sent to them.
+  cp -a "$data/installed" "$data/node0"
+  set_node 0
+  "${as_nobody[@]}" "${mariadb[@]}" --wsrep-cluster-address=gcomm:// --init-file="$data/users.sql" >>"$data/node0.log" 2>&1 &
+  server=$!
+  servers+=("$server")
+  wait_for_node 0
+  # One that is still starting does not hear it.
+  for _ in $(seq 100); do
+    kill "$server" 2>/dev/null || break
+    sleep 0.1
+  done
+  ! kill -0 "$server" 2>/dev/null || fail "the first node does not end"
+  wait "$server" || true
+  unset 'servers[-1]'
+  rm -f "$data"/node0/galera.cache "$data"/node0/gvwstate.dat
+  for node in 1 2; do cp -a "$data/node0" "$data/node$node"; done
+  # It begins the cluster, and once it was stopped it joins the others as they do.
+  set_node 0
+  keep_running "$data/node0.log" bash -c 'begun=$1 address=gcomm://
+    [ ! -e "$begun" ] || address=$2
+    touch "$begun"
+    shift 2
+    exec "$@" --wsrep-cluster-address="$address"' node "$data/begun" "$all" "${mariadb[@]}"
+  wait_for_node 0
+  for node in 1 2; do
+    set_node "$node"
+    keep_running "$data/node$node.log" "${mariadb[@]}" --wsrep-cluster-address="$all"
+  done
+}
+
+case " $engines " in *" mariadb "* | *" galera "*) install_mariadb ;; esac
+for engine in $engines; do "start_$engine"; done
+for engine in $engines; do
+  case $engine in
+    postgresql)
+      wait_for PostgreSQL "$postgresql_port"
+      export DOSSIERKIT_POSTGRESQL="Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=$postgresql_port;Database=postgres;Uid=dossierkit;Pwd=$password"
+      ;;
+    mariadb)
+      wait_for MariaDB "$mariadb_port"
+      export DOSSIERKIT_MARIADB="Driver=MariaDB Unicode;Server=127.0.0.1;Port=$mariadb_port;Database=mysql;Uid=dossierkit;Pwd=$password"
+      ;;
+    galera)
+      for node in 0 1 2; do wait_for_node "$node"; done
+      export DOSSIERKIT_GALERA="Driver=MariaDB Unicode;Server=127.0.0.1:${galera_ports[0]},127.0.0.1:${galera_ports[1]},127.0.0.1:${galera_ports[2]};Database=mysql;Uid=dossierkit;Pwd=$password"
+      ;;
+  esac
+done
+
 # A test may stop them.
 export DOSSIERKIT_SERVERS_COME_BACK=1
-export DOSSIERKIT_MARIADB="Driver=MariaDB Unicode;Server=127.0.0.1;Port=$mariadb_port;Database=mysql;Uid=dossierkit;Pwd=$password"
 # In the background, so that a signal is heard at once.
 "$@" <&0 &
 command=$!
