@@ -1,7 +1,10 @@
 // dossier: the demo host.
 #include <fontconfig/fontconfig.h>
+#include <pwd.h>
+#include <unistd.h>
 
 #include <QApplication>
+#include <QSysInfo>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -97,6 +100,13 @@ void ChooseDisplay(const Options& options) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
 }
 
+// As one who waits for a person would look for whoever has him open.
+std::string UserAtMachine() {
+  const passwd* user = getpwuid(geteuid());
+  return (user ? std::string(user->pw_name) : std::to_string(geteuid())) + "@" +
+         QSysInfo::machineHostName().toStdString();
+}
+
 int Run(const Options& options) {
   if (const auto code = RunCommand(options)) return *code;
   ChooseDisplay(options);
@@ -108,7 +118,8 @@ int Run(const Options& options) {
   const auto connection = TracedForTheComponent(database, options);
   const Component component(platform, ShareFolder().string());
   const KeysHelp keys;
-  Visits visits(database, connection, PhotosFolder(options));
+  Visits visits(database, connection, PhotosFolder(options),
+                {options.own_rows, options.clerk.empty() ? UserAtMachine() : options.clerk});
   if (options.action == Options::Action::kPeople) {
     ShowPeople(database, visits, options);
   } else {

@@ -6,13 +6,17 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/environment/text.h"
+
 namespace dossierkit::host {
 namespace {
+
+constexpr std::size_t kLongestClerk = 128;
 
 constexpr char kVisitUsage[] =
     "dossier [--database FILE | --connection STRING] [--photos DIR]\n"
     "               [--person ID | --new] [--operation-type N] [--person-type N]\n"
-    "               [--trace-sql FILE] [--tour DIR]";
+    "               [--own-rows] [--clerk NAME] [--trace-sql FILE] [--tour DIR]";
 
 constexpr std::array<std::pair<std::string_view, const char*>, 8> kCommandUsages = {{
     {"check", "dossier check [FILE | --database FILE | --connection STRING] [--photos DIR] [--json]"},
@@ -119,6 +123,12 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       visit_options = true;
     } else if (argument == "--person-type") {
       options.person_type = ParseNumber(argument, value_of(argument));
+    } else if (argument == "--own-rows") {
+      options.own_rows = true;
+    } else if (argument == "--clerk") {
+      options.clerk = value_of(argument);
+      if (options.clerk.empty() || environment::Length(options.clerk) > kLongestClerk)
+        throw UsageError("--clerk takes a name of at most 128 characters");
     } else if (argument == "--trace-sql") {
       options.trace_file = value_of(argument);
     } else if (argument == "--tour" && options.action != Options::Action::kCheck) {
@@ -141,14 +151,16 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   }
   if (!options.person.empty() && new_person) throw UsageError("--person and --new exclude one another");
   const bool visit = !options.person.empty() || new_person;
+  const bool is_shared = options.own_rows || !options.clerk.empty();
   if (options.action == Options::Action::kCheck) {
-    if (visit || visit_options || options.person_type || !options.trace_file.empty())
+    if (visit || visit_options || is_shared || options.person_type || !options.trace_file.empty())
       throw UsageError("check takes a file, --database, --connection, --photos and --json");
     return options;
   }
   if (options.json) throw UsageError("--json goes with check");
   if (options.action == Options::Action::kTour) {
     if (visit || visit_options) throw UsageError("--tour chooses its own person");
+    if (is_shared) throw UsageError("--own-rows and --clerk do not go with --tour");
     return options;
   }
   if (visit_options && !visit) throw UsageError("--operation-type goes with --person or --new");
@@ -182,6 +194,9 @@ Without --person or --new: a window with the people of the database.
   --operation-type N    0 new person, 3 stored person; by default as --new or --person says
   --person-type N       1, 2 or 3: which recommendation joins the menu; by default
                         the stored person's own (A0136), and 1 for a new one
+  --own-rows            in the sets of many records a visit sees its own person's rows only; a server must have been
+                        prepared by create-rights
+  --clerk NAME          what another clerk is told who opens the same person on a server; by default USER@MACHINE
   --trace-sql FILE      writes one JSON object per statement of the component
   --tour DIR            plays a tour through the window and writes its pictures into DIR; its copies of
                         database and photographs lie in DIR/tour-data

@@ -1,6 +1,7 @@
 #include "host/visits.h"
 
 #include <QMessageBox>
+#include <QPushButton>
 #include <exception>
 #include <functional>
 #include <optional>
@@ -23,21 +24,39 @@ constexpr std::int16_t kLastType = 3;
 std::string Quoted(const std::string& text) { return "'" + environment::Replace(text, "'", "''") + "'"; }
 
 // A visit does not fail because the care for it does: the user is told, and goes on.
-void Try(QWidget* over, const std::function<void()>& care) {
+void Try(QWidget* over, const std::function<void()>& care, const char* what_failed = "整理此人的记录失败：") {
   try {
     care();
   } catch (const std::exception& failure) {
-    QMessageBox::warning(over, "人员档案", QString("整理此人的记录失败：") + failure.what());
+    QMessageBox::warning(over, "人员档案", QString(what_failed) + failure.what());
   }
+}
+
+// Two visits of one person overwrite each other; to look does no harm.
+bool IsOpenedAllTheSame(const std::string& clerk, QWidget* over) {
+  QMessageBox box(QMessageBox::Question, "人员档案",
+                  QString("%1 正在维护此人。两个人同时修改，会互相覆盖。").arg(QString::fromStdString(clerk)),
+                  QMessageBox::NoButton, over);
+  const auto* look = box.addButton("只查看，不修改(&L)", QMessageBox::AcceptRole);
+  box.setDefaultButton(box.addButton("不打开(&N)", QMessageBox::RejectRole));
+  box.exec();
+  return look == box.clickedButton();
 }
 
 }  // namespace
 
 Visits::Visits(std::shared_ptr<ado::Connection> database, std::shared_ptr<ado::Connection> connection,
-               std::string photos)
-    : database_(std::move(database)), connection_(std::move(connection)), photos_(std::move(photos)) {}
+               std::string photos, Sharing sharing)
+    : database_(std::move(database)),
+      connection_(std::move(connection)),
+      photos_(std::move(photos)),
+      sharing_(std::move(sharing)) {}
 
 bool Visits::Open(const VisitRequest& request, QWidget* over) {
+  std::optional<OpenMark> mark;
+  Try(
+      over, [&] { mark.emplace(*database_, request.person, sharing_.clerk); }, "不能标明谁正在维护此人：");
+  if (mark && !mark->Another().empty() && !IsOpenedAllTheSame(mark->Another(), over)) return false;
   std::vector<std::string> persons;
   if (!request.person.empty()) persons.push_back(request.person);
   PartDoubled(persons, over);
@@ -45,17 +64,10 @@ bool Visits::Open(const VisitRequest& request, QWidget* over) {
   std::optional<std::int64_t> highest;
   Try(over, [&] { highest = HighestBesides(request.person); });
 
-  IUserCtrl dossier;
-  dossier.SetConnection(connection_);
-  dossier.personID = request.person;
-  dossier.OperationType =
-      request.operation_type.value_or(request.person.empty() ? kNewPerson : kStoredPerson);
-  dossier.PersonType = request.person_type ? *request.person_type : PersonTypeOf(request.person);
-  dossier.PhotoPath = photos_;
   bool saved = false;
   std::exception_ptr failure;
   try {
-    saved = dossier.ShowDossier();
+    saved = ShowDossier(request);
   } catch (...) {
     failure = std::current_exception();
   }
@@ -68,6 +80,18 @@ bool Visits::Open(const VisitRequest& request, QWidget* over) {
   PutInOrder(persons, over);
   if (failure) std::rethrow_exception(failure);
   return saved;
+}
+
+bool Visits::ShowDossier(const VisitRequest& request) {
+  IUserCtrl dossier;
+  dossier.SetConnection(connection_);
+  dossier.personID = request.person;
+  dossier.OperationType =
+      request.operation_type.value_or(request.person.empty() ? kNewPerson : kStoredPerson);
+  dossier.PersonType = request.person_type ? *request.person_type : PersonTypeOf(request.person);
+  dossier.PhotoPath = photos_;
+  const auto own_rows = sharing_.own_rows ? ShowOwnRows(*database_, request.person) : nullptr;
+  return dossier.ShowDossier();
 }
 
 std::int16_t Visits::PersonTypeOf(const std::string& person) const {

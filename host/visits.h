@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/sharing.h"
 #include "platform/ado/connection.h"
 
 class QWidget;
@@ -20,19 +21,22 @@ struct VisitRequest {
   std::optional<std::int16_t> person_type;     // by default the person's own, or 1
 };
 
-// Numbers the person's records before and after each visit, and asks which row of a doubled person stays.
+// Numbers the person's records before and after each visit, asks which row of a doubled person stays, and
+// tells who else has the person open.
 class Visits {
  public:
   // `database` runs the host's own statements, `connection` is the component's. `photos` is a folder.
   Visits(std::shared_ptr<ado::Connection> database, std::shared_ptr<ado::Connection> connection,
-         std::string photos);
+         std::string photos, Sharing sharing = {});
 
   // Opens the component; what it asks besides stands over `over`. Returns what ShowDossier returned and
-  // throws what it threw, in either case with the person's records in order.
+  // throws what it threw, in either case with the person's records in order. False as well where the user
+  // leaves the person to another clerk.
   bool Open(const VisitRequest& request, QWidget* over = nullptr);
 
  private:
   std::int16_t PersonTypeOf(const std::string& person) const;
+  bool ShowDossier(const VisitRequest& request);
   void PartDoubled(const std::vector<std::string>& persons, QWidget* over);
   void PutInOrder(const std::vector<std::string>& persons, QWidget* over);
   // The greatest running number of all the other persons: who is stored from now on has a higher one.
@@ -42,6 +46,7 @@ class Visits {
   std::shared_ptr<ado::Connection> database_;
   std::shared_ptr<ado::Connection> connection_;
   std::string photos_;
+  Sharing sharing_;
 };
 
 }  // namespace dossierkit::host

@@ -35,6 +35,21 @@ TEST(Options, TypesAreTakenAsGiven) {
   EXPECT_EQ(options.person_type, 2);
 }
 
+TEST(Options, VisitsOfSeveralClerksSeeTheirOwnRowsAndHaveNames) {
+  const Options options = ParseOptions({"--connection", "c", "--own-rows", "--clerk", "zhang@desk-3"});
+  EXPECT_EQ(options.action, Action::kPeople);
+  EXPECT_TRUE(options.own_rows);
+  EXPECT_EQ(options.clerk, "zhang@desk-3");
+  EXPECT_FALSE(ParseOptions({"--connection", "c"}).own_rows);
+  EXPECT_EQ(ParseOptions({"--person", "P", "--own-rows"}).action, Action::kVisit);
+  EXPECT_EQ(ParseOptions({"--clerk", std::string(128, 'x')}).clerk.size(), 128U);
+  EXPECT_THROW(ParseOptions({"--clerk", std::string(129, 'x')}), UsageError);
+  EXPECT_THROW(ParseOptions({"--clerk", ""}), UsageError);
+  EXPECT_THROW(ParseOptions({"--tour", "dir", "--own-rows"}), UsageError);
+  EXPECT_THROW(ParseOptions({"check", "f.db", "--own-rows"}), UsageError);
+  EXPECT_THROW(ParseOptions({"check", "f.db", "--clerk", "x"}), UsageError);
+}
+
 TEST(Options, TheTourHasAFolder) {
   const Options options = ParseOptions({"--tour", "dir", "--trace-sql", "t.json"});
   EXPECT_EQ(options.action, Action::kTour);
