@@ -3,4 +3,5 @@
 set(DOSSIERKIT_WINDOWS_TARGET i686-w64-mingw32)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 set(DOSSIERKIT_WINDOWS_FLAGS "-mstackrealign -msse2 -mfpmath=sse")
+set(DOSSIERKIT_WINDOWS_WINE wine32.sh)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)

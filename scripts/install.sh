@@ -31,6 +31,7 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang-format python3
 server_packages=(postgresql odbc-postgresql mariadb-server odbc-mariadb galera-4 rsync iproute2)
 # What the sanitizers, the static analysis, the fuzz targets and the packages need besides.
 check_packages=(clang libclang-rt-dev clang-tidy libjpeg-dev dpkg-dev lintian desktop-file-utils appstream)
-# What programs of Windows are built and run with: the compilers, the sources of their libraries, Wine, keys.
+# What programs of Windows are built and run with: the compilers, the sources of their libraries, Wine, keys, and what
+# makes the Debian of 32 bits.
 windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev
-  googletest tcl dpkg-dev make wine wine64 xdotool)
+  googletest tcl dpkg-dev make wine wine64 xdotool debootstrap)
