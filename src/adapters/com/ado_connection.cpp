@@ -1,6 +1,9 @@
 #include "adapters/com/ado_connection.h"
 
+#include <charconv>
+#include <cstdint>
 #include <cstdio>
+#include <limits>
 #include <utility>
 
 #include "adapters/com/failures.h"
@@ -61,6 +64,15 @@ std::string IsoText(DATE date) {
   return {text, static_cast<std::size_t>(length)};
 }
 
+// A number of single precision with the digits that it was stored by: 0.1 and not 0.100000001490116.
+double Widened(float number) {
+  char digits[32];
+  const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+  double wide = 0;
+  std::from_chars(digits, end, wide);
+  return wide;
+}
+
 // The value as another type, in no language.
 Variant As(const VARIANT& value, VARTYPE type) {
   Variant other;
@@ -83,9 +95,12 @@ void Append(ado::Snapshot& rows, const VARIANT& value) {
     case VT_UI4:
     case VT_INT:
     case VT_UINT:
-    case VT_I8:
-    case VT_UI8: return rows.AppendInteger(V_I8(&As(value, VT_I8).Get()));
-    case VT_R4:
+    case VT_I8: return rows.AppendInteger(V_I8(&As(value, VT_I8).Get()));
+    case VT_UI8:
+      if (V_UI8(&value) > static_cast<ULONGLONG>(std::numeric_limits<std::int64_t>::max()))
+        throw environment::MakeFailure(environment::kOverflow);
+      return rows.AppendInteger(static_cast<std::int64_t>(V_UI8(&value)));
+    case VT_R4: return rows.AppendFloating(Widened(V_R4(&value)));
     case VT_R8:
     case VT_CY:
     case VT_DECIMAL: return rows.AppendFloating(V_R8(&As(value, VT_R8).Get()));

@@ -29,9 +29,9 @@ std::optional<LRESULT> BoxFrame::Receive(HWND window, const Message& message) co
       return Application::PassOn(window, message);  // scroll bars
     }
     case WM_NCPAINT: {
-      if (HasScrollBar(window)) Application::PassOn(window, message);
+      const LRESULT painted = Application::PassOn(window, message);
       Paint(window);
-      return 0;
+      return painted;
     }
     case WM_SETFOCUS:
     case WM_KILLFOCUS:

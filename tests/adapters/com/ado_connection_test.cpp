@@ -20,6 +20,7 @@ using environment::Value;
 class ComAdoConnection : public testing::Test {
  protected:
   ComAdoConnection() { *host_.Put() = new StandInConnection(engine_); }
+  ~ComAdoConnection() override { LateObject::on_any_call = nullptr; }
 
   Value One(const std::string& statement) { return AdoConnection(host_.Get()).Execute(statement)->Fields(0); }
   Failure FailureOf(const std::function<void()>& action) {
@@ -77,18 +78,27 @@ TEST_F(ComAdoConnection, ItsFailuresKeepNumberWordsAndStatement) {
   EXPECT_EQ(reading.description(), "没有当前记录");
 }
 
-TEST_F(ComAdoConnection, EachFailingCallIsToldAndLeavesNothingHeld) {
-  engine_->Run("insert into A01(A00) values('a')");
-  for (int n = 1; n <= 3; ++n) {
+TEST_F(ComAdoConnection, EachFailingCallOfAnyObjectIsToldAndLeavesNothingHeld) {
+  engine_->Run("insert into A01(A00,A0199) values('a',1)");
+  const auto read = [&] { AdoConnection(host_.Get()).Run("select A00,A0199 from A01"); };
+  int calls = 0;
+  LateObject::on_any_call = [&] { ++calls; };
+  read();
+  // Execute, State, Fields, Count; Item, Name and Type of two fields; EOF, GetRows, EOF, Close.
+  EXPECT_EQ(calls, 14);
+  for (int n = 1; n <= calls; ++n) {
     int left = n;
-    host_->on_call = [&](const std::string&) {
-      if (--left == 0) throw Failure(environment::kEngineFailure, "断开");
+    LateObject::on_any_call = [&] {
+      if (--left == 0) throw Failure(3265, "断开");
     };
-    EXPECT_EQ(FailureOf([&] { AdoConnection(host_.Get()).Run("select A00 from A01"); }).description(), "断开")
-        << n;
-    EXPECT_EQ(host_->References(), 1U);
+    const Failure failure = FailureOf(read);
+    EXPECT_EQ(failure.number(), 3265) << n;
+    EXPECT_EQ(failure.description(), "断开") << n;
+    EXPECT_EQ(failure.statement(), "select A00,A0199 from A01") << n;
+    EXPECT_EQ(host_->References(), 1U) << n;
+    EXPECT_EQ(LateObject::Living(), 1) << n;
   }
-  host_->on_call = nullptr;
+  LateObject::on_any_call = nullptr;
   EXPECT_EQ(One("select A00 from A01"), Value("a")) << "the next call works";
 }
 

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "shell/frm_dossier.h"
 #include "visit/runtime.h"
 
 namespace dossierkit::com {
@@ -63,6 +64,14 @@ void Library::Prepare(const Pointer<_IUserCtrl>& object) {
   EXPECT_EQ(object->put_OperationType(3), S_OK);
   EXPECT_EQ(object->put_PersonType(1), S_OK);
   EXPECT_EQ(object->put_personID(Bstr(kPerson).Get()), S_OK);
+}
+
+void Library::GoTo(headless::HeadlessUser& user, const std::string& set) {
+  const auto& items = TheRuntime().window->VMenu1().Items();
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i].key == set) return user.ClickMenu(static_cast<int>(i + 1));
+  }
+  FAIL() << "no set " << set;
 }
 
 std::string Library::Words() {

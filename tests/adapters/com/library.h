@@ -37,6 +37,8 @@ class Library : public testing::Test {
   void Scene(std::function<void(headless::HeadlessUser&)> scene);
   // Sets an object up for the person of the sample.
   void Prepare(const Pointer<_IUserCtrl>& object);
+  // Clicks the item of a set in the menu, as in "A03".
+  static void GoTo(headless::HeadlessUser& user, const std::string& set);
   // The description that the last failed call left, or empty.
   static std::string Words();
 

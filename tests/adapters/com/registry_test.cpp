@@ -67,9 +67,10 @@ TEST(ComTypeLibrary, HasTheMembersInTheirOrderWithTheirTypes) {
 
   struct Member {
     std::string name;
+    MEMBERID id;
     INVOKEKIND kind;
     VARTYPE type;
-    bool operator==(const Member&) const = default;
+    bool gives;  // the one parameter is the result
   };
   std::vector<Member> members;
   const std::size_t first = 7 * sizeof(void*);
@@ -81,28 +82,36 @@ TEST(ComTypeLibrary, HasTheMembersInTheirOrderWithTheirTypes) {
     ASSERT_EQ(early->GetFuncDesc(i, &function), S_OK);
     EXPECT_EQ(static_cast<std::size_t>(function->oVft), first + i * sizeof(void*));
     ASSERT_EQ(function->cParams, 1);
+    EXPECT_EQ(function->callconv, CC_STDCALL);
+    EXPECT_EQ(function->elemdescFunc.tdesc.vt, VT_HRESULT);
     const TYPEDESC& parameter = function->lprgelemdescParam[0].tdesc;
-    members.push_back({NameOf(early, function->memid), function->invkind,
-                       parameter.vt == VT_PTR ? parameter.lptdesc->vt : parameter.vt});
+    const USHORT flags = function->lprgelemdescParam[0].paramdesc.wParamFlags;
+    const bool gives = flags == (PARAMFLAG_FOUT | PARAMFLAG_FRETVAL);
+    EXPECT_TRUE(gives || flags == PARAMFLAG_FIN) << flags;
+    // An object is a pointer already, and one to a pointer where it is given back.
+    EXPECT_EQ(parameter.vt == VT_PTR, gives) << i;
+    members.push_back({NameOf(early, function->memid), function->memid, function->invkind,
+                       parameter.vt == VT_PTR ? parameter.lptdesc->vt : parameter.vt, gives});
     early->ReleaseFuncDesc(function);
   }
-  // An object is a pointer already, and one to a pointer where it is given back.
-  const std::vector<Member> expected = {{"Connection", INVOKE_PROPERTYPUTREF, VT_DISPATCH},
-                                        {"Connection", INVOKE_PROPERTYGET, VT_DISPATCH},
-                                        {"ShowDossier", INVOKE_FUNC, VT_BOOL},
-                                        {"OperationType", INVOKE_PROPERTYPUT, VT_I2},
-                                        {"OperationType", INVOKE_PROPERTYGET, VT_I2},
-                                        {"PersonType", INVOKE_PROPERTYPUT, VT_I2},
-                                        {"PersonType", INVOKE_PROPERTYGET, VT_I2},
-                                        {"PhotoPath", INVOKE_PROPERTYPUT, VT_BSTR},
-                                        {"PhotoPath", INVOKE_PROPERTYGET, VT_BSTR},
-                                        {"personID", INVOKE_PROPERTYPUT, VT_BSTR},
-                                        {"personID", INVOKE_PROPERTYGET, VT_BSTR}};
+  const std::vector<Member> expected = {{"Connection", 1, INVOKE_PROPERTYPUTREF, VT_DISPATCH, false},
+                                        {"Connection", 1, INVOKE_PROPERTYGET, VT_DISPATCH, true},
+                                        {"ShowDossier", 2, INVOKE_FUNC, VT_BOOL, true},
+                                        {"OperationType", 3, INVOKE_PROPERTYPUT, VT_I2, false},
+                                        {"OperationType", 3, INVOKE_PROPERTYGET, VT_I2, true},
+                                        {"PersonType", 4, INVOKE_PROPERTYPUT, VT_I2, false},
+                                        {"PersonType", 4, INVOKE_PROPERTYGET, VT_I2, true},
+                                        {"PhotoPath", 5, INVOKE_PROPERTYPUT, VT_BSTR, false},
+                                        {"PhotoPath", 5, INVOKE_PROPERTYGET, VT_BSTR, true},
+                                        {"personID", 6, INVOKE_PROPERTYPUT, VT_BSTR, false},
+                                        {"personID", 6, INVOKE_PROPERTYGET, VT_BSTR, true}};
   ASSERT_EQ(members.size(), expected.size());
   for (std::size_t i = 0; i < members.size(); ++i) {
     EXPECT_EQ(members[i].name, expected[i].name) << i;
+    EXPECT_EQ(members[i].id, expected[i].id) << i;
     EXPECT_EQ(members[i].kind, expected[i].kind) << i;
     EXPECT_EQ(members[i].type, expected[i].type) << i;
+    EXPECT_EQ(members[i].gives, expected[i].gives) << i;
   }
 }
 
@@ -124,6 +133,49 @@ bool HasKey(const std::wstring& name) {
 const std::wstring kClassName = L"CLSID\\{45483F2E-58DE-420B-B3B9-A87DA95D417D}";
 const std::wstring kInterfaceName = L"Interface\\{5C67C3BB-83D5-44BE-B6A7-184E2BD16833}";
 const std::wstring kLibraryName = L"TypeLib\\{7F89342B-8D28-4931-B102-52D7ED1D7CC9}";
+
+// Every key below that one with its values, in the order of the registry.
+void Dump(HKEY root, const std::wstring& path, std::vector<std::string>& lines) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+  lines.push_back(Utf8(path));
+  wchar_t name[512];
+  BYTE data[4096];
+  for (DWORD i = 0;; ++i) {
+    DWORD length = 512;
+    DWORD size = sizeof data;
+    DWORD type = 0;
+    const LSTATUS status = RegEnumValueW(key, i, name, &length, nullptr, &type, data, &size);
+    if (status == ERROR_NO_MORE_ITEMS) break;
+    ASSERT_EQ(status, ERROR_SUCCESS) << Utf8(path);
+    lines.push_back(Utf8(path) + " | " + Utf8(name) + " | " + std::to_string(type) + " | " +
+                    std::string(reinterpret_cast<const char*>(data), size));
+  }
+  for (DWORD i = 0;; ++i) {
+    DWORD length = 512;
+    if (RegEnumKeyExW(key, i, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+    Dump(root, path + L"\\" + name, lines);
+  }
+  RegCloseKey(key);
+}
+
+std::vector<std::string> Classes() {
+  std::vector<std::string> lines;
+  Dump(HKEY_LOCAL_MACHINE, L"Software\\Classes", lines);
+  Dump(HKEY_CURRENT_USER, L"Software\\Classes", lines);
+  return lines;
+}
+
+TEST(ComRegistration, UnregisteringLeavesTheRegistryAsItWas) {
+  const auto before = Classes();
+  ASSERT_GT(before.size(), 1000U) << "the whole of it";
+  Register(OwnFile());
+  const auto registered = Classes();
+  // Class, ProgID, library and interface: each key and value, of 64 bits also the interface for hosts of 32.
+  EXPECT_GT(registered.size(), before.size() + 20);
+  Unregister();
+  EXPECT_EQ(Classes(), before);
+}
 
 TEST(ComRegistration, WritesWhatHostsLookFor) {
   Register(OwnFile());

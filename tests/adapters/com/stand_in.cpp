@@ -160,6 +160,7 @@ HRESULT LateObject::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parame
   Arguments arguments;
   for (UINT i = parameters->cArgs; i > 0; --i) arguments.push_back(&parameters->rgvarg[i - 1]);
   try {
+    if (on_any_call) on_any_call();
     Variant answer = members_.at(static_cast<std::size_t>(member - 1)).second(arguments);
     if (result) std::swap(*result, answer.Get());
     return S_OK;

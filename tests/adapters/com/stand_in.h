@@ -29,17 +29,22 @@ class LateObject : public IDispatch {
                                    EXCEPINFO* info, UINT*) override;
 
   ULONG References() const { return references_; }
+  // How many there are of any kind.
+  static int Living() { return living_; }
+  // Before each call of a member of any object; what it throws is the member's failure.
+  static inline std::function<void()> on_any_call;
 
  protected:
   // Arguments in their order.
   using Arguments = std::vector<const VARIANT*>;
   using Member = std::function<Variant(const Arguments&)>;
 
-  LateObject() = default;
-  virtual ~LateObject() = default;
+  LateObject() { ++living_; }
+  virtual ~LateObject() { --living_; }
   void Has(const wchar_t* name, Member member) { members_.emplace_back(name, std::move(member)); }
 
  private:
+  static inline int living_ = 0;
   ULONG references_ = 1;
   std::vector<std::pair<std::wstring, Member>> members_;
 };
