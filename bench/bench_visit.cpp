@@ -35,27 +35,29 @@ std::string GeneratedDatabase(int persons, int records) {
   return path.string();
 }
 
+std::string CodeTable(int codes) {
+  return "create table BIG (dmcod varchar(9) collate nocase, dmcpt varchar(60) collate nocase,"
+         " dmhnd varchar(30) collate nocase, dmattr boolean);"
+         "insert into s_CodeTableDefine (dmgrp, codtbldsc) values ('BIG', '大');"
+         "insert into s_CodeLevDefine (dmgrp, levelnum, bit) values ('BIG',1,2),('BIG',2,4),('BIG',3,9);"
+         "with recursive n(i) as (select 0 union all select i + 1 from n where i < 9)"
+         " insert into BIG select printf('%02d', i), '第' || i || '类', 'l' || i, 0 from n;"
+         "with recursive n(i) as (select 0 union all select i + 1 from n where i < 99)"
+         " insert into BIG select printf('%02d%02d', i / 10, i % 10), '第' || i || '组', 'z' || i, 1 from n;"
+         "with recursive k(inner) as (select " +
+         std::to_string((codes - 110) / 100 + 1) +
+         "), n(i) as (select 0 union all select i + 1 from n where i < " + std::to_string(codes - 111) +
+         ")"
+         " insert into BIG select printf('%02d%02d%05d', i / inner / 10, i / inner % 10, i % inner),"
+         "  '第' || i || iif(i % 2, '号甲', '号乙'), 'h' || i, 1 from n, k;"
+         "create index ix_BIG_dmcod on BIG (dmcod);"
+         "create index ix_BIG_dmcpt on BIG (dmcpt);"
+         "create index ix_BIG_dmhnd on BIG (dmhnd);"
+         "create index ix_BIG_level on BIG (length(dmcod), dmcod, dmcpt, dmattr);";
+}
+
 void AddCodeTable(const std::string& database, int codes) {
-  sqlite::SqliteConnection connection(database);
-  connection.RunScript(
-      "create table BIG (dmcod varchar(9) collate nocase, dmcpt varchar(60) collate nocase,"
-      " dmhnd varchar(30) collate nocase, dmattr boolean);"
-      "insert into s_CodeTableDefine (dmgrp, codtbldsc) values ('BIG', '大');"
-      "insert into s_CodeLevDefine (dmgrp, levelnum, bit) values ('BIG',1,2),('BIG',2,4),('BIG',3,9);"
-      "with recursive n(i) as (select 0 union all select i + 1 from n where i < 9)"
-      " insert into BIG select printf('%02d', i), '第' || i || '类', 'l' || i, 0 from n;"
-      "with recursive n(i) as (select 0 union all select i + 1 from n where i < 99)"
-      " insert into BIG select printf('%02d%02d', i / 10, i % 10), '第' || i || '组', 'z' || i, 1 from n;"
-      "with recursive k(inner) as (select " +
-      std::to_string((codes - 110) / 100 + 1) +
-      "), n(i) as (select 0 union all select i + 1 from n where i < " + std::to_string(codes - 111) +
-      ")"
-      " insert into BIG select printf('%02d%02d%05d', i / inner / 10, i / inner % 10, i % inner),"
-      "  '第' || i || iif(i % 2, '号甲', '号乙'), 'h' || i, 1 from n, k;"
-      "create index ix_BIG_dmcod on BIG (dmcod);"
-      "create index ix_BIG_dmcpt on BIG (dmcpt);"
-      "create index ix_BIG_dmhnd on BIG (dmhnd);"
-      "create index ix_BIG_level on BIG (length(dmcod), dmcod, dmcpt, dmattr);");
+  sqlite::SqliteConnection(database).RunScript(CodeTable(codes));
 }
 
 BenchVisit::BenchVisit(const std::string& database, ado::TracingConnection::Observer observer) {

@@ -35,8 +35,10 @@ class Copy {
 // and kept in bench-data of the build folder.
 std::string GeneratedDatabase(int persons, int records);
 
-// Adds a code table "BIG" of that many codes in three levels, with captions of which every second one
-// holds 甲, to a database file.
+// The statements of SQLite that add a code table "BIG" of that many codes in three levels, with captions of
+// which every second one holds 甲.
+std::string CodeTable(int codes);
+// Adds it to a database file.
 void AddCodeTable(const std::string& database, int codes);
 
 class BenchVisit {

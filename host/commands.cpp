@@ -90,7 +90,8 @@ std::optional<int> RunCommand(const Options& options) {
     case Options::Action::kCreateEmpty: Create(options, EmptyDatabase(), CreateEmpty); return 0;
     case Options::Action::kCreateRights:
     case Options::Action::kCreateAudit:
-    case Options::Action::kHistory: RunOnServer(options); return 0;
+    case Options::Action::kHistory:
+    case Options::Action::kRestore: RunOnServer(options); return 0;
     case Options::Action::kCopy: Copy(options); return 0;
     case Options::Action::kCheck: return RunCheck(options);
     case Options::Action::kPeople:

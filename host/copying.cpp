@@ -137,9 +137,16 @@ void RunServerCommand(const Options& options) {
   auto& server = dynamic_cast<odbc::OdbcConnection&>(*connection);
   if (options.action == Options::Action::kCreateRights) return server::PrepareRights(server);
   if (options.action == Options::Action::kCreateAudit) return server::PrepareAudit(server);
+  if (options.action == Options::Action::kRestore) {
+    const server::RestoredRecord restored = server::RestoreRecord(server, options.change);
+    std::cout << "已恢复 " << restored.person << " 的 " << environment::UpperCase(restored.table);
+    if (restored.number) std::cout << " 第 " << *restored.number << " 条";
+    std::cout << "。\n";
+    return;
+  }
   for (const server::Change& change : server::HistoryOf(server, options.person)) {
-    std::cout << change.time << " " << change.user << " " << environment::UpperCase(change.table) << " "
-              << ActionOf(change) << "\n";
+    std::cout << change.number << " " << change.time << " " << change.user << " "
+              << environment::UpperCase(change.table) << " " << ActionOf(change) << "\n";
     if (!change.before.empty()) std::cout << "  前 " << change.before << "\n";
     if (!change.after.empty()) std::cout << "  后 " << change.after << "\n";
   }

@@ -11,7 +11,7 @@ namespace dossierkit::host {
 // Throws a Failure.
 void CopyTo(const Options& options, const std::string& source);
 
-// create-rights, create-audit and history on the server that the options name. Throws a Failure.
+// create-rights, create-audit, history and restore on the server that the options name. Throws a Failure.
 void RunServerCommand(const Options& options);
 
 // Copies a whole database, each named by a file or a connection string, with a bar on a terminal, and prints

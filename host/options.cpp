@@ -18,7 +18,7 @@ constexpr char kVisitUsage[] =
     "               [--person ID | --new] [--operation-type N] [--person-type N]\n"
     "               [--own-rows] [--clerk NAME] [--trace-sql FILE] [--tour DIR]";
 
-constexpr std::array<std::pair<std::string_view, const char*>, 8> kCommandUsages = {{
+constexpr std::array<std::pair<std::string_view, const char*>, 9> kCommandUsages = {{
     {"check", "dossier check [FILE | --database FILE | --connection STRING] [--photos DIR] [--json]"},
     {"create-sample", "dossier create-sample FILE | --connection STRING"},
     {"create-empty", "dossier create-empty FILE | --connection STRING"},
@@ -26,6 +26,7 @@ constexpr std::array<std::pair<std::string_view, const char*>, 8> kCommandUsages
     {"create-rights", "dossier create-rights --connection STRING"},
     {"create-audit", "dossier create-audit --connection STRING"},
     {"history", "dossier history --person ID --connection STRING"},
+    {"restore", "dossier restore --change N --connection STRING"},
     {"copy", "dossier copy --from FILE|STRING --to FILE|STRING"},
 }};
 
@@ -35,6 +36,15 @@ std::int16_t ParseNumber(const std::string& option, const std::string& text) {
   if (error != std::errc() || end != text.data() + text.size()) {
     throw UsageError(option + " takes a number from -32768 to 32767, not '" + text + "'");
   }
+  return number;
+}
+
+// As history shows it.
+std::int64_t ParseChange(const std::string& text) {
+  std::int64_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || number < 1)
+    throw UsageError("--change takes a number that history shows, not '" + text + "'");
   return number;
 }
 
@@ -49,6 +59,17 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   const auto value_of = [&](const std::string& option) -> const std::string& {
     if (next >= arguments.size()) throw UsageError(option + " takes a value");
     return arguments[next++];
+  };
+  // The rest of a command that takes two options, and cannot do without either.
+  using Target = std::pair<const char*, std::string*>;
+  const auto take_both = [&](const Target& one, const Target& other) {
+    const std::string both = arguments.front() + " takes " + one.first + std::string(" and ") + other.first;
+    while (next < arguments.size()) {
+      const std::string& which = arguments[next++];
+      if (which != one.first && which != other.first) throw UsageError(both);
+      *(which == one.first ? one : other).second = value_of(which);
+    }
+    if (one.second->empty() || other.second->empty()) throw UsageError(both);
   };
   while (next < arguments.size()) {
     const std::string& argument = arguments[next++];
@@ -83,24 +104,19 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     }
     if (argument == "history" && next == 1) {
       options.action = Options::Action::kHistory;
-      while (next < arguments.size()) {
-        const std::string& which = arguments[next++];
-        if (which != "--person" && which != "--connection")
-          throw UsageError("history takes --person and --connection");
-        (which == "--person" ? options.person : options.connection) = value_of(which);
-      }
-      if (options.person.empty() || options.connection.empty())
-        throw UsageError("history takes --person and --connection");
+      take_both({"--person", &options.person}, {"--connection", &options.connection});
+      return options;
+    }
+    if (argument == "restore" && next == 1) {
+      options.action = Options::Action::kRestore;
+      std::string number;
+      take_both({"--change", &number}, {"--connection", &options.connection});
+      options.change = ParseChange(number);
       return options;
     }
     if (argument == "copy" && next == 1) {
       options.action = Options::Action::kCopy;
-      while (next < arguments.size()) {
-        const std::string& which = arguments[next++];
-        if (which != "--from" && which != "--to") throw UsageError("copy takes --from and --to");
-        (which == "--from" ? options.from : options.to) = value_of(which);
-      }
-      if (options.from.empty() || options.to.empty()) throw UsageError("copy takes --from and --to");
+      take_both({"--from", &options.from}, {"--to", &options.to});
       return options;
     }
     if (argument == "check" && next == 1) {
@@ -211,6 +227,8 @@ Without --person or --new: a window with the people of the database.
                         what a visit needs that sees its own person's rows only
   create-audit          has every change of a record on a server written down from now on
   history               shows who changed a person's records when, with each row before and after
+  restore               brings a record back as it stood before the change of that number, which history shows; in a
+                        set of many records it overwrites none, and is numbered behind them where its number is taken
   copy                  moves a database between a file and a server, or two servers, each named by a file or a
                         connection string; the target must be empty, and both sides are compared
 

@@ -19,6 +19,7 @@ struct Options {
     kCreateRights,
     kCreateAudit,
     kHistory,
+    kRestore,
     kCopy,
     kCheck,
     kHelp,
@@ -32,11 +33,12 @@ struct Options {
   std::int16_t operation_type = 0;
   std::optional<std::int16_t> person_type;  // by default the stored person's own, or 1
   std::string trace_file;
-  bool own_rows = false;  // a visit sees its own person's rows only
-  std::string clerk;      // who has a person open, for other clerks; empty: user and machine
-  std::string folder;     // of the tour's pictures
-  std::string file;       // of create-sample and create-empty, unless `connection` says where, and of check
-  std::string from;       // of copy: a file or a connection string each
+  bool own_rows = false;    // a visit sees its own person's rows only
+  std::string clerk;        // who has a person open, for other clerks; empty: user and machine
+  std::string folder;       // of the tour's pictures
+  std::string file;         // of create-sample and create-empty, unless `connection` says where, and of check
+  std::int64_t change = 0;  // of restore
+  std::string from;         // of copy: a file or a connection string each
   std::string to;
   bool json = false;  // of check
 };

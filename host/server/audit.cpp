@@ -1,5 +1,6 @@
 #include "host/server/audit.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <initializer_list>
 #include <utility>
@@ -80,6 +81,100 @@ std::vector<std::string> MariadbStatements(const Schema& schema) {
   return statements;
 }
 
+bool IsPostgresql(const odbc::OdbcConnection& server) { return server.EngineName() == "PostgreSQL"; }
+
+std::string ConstantOf(const odbc::OdbcConnection& server, const std::string& text) {
+  return jet::ConstantOf(text, server.EngineRenderer());
+}
+
+[[noreturn]] void Refuse(const std::string& sentence) {
+  throw environment::Failure(environment::kInvalidCall, sentence);
+}
+
+// The answer to a question about what was written down.
+ado::Snapshot Audit(odbc::OdbcConnection& server, const std::string& question) {
+  try {
+    return server.RunNative(question);
+  } catch (const environment::Failure& failure) {
+    if (failure.number() != environment::kNoSuchTable) throw;
+    throw environment::Failure(
+        failure.number(), "数据库没有记录修改，请由管理员运行 dossier create-audit，此后的修改才会记录。");
+  }
+}
+
+// One record on its way back into its table.
+class Restoring {
+ public:
+  // `object` is the row as the triggers wrote it down.
+  Restoring(odbc::OdbcConnection& server, const Table& table, const std::string& person,
+            const std::string& object)
+      : server_(server),
+        table_(table),
+        name_(Quoted(table.name)),
+        person_(ConstantOf(server, person)),
+        object_(ConstantOf(server, object)) {}
+
+  // Gives the record's number, in a set of many.
+  std::optional<std::int64_t> Run() {
+    const bool is_person = environment::EqualIgnoringCase(table_.name, "A01");
+    if (!is_person && Count("A01") == 0) Refuse("此人已被删除，请先恢复其 A01 的记录。");
+    if (!IsSetOfMany(table_)) {
+      // A deletion in A01 would take along the person's rows in all sets.
+      server_.RunNative(Count(table_.name) > 0 ? Update() : Insert({}, {}));
+      return {};
+    }
+    const std::string column = Quoted(table_.name + "99");
+    const std::string next = "(select coalesce(max(" + column + "), 0) + 1 from " + name_ + Where() + ")";
+    std::int64_t number = Number("select coalesce(" + ValueOf(table_.name + "99") + ", " + next + ")");
+    if (Count(table_.name, " and " + column + " = " + std::to_string(number)) > 0)
+      number = Number("select " + next);
+    server_.RunNative(Insert(column, std::to_string(number)));
+    return number;
+  }
+
+ private:
+  std::string Quoted(const std::string& name) const { return QuotedName(server_.EngineName(), name); }
+  std::int64_t Number(const std::string& question) {
+    return environment::ToInt32(server_.RunNative(question).ValueAt(0, 0));
+  }
+  std::int64_t Count(const std::string& table, const std::string& condition = {}) {
+    return Number("select count(*) from " + Quoted(table) + Where() + condition);
+  }
+  std::string Where() const {
+    return IsPostgresql(server_) ? " where lower(a00) = lower(" + person_ + ")" : " where A00 = " + person_;
+  }
+  // A column of the record, in the type of its table.
+  std::string ValueOf(const std::string& column) const {
+    return IsPostgresql(server_) ? "(json_populate_record(cast(null as " + name_ + "), cast(" + object_ +
+                                       " as json)))." + Quoted(column)
+                                 : "json_value(" + object_ + ", '$." + environment::LowerCase(column) + "')";
+  }
+  // All columns as they were, but for the one that has another value.
+  std::string Insert(const std::string& changed, const std::string& value) const {
+    std::string columns;
+    std::string values;
+    for (const Column& column : table_.columns) {
+      const std::string name = Quoted(column.name);
+      columns += (columns.empty() ? "" : ", ") + name;
+      values += (values.empty() ? "" : ", ") +
+                (environment::EqualIgnoringCase(name, changed) ? value : ValueOf(column.name));
+    }
+    return "insert into " + name_ + " (" + columns + ") values (" + values + ")";
+  }
+  std::string Update() const {
+    std::string assignments;
+    for (const Column& column : table_.columns)
+      assignments += (assignments.empty() ? "" : ", ") + Quoted(column.name) + " = " + ValueOf(column.name);
+    return "update " + name_ + " set " + assignments + Where();
+  }
+
+  odbc::OdbcConnection& server_;
+  const Table& table_;
+  std::string name_;
+  std::string person_;
+  std::string object_;
+};
+
 }  // namespace
 
 void PrepareAudit(odbc::OdbcConnection& server) {
@@ -90,30 +185,48 @@ void PrepareAudit(odbc::OdbcConnection& server) {
 }
 
 std::vector<Change> HistoryOf(odbc::OdbcConnection& server, const std::string& person) {
-  const bool is_postgresql = server.EngineName() == "PostgreSQL";
-  const std::string constant = jet::ConstantOf(person, server.EngineRenderer());
+  const std::string constant = ConstantOf(server, person);
+  const ado::Snapshot rows =
+      Audit(server, IsPostgresql(server)
+                        ? "select number, to_char(changed, 'YYYY-MM-DD HH24:MI:SS'), who, tbl, action, "
+                          "before, after from dossierkit_audit where lower(person) = lower(" +
+                              constant + ") order by number"
+                        : "select number, date_format(changed, '%Y-%m-%d %H:%i:%s'), who, tbl, action, "
+                          "`before`, `after` from dossierkit_audit where person = " +
+                              constant + " order by number");
   std::vector<Change> changes;
-  try {
-    const ado::Snapshot rows = server.RunNative(
-        is_postgresql
-            ? "select to_char(changed, 'YYYY-MM-DD HH24:MI:SS'), who, tbl, action, before, after from "
-              "dossierkit_audit where lower(person) = lower(" +
-                  constant + ") order by number"
-            : "select date_format(changed, '%Y-%m-%d %H:%i:%s'), who, tbl, action, `before`, `after` from "
-              "dossierkit_audit where person = " +
-                  constant + " order by number");
-    for (std::size_t row = 0; row < rows.RowCount(); ++row) {
-      const auto cell = [&](std::size_t column) {
-        return environment::TextOr(rows.ValueAt(row, column), "");
-      };
-      changes.push_back({cell(0), cell(1), cell(2), cell(3), cell(4), cell(5)});
-    }
-  } catch (const environment::Failure& failure) {
-    if (failure.number() != environment::kNoSuchTable) throw;
-    throw environment::Failure(
-        failure.number(), "数据库没有记录修改，请由管理员运行 dossier create-audit，此后的修改才会记录。");
+  for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+    const auto cell = [&](std::size_t column) { return environment::TextOr(rows.ValueAt(row, column), ""); };
+    changes.push_back({std::stoll(cell(0)), cell(1), cell(2), cell(3), cell(4), cell(5), cell(6)});
   }
   return changes;
+}
+
+RestoredRecord RestoreRecord(odbc::OdbcConnection& server, std::int64_t number) {
+  const std::string ordinal = "第 " + std::to_string(number) + " 号修改";
+  const ado::Snapshot change =
+      Audit(server, std::string("select person, tbl, ") + (IsPostgresql(server) ? "before" : "`before`") +
+                        " from dossierkit_audit where number = " + std::to_string(number));
+  if (change.RowCount() == 0) Refuse("没有" + ordinal + "。");
+  const auto cell = [&](std::size_t column) { return environment::TextOr(change.ValueAt(0, column), ""); };
+  RestoredRecord restored{cell(0), cell(1), {}};
+  if (cell(2).empty()) Refuse(ordinal + "是增加，在它之前没有可以恢复的记录。");
+  const Schema schema = SchemaOf(StoreOf(server));
+  const auto table = std::find_if(schema.tables.begin(), schema.tables.end(), [&](const Table& known) {
+    return environment::EqualIgnoringCase(known.name, restored.table);
+  });
+  if (table == schema.tables.end())
+    Refuse(ordinal + "所在的表 " + environment::UpperCase(restored.table) + " 已经不在数据库中。");
+
+  server.BeginTrans();
+  try {
+    restored.number = Restoring(server, *table, restored.person, cell(2)).Run();
+    server.CommitTrans();
+  } catch (...) {
+    server.RollbackTrans();
+    throw;
+  }
+  return restored;
 }
 
 }  // namespace dossierkit::server

@@ -1,6 +1,8 @@
 // Audit on a server: who changed which record when, and from what into what.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,16 +16,30 @@ namespace dossierkit::server {
 DOSSIERKIT_EXPORT void PrepareAudit(odbc::OdbcConnection& server);
 
 struct Change {
-  std::string time;    // of the server, yyyy-mm-dd hh:mm:ss
-  std::string user;    // of the connection
-  std::string table;   // in small letters
-  std::string action;  // "insert", "update" or "delete"
-  std::string before;  // the row as a JSON object, empty for a new one
-  std::string after;   // empty for one that was deleted
+  std::int64_t number = 0;  // rises from change to change
+  std::string time;         // of the server, yyyy-mm-dd hh:mm:ss
+  std::string user;         // of the connection
+  std::string table;        // in small letters
+  std::string action;       // "insert", "update" or "delete"
+  std::string before;       // the row as a JSON object, empty for a new one
+  std::string after;        // empty for one that was deleted
 };
 
 // The changes of a person's rows, the oldest first; none where nothing was written down. Throws a Failure
 // where the audit was not prepared.
 DOSSIERKIT_EXPORT std::vector<Change> HistoryOf(odbc::OdbcConnection& server, const std::string& person);
+
+// Where a record came back.
+struct RestoredRecord {
+  std::string person;
+  std::string table;                   // in small letters
+  std::optional<std::int64_t> number;  // in a set of many records
+};
+
+// Brings back the record as it stood before the change of that number. In a set of one record it takes the
+// place of the person's present one; in a set of many it overwrites none: where its number is taken it gets
+// the one behind the highest. It is itself a change that is written down. Throws a Failure, and nothing has
+// changed then: where there was no record before the change, or the person has no row in A01.
+DOSSIERKIT_EXPORT RestoredRecord RestoreRecord(odbc::OdbcConnection& server, std::int64_t number);
 
 }  // namespace dossierkit::server

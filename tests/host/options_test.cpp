@@ -95,6 +95,18 @@ TEST(Options, ADatabaseIsMadeOnAServerByItsConnectionString) {
   EXPECT_THROW(ParseOptions({"create-other", "f.db"}), UsageError);
 }
 
+TEST(Options, RestoreTakesTheNumberOfAChange) {
+  const Options options = ParseOptions({"restore", "--change", "12", "--connection", "c"});
+  EXPECT_EQ(options.action, Action::kRestore);
+  EXPECT_EQ(options.change, 12);
+  EXPECT_EQ(options.connection, "c");
+  for (const char* number : {"0", "-1", "x", "1x", "", "99999999999999999999"})
+    EXPECT_THROW(ParseOptions({"restore", "--change", number, "--connection", "c"}), UsageError) << number;
+  EXPECT_THROW(ParseOptions({"restore", "--change", "1"}), UsageError);
+  EXPECT_THROW(ParseOptions({"restore", "--connection", "c"}), UsageError);
+  EXPECT_THROW(ParseOptions({"restore", "--connection", "c", "--change"}), UsageError);
+}
+
 TEST(Options, CopyTakesTwoDatabases) {
   const Options options = ParseOptions({"copy", "--to", "y.db", "--from", "x.db"});
   EXPECT_EQ(options.action, Action::kCopy);

@@ -70,7 +70,7 @@ TEST_F(Program, WrongArgumentsPrintTheUsageAndExitWithTwo) {
   EXPECT_EQ(outcome.error, R"(dossier: unknown argument '--nonsense'
 usage: dossier [--database FILE | --connection STRING] [--photos DIR]
                [--person ID | --new] [--operation-type N] [--person-type N]
-               [--trace-sql FILE] [--tour DIR]
+               [--own-rows] [--clerk NAME] [--trace-sql FILE] [--tour DIR]
 'dossier --help' says more.
 )");
 }

@@ -34,7 +34,7 @@ done
 dossier=$root/usr/bin/dossier
 words=$("$dossier" --help | grep -oE '^  +(--)?[a-z][a-z-]+|dossier [a-z]+(-[a-z]+)? ' | sed 's/^ *//; s/^dossier //; s/ *$//' | sort -u)
 for word in $words; do
-  case "$word" in --* | create-* | check | copy | history) ;; *) continue ;; esac
+  case "$word" in --* | create-* | check | copy | history | restore) ;; *) continue ;; esac
   for page in "$here"/man/*; do
     grep -q -e "$word" "$page" || fail "the page ${page##*/} lacks $word"
   done

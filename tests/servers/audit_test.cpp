@@ -4,11 +4,14 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
 #include "adapters/sqlite/sqlite_connection.h"
 #include "host/server/copy.h"
+#include "host/server/schema.h"
+#include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
 #include "tests/support/memory_database.h"
 #include "tests/support/program.h"
@@ -31,7 +34,9 @@ class Audit : public testing::Test {
         "create table s_infotable (tblname varchar(10) collate nocase);"
         "create table S_GUID (id varchar(38) collate nocase default ('x'), val varchar(10));"
         "create table A01 (A00 varchar(36) collate nocase, A0101 varchar(20) collate nocase, A0199 integer);"
-        "create table A02 (A00 varchar(36) collate nocase, A0202 ntext collate nocase, A0299 integer);");
+        "create table A02 (A00 varchar(36) collate nocase, A0202 ntext collate nocase, A0203 datetime, "
+        "A0204 boolean, A0205 double, A0299 integer);"
+        "create table A12 (A00 varchar(36) collate nocase, A1201 varchar(20) collate nocase);");
     database_ = OpenServer(engine_, kDatabase);
     server::CopyDatabase(server::StoreOf(*source), server::StoreOf(*database_));
   }
@@ -40,6 +45,34 @@ class Audit : public testing::Test {
   Outcome History(const std::string& person) {
     return RunProgram(
         folder_, "history --person '" + person + "' --connection '" + ServerString(engine_, kDatabase) + "'");
+  }
+
+  Outcome Restore(const std::string& number) {
+    return RunProgram(
+        folder_, "restore --change '" + number + "' --connection '" + ServerString(engine_, kDatabase) + "'");
+  }
+  // The number of a person's change, from 0, the last one by default.
+  std::int64_t Change(std::size_t index = 1000) {
+    const auto changes = server::HistoryOf(*database_, "P");
+    return changes.at(std::min(index, changes.size() - 1)).number;
+  }
+  std::string Rows(const std::string& query) {
+    const auto rows = database_->Execute(query);
+    std::string text;
+    for (std::int32_t row = 1; row <= rows->RecordCount(); ++row) {
+      for (std::size_t column = 0; column < rows->FieldCount(); ++column)
+        text += (column > 0 ? "|" : "") + environment::TextOr(rows->ValueAt(row, column), "NULL");
+      text += "\n";
+    }
+    return text;
+  }
+  std::string Told(std::int64_t number) {
+    try {
+      server::RestoreRecord(*database_, number);
+      return "restored";
+    } catch (const environment::Failure& failure) {
+      return failure.description();
+    }
   }
 
   const std::string engine_ = ServerOfThisRun();
@@ -91,7 +124,108 @@ TEST_F(Audit, TheHistoryIsShownLineByLine) {
   EXPECT_NE(outcome.out.find(" A02 修改\n  前 {\"a00\""), std::string::npos) << outcome.out;
 }
 
+TEST_F(Audit, ADeletedRecordComesBackWithAllItsValues) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲',1)");
+  std::string text = "引号\" 反斜杠\\ 换行\r\n{\"a\": [1]}";
+  for (int i = 0; i < 20000; ++i) text += "进";
+  database_->Run("insert into A02(A00,A0202,A0203,A0204,A0205,A0299) values('P','" + text +
+                 "','1990年03月',true,'2.5','1')");
+  database_->Run("insert into A02(A00,A0299) values('P','2')");
+  const std::string before = Rows("select * from A02 order by A0299");
+  database_->Run("delete from A02 where A00='P'  and A0299 = 1");
+  const Outcome outcome = Restore(std::to_string(Change()));
+  EXPECT_EQ(outcome.out, "已恢复 P 的 A02 第 1 条。\n") << outcome.error;
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(Rows("select * from A02 order by A0299"), before);
+  database_->Run("delete from A02 where A00='P'  and A0299 = 2");
+  server::RestoreRecord(*database_, Change());
+  EXPECT_EQ(Rows("select * from A02 order by A0299"), before) << "and what was NULL";
+  EXPECT_EQ(server::HistoryOf(*database_, "P").back().action, "insert") << "it is a change like any other";
+}
+
+TEST_F(Audit, ARecordWhoseNumberIsTakenGetsTheNextAndOverwritesNone) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲',1)");
+  database_->Run("insert into A02(A00,A0202,A0299) values('P','旧','1')");
+  database_->Run("insert into A02(A00,A0202,A0299) values('P','二','2')");
+  database_->Run("insert into A02(A00,A0202,A0299) values('Q','他人的','7')");
+  database_->Run("update A02 set A0202 = '新' where A00='P' and A0299 = 1");
+  const server::RestoredRecord restored = server::RestoreRecord(*database_, Change());
+  EXPECT_EQ(restored.person, "P");
+  EXPECT_EQ(restored.table, "a02");
+  EXPECT_EQ(restored.number, 3);
+  EXPECT_EQ(Rows("select A0202, A0299 from A02 where A00='P' order by A0299"), "新|1\n二|2\n旧|3\n");
+}
+
+TEST_F(Audit, ASetOfOneRecordIsPutBackAsItWas) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲',1)");
+  database_->Run("insert into A02(A00,A0202,A0299) values('P','学','1')");
+  database_->Run("insert into A12(A00,A1201) values('P','旧')");
+  database_->Run("insert into A12(A00,A1201) values('Q','他人的')");
+  database_->Run("update A12 set A1201 = '新' where A00='P'");
+  EXPECT_EQ(server::RestoreRecord(*database_, Change()).number, std::nullopt);
+  EXPECT_EQ(Rows("select * from A12 order by A00"), "P|旧\nQ|他人的\n");
+  database_->Run("delete from A12 where A00='P' ");
+  server::RestoreRecord(*database_, Change());
+  EXPECT_EQ(Rows("select * from A12 order by A00"), "P|旧\nQ|他人的\n");
+  database_->Run("update A01 set A0101 = '乙' where A00='P'");
+  EXPECT_EQ(Restore(std::to_string(Change())).out, "已恢复 P 的 A01。\n");
+  EXPECT_EQ(Rows("select * from A01"), "P|甲|1\n");
+  EXPECT_EQ(Rows("select A0202 from A02"), "学\n") << "the person's other records stay";
+}
+
+TEST_F(Audit, APersonComesBackBeforeHisRecords) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲',1)");
+  database_->Run("insert into A02(A00,A0202,A0299) values('P','学','1')");
+  database_->Run("delete from A01 where A00='P' ");
+  const auto changes = server::HistoryOf(*database_, "P");
+  ASSERT_EQ(changes.size(), 4U);
+  const std::int64_t person = changes[changes[2].table == "a01" ? 2 : 3].number;
+  const std::int64_t record = changes[changes[2].table == "a02" ? 2 : 3].number;
+  EXPECT_EQ(Told(record), "此人已被删除，请先恢复其 A01 的记录。");
+  EXPECT_EQ(Told(person), "restored");
+  EXPECT_EQ(Told(record), "restored");
+  EXPECT_EQ(Rows("select * from A01"), "P|甲|1\n");
+  EXPECT_EQ(Rows("select A00, A0202, A0299 from A02"), "P|学|1\n");
+}
+
+TEST_F(Audit, WhatCannotBeRestoredIsTold) {
+  server::PrepareAudit(*database_);
+  EXPECT_EQ(Told(1), "没有第 1 号修改。");
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲',1)");
+  const std::string number = std::to_string(Change());
+  EXPECT_EQ(Told(Change()), "第 " + number + " 号修改是增加，在它之前没有可以恢复的记录。");
+  const Outcome outcome = Restore(number);
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.error, "dossier: 第 " + number + " 号修改是增加，在它之前没有可以恢复的记录。\n");
+  database_->Run("insert into A12(A00,A1201) values('P','旧')");
+  database_->Run("delete from A12 where A00='P' ");
+  database_->RunNative("drop table " + server::QuotedName(database_->EngineName(), "A12"));
+  EXPECT_EQ(Told(Change()), "第 " + std::to_string(Change()) + " 号修改所在的表 A12 已经不在数据库中。");
+  EXPECT_EQ(Rows("select * from A01"), "P|甲|1\n");
+}
+
+// A row that its table does not take any more.
+TEST_F(Audit, ARestoreThatFailsLeavesEverything) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲乙丙',1)");
+  database_->Run("update A01 set A0101 = '丁' where A00='P'");
+  database_->RunNative(engine_ == "postgresql" ? "alter table a01 alter column a0101 type varchar(1)"
+                                               : "alter table A01 modify A0101 varchar(1)");
+  const auto before = server::HistoryOf(*database_, "P").size();
+  EXPECT_THROW(server::RestoreRecord(*database_, Change()), environment::Failure);
+  EXPECT_EQ(Rows("select * from A01"), "P|丁|1\n");
+  EXPECT_EQ(server::HistoryOf(*database_, "P").size(), before);
+  EXPECT_EQ(database_->BeginTrans(), 1) << "no transaction is left open";
+  database_->RollbackTrans();
+}
+
 TEST_F(Audit, AServerWithoutOneSaysSo) {
+  EXPECT_EQ(Told(1), "数据库没有记录修改，请由管理员运行 dossier create-audit，此后的修改才会记录。");
   const Outcome outcome = History("P");
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.out, "");

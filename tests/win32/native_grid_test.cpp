@@ -133,6 +133,33 @@ TEST_F(NativeGrid, OtherRowsAreThoseOfTheNewRecordset) {
   });
 }
 
+// A page that a handler makes.
+TEST_F(NativeGrid, APageAndItsListComeWholeOnceTheEventHasEnded) {
+  Visit([&] {
+    form->RemovePage();
+    form->page = form->Controls().Make<SamplePage>();
+    form->page->Move({1900, 500, 7300, 5400});
+    Grid()->SetDataSource(form->rows);
+    Grid()->SetColumnWidth(0, 900);
+    Grid()->SetColumnWidth(1, 0);
+    form->rows->SetAbsolutePosition(4);
+    const auto* page = static_cast<const win32::NativeView*>(form->page->GetView());
+    const HWND list = static_cast<const win32::NativeView*>(Grid()->GetView())->Handle();
+    const HWND head = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    EXPECT_FALSE(IsWindowVisible(page->Handle()));
+    EXPECT_EQ(SendMessageW(head, HDM_GETITEMCOUNT, 0, 0), 0);
+    tests::RunMessages();
+    EXPECT_TRUE(IsWindowVisible(page->Handle()));
+    EXPECT_EQ(SendMessageW(head, HDM_GETITEMCOUNT, 0, 0), 2);
+    EXPECT_EQ(Ask(list, LVM_GETCOLUMNWIDTH, 0), 60);
+    EXPECT_EQ(Ask(list, LVM_GETCOLUMNWIDTH, 1), 0);
+    EXPECT_EQ(Ask(list, LVM_GETITEMCOUNT), 5);
+    EXPECT_EQ(driver->Row("DGItems"), 3);
+    user.Click("txtName");
+    EXPECT_EQ(GetFocus(), Native("txtName"));
+  });
+}
+
 // The page closes its recordset while the list still stands.
 TEST_F(NativeGrid, ARecordsetThatWasClosedShowsNothingMore) {
   Visit([&] {

@@ -120,6 +120,53 @@ TEST_F(NativeLists, ATreeThatMayNotBeEnteredFoldsBack) {
   });
 }
 
+TEST_F(NativeLists, ATreeOpensManyNodesAtOnceAndStaysWhereItWasScrolledTo) {
+  Pick([&] {
+    toolkit::Nodes& nodes = picker->tree->Nodes();
+    for (int i = 0; i < 100; ++i) {
+      const toolkit::Node node = nodes.Add("G" + std::to_string(i), "节点" + std::to_string(i));
+      nodes.Add(node.Index(), toolkit::Relation::kChild, "", "下级");
+    }
+    user.ClickNode("tree", "G2");
+    const HWND tree = Native("tree");
+    const auto on_top = [tree] {
+      wchar_t text[40] = {};
+      TVITEMW item = {};
+      item.mask = TVIF_TEXT;
+      item.hItem = TreeView_GetFirstVisible(tree);
+      item.pszText = static_cast<wchar_t*>(text);
+      item.cchTextMax = 40;
+      SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+      return windows::Utf8(item.pszText);
+    };
+    for (int i = 0; i < 100; ++i) nodes.Find("G" + std::to_string(i)).SetExpanded(true);
+    tests::RunMessages();
+    EXPECT_EQ(driver->Rows("tree"), 200);
+    EXPECT_EQ(driver->Node("tree"), "节点2");
+    EXPECT_EQ(on_top(), "节点0");
+    user.FoldNode("tree", "G3");
+    EXPECT_EQ(driver->Rows("tree"), 199);
+    Ask(tree, TVM_SELECTITEM, TVGN_FIRSTVISIBLE, TreeView_GetNextSibling(tree, TreeView_GetSelection(tree)));
+    EXPECT_EQ(on_top(), "节点3");
+    for (int i = 10; i < 100; ++i) nodes.Find("G" + std::to_string(i)).SetExpanded(false);
+    tests::RunMessages();
+    EXPECT_EQ(driver->Rows("tree"), 109);
+    EXPECT_EQ(on_top(), "节点3");
+  });
+}
+
+TEST_F(NativeLists, ANodeThatWasOpenedBelowAClosedOneComesOpen) {
+  Pick([&] {
+    picker->FillTree();
+    tests::RunMessages();
+    picker->tree->Nodes().Find("G11").SetExpanded(true);
+    tests::RunMessages();
+    EXPECT_EQ(driver->Rows("tree"), 2);
+    user.FoldNode("tree", "G1");
+    EXPECT_EQ(driver->Rows("tree"), 5);
+  });
+}
+
 TEST_F(NativeLists, ADoubleClickOnANodeTellsItAndFolds) {
   Pick([&] {
     picker->FillTree();

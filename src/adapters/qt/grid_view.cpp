@@ -25,6 +25,7 @@ constexpr int kHeadPadding = 10;
 class Table : public QTableView {
  public:
   Table(QtApplication& application, QWidget* parent) : QTableView(parent), application_(application) {}
+  using QTableView::updateGeometries;
 
  protected:
   // The chosen row runs on to the edge behind the last column.
@@ -153,6 +154,8 @@ void GridView::ShowWidths() {
     if (width > 0)
       native_->setColumnWidth(column, std::max(1, GetMetrics().Pixels(static_cast<double>(width))));
   }
+  // At once, and not behind the next frame: a bar that has nothing to scroll would flash.
+  static_cast<Table*>(native_)->updateGeometries();
 }
 
 void GridView::ShowContent() {

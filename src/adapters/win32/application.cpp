@@ -11,6 +11,7 @@ namespace dossierkit::win32 {
 namespace {
 
 constexpr UINT kRunLater = WM_USER;
+constexpr UINT kSweep = WM_USER + 1;
 
 }  // namespace
 
@@ -63,6 +64,7 @@ void Application::Doom(HWND window) {
   if (OnStack(window)) {
     ShowWindow(window, SW_HIDE);
     doomed_.push_back(window);
+    PostMessageW(queue_, kSweep, 0, 0);  // whichever loop comes next
   } else {
     DestroyWindow(window);
   }
@@ -116,7 +118,9 @@ LRESULT CALLBACK Application::Procedure(HWND window, UINT id, WPARAM wide, LPARA
 }
 
 LRESULT CALLBACK Application::QueueProcedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
-  if (id == kRunLater) reinterpret_cast<Application*>(GetWindowLongPtrW(window, GWLP_USERDATA))->RunLater();
+  auto* application = reinterpret_cast<Application*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (id == kRunLater) application->RunLater();
+  if (id == kSweep) application->Sweep();
   return DefWindowProcW(window, id, wide, low);
 }
 

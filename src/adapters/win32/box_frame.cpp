@@ -29,9 +29,9 @@ std::optional<LRESULT> BoxFrame::Receive(HWND window, const Message& message) co
       return Application::PassOn(window, message);  // scroll bars
     }
     case WM_NCPAINT: {
-      const LRESULT painted = Application::PassOn(window, message);
+      if (HasScrollBar(window)) Application::PassOn(window, message);
       Paint(window);
-      return painted;
+      return 0;
     }
     case WM_SETFOCUS:
     case WM_KILLFOCUS:

@@ -43,8 +43,8 @@ std::unique_ptr<NativeView> MakeByKind(ViewContext& context, toolkit::Control& c
     case Kind::kListBox: return Make<ListBoxView, toolkit::ListBox>(context, control);
     case Kind::kTreeView: return Make<TreeBoxView, toolkit::TreeView>(context, control);
     case Kind::kTabStrip: return Make<TabStripView, toolkit::TabStrip>(context, control);
-    case Kind::kPictureBox:
-    case Kind::kUserControl: return Make<SurfaceView, toolkit::Control>(context, control);
+    case Kind::kPictureBox: return Make<SurfaceView, toolkit::Control>(context, control);
+    case Kind::kUserControl: return Make<PageView, toolkit::UserControl>(context, control);
     case Kind::kCommonDialog: return nullptr;
   }
   return nullptr;

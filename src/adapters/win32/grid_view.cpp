@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "adapters/win32/rows.h"
+#include "adapters/win32/surface_views.h"
 #include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
 
@@ -185,6 +186,11 @@ void GridView::ShowStyle() {
   NativeView::ShowStyle();
 }
 
+int GridView::WidthOfColumn(std::size_t column) const {
+  const float width = grid_.ColumnWidth(column);
+  return width <= 0 ? 0 : std::max(1, GetMetrics().Pixels(static_cast<double>(width)));
+}
+
 void GridView::Reset() {
   const auto showing = Showing();
   Ask(WM_SETREDRAW, FALSE, 0);
@@ -193,8 +199,9 @@ void GridView::Reset() {
   for (std::size_t i = 0; i < grid_.ColumnCount(); ++i) {
     std::wstring heading = windows::Wide(grid_.Heading(i));
     LVCOLUMNW column = {};
-    column.mask = LVCF_TEXT | LVCF_SUBITEM;
+    column.mask = LVCF_TEXT | LVCF_SUBITEM | LVCF_WIDTH;
     column.pszText = heading.data();
+    column.cx = WidthOfColumn(i);
     column.iSubItem = static_cast<int>(i);
     Ask(LVM_INSERTCOLUMNW, i, &column);
   }
@@ -206,14 +213,27 @@ void GridView::Reset() {
 void GridView::ShowWidths() {
   const auto showing = Showing();
   for (std::size_t column = 0; column < grid_.ColumnCount(); ++column) {
-    const float width = grid_.ColumnWidth(column);
-    const int pixels = width <= 0 ? 0 : std::max(1, GetMetrics().Pixels(static_cast<double>(width)));
+    const int pixels = WidthOfColumn(column);
     if (static_cast<int>(Ask(LVM_GETCOLUMNWIDTH, column, 0)) != pixels)
       Ask(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(pixels, 0));
   }
 }
 
+bool GridView::Arriving() const {
+  const toolkit::UserControl* page = GetControl().Page();
+  const auto* view = page ? static_cast<const PageView*>(page->GetView()) : nullptr;
+  return view && !view->Arrived();
+}
+
+void GridView::Settle() {
+  if (!std::exchange(waiting_, false) || !Handle()) return;
+  ShowContent();
+  ShowSelection();
+}
+
 void GridView::ShowContent() {
+  waiting_ = Arriving();
+  if (waiting_) return;
   if (filled_ != grid_.Fillings()) {
     filled_ = grid_.Fillings();
     Reset();
@@ -223,6 +243,7 @@ void GridView::ShowContent() {
 }
 
 void GridView::ShowSelection() {
+  if (waiting_) return;
   const int row = grid_.Row() - 1;
   const auto showing = Showing();
   if (row < static_cast<int>(Ask(LVM_GETITEMCOUNT, 0, 0))) {

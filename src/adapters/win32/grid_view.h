@@ -15,6 +15,7 @@ class GridView : public NativeView {
   ~GridView() override;
 
   int RowsInSight() const override;
+  void Settle() override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   std::optional<LRESULT> Notified(NMHDR& notice) override;
   void Lost() override;
@@ -26,10 +27,13 @@ class GridView : public NativeView {
   void ShowSelection() override;
 
  private:
+  // The page to which it belongs does not show yet: what comes is shown together.
+  bool Arriving() const;
   int RowUnder(int y) const;
   void RowWanted(int row);
   void ColumnResized(int column, int pixels);
   void Reset();
+  int WidthOfColumn(std::size_t column) const;
   void ShowWidths();
   void Scroll(int steps) const;
   std::wstring CellText(int row, int column);
@@ -51,6 +55,7 @@ class GridView : public NativeView {
   HIMAGELIST height_ = nullptr;  // an empty picture, as high as a row
   BoxFrame frame_;
   std::wstring tip_;
+  bool waiting_ = false;
   unsigned filled_;  // the filling of the grid that the native list shows
 };
 

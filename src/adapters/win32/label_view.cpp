@@ -43,11 +43,12 @@ void LabelView::Arrange() {
     most_ = 1;
     cut = GetLook().TextWidth(font, text) > width;
   } else {
-    lines_ = LinesOf(text, font, width);
+    lines_ = LinesOf(GetLook(), text, font, width);
     most_ = std::max(1, height / std::max(1, GetLook().LineHeight(font)));
     cut = static_cast<int>(lines_.size()) > most_;
     scrolls_ = cut && label_.Opaque();
-    if (scrolls_) lines_ = LinesOf(text, font, std::max(1, width - GetSystemMetrics(SM_CXVSCROLL)));
+    if (scrolls_)
+      lines_ = LinesOf(GetLook(), text, font, std::max(1, width - GetSystemMetrics(SM_CXVSCROLL)));
   }
   ShowScrollBar(Handle(), SB_VERT, scrolls_);
   SCROLLINFO info = {};
@@ -125,7 +126,7 @@ void LabelView::Paint(HDC device, const RECT& place) {
     std::wstring line = lines_[static_cast<std::size_t>(first_ + i)];
     // More of it follows.
     if (i == shown - 1 && first_ + shown < static_cast<int>(lines_.size()))
-      line = Ended(std::move(line), font, WidthOf(room));
+      line = Ended(GetLook(), std::move(line), font, WidthOf(room));
     PaintLine(device, font, ink, {room.left, top, room.right, top + spacing}, line,
               label_.AlignCenter() ? DT_CENTER : DT_LEFT);
   }

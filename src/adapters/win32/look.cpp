@@ -13,19 +13,6 @@ namespace {
 
 using windows::Wide;
 
-// A screen's own context, for measuring.
-class ScreenContext {
- public:
-  ScreenContext() : context_(GetDC(nullptr)) {}
-  ~ScreenContext() { ReleaseDC(nullptr, context_); }
-  ScreenContext(const ScreenContext&) = delete;
-  ScreenContext& operator=(const ScreenContext&) = delete;
-  HDC Get() const { return context_; }
-
- private:
-  HDC context_;
-};
-
 int CALLBACK Found(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) noexcept {
   *reinterpret_cast<bool*>(found) = true;
   return 0;
@@ -125,9 +112,12 @@ RECT Metrics::Pixels(const toolkit::Rect& place) const {
 int Metrics::Edge() const { return std::max(1, static_cast<int>(scale_.Factor())); }
 
 Look::Look(int dpi)
-    : metrics_(dpi), palette_(HighContrast() ? Palette::OfTheSystem() : Palette::OfTheProgram()) {}
+    : metrics_(dpi),
+      palette_(HighContrast() ? Palette::OfTheSystem() : Palette::OfTheProgram()),
+      measuring_(CreateCompatibleDC(nullptr)) {}
 
 Look::~Look() {
+  DeleteDC(measuring_);
   for (const auto& [name, font] : fonts_) DeleteObject(font);
 }
 
@@ -145,13 +135,12 @@ COLORREF Look::ColorOf(toolkit::Color color) const {
 const std::wstring& Look::FaceOf(const std::string& name) const {
   const auto known = faces_.find(name);
   if (known != faces_.end()) return known->second;
-  const ScreenContext screen;
   // Where none is there, Windows looks for one that has the characters.
   std::wstring face = Wide(name);
   const auto& candidates = name == kHeiFaces[0] ? kHeiFaces : kSongFaces;
-  if (!Installed(screen.Get(), face)) {
+  if (!Installed(measuring_, face)) {
     for (const char* candidate : candidates) {
-      if (!Installed(screen.Get(), Wide(candidate))) continue;
+      if (!Installed(measuring_, Wide(candidate))) continue;
       face = Wide(candidate);
       break;
     }
@@ -176,18 +165,18 @@ HFONT Look::FontOf(const toolkit::Font& font) const {
 }
 
 int Look::LineHeight(HFONT font) const {
-  const ScreenContext screen;
-  const Selected selected(screen.Get(), font);
+  const auto known = line_heights_.find(font);
+  if (known != line_heights_.end()) return known->second;
+  const Selected selected(measuring_, font);
   TEXTMETRICW metrics = {};
-  GetTextMetricsW(screen.Get(), &metrics);
-  return metrics.tmHeight;
+  GetTextMetricsW(measuring_, &metrics);
+  return line_heights_.emplace(font, static_cast<int>(metrics.tmHeight)).first->second;
 }
 
 int Look::TextWidth(HFONT font, const std::wstring& text) const {
-  const ScreenContext screen;
-  const Selected selected(screen.Get(), font);
+  const Selected selected(measuring_, font);
   SIZE size = {};
-  GetTextExtentPoint32W(screen.Get(), text.data(), static_cast<int>(text.size()), &size);
+  GetTextExtentPoint32W(measuring_, text.data(), static_cast<int>(text.size()), &size);
   return size.cx;
 }
 

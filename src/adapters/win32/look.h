@@ -84,6 +84,8 @@ class Look {
   // The height of a line of text, and the width of a text in one line, in pixels.
   int LineHeight(HFONT font) const;
   int TextWidth(HFONT font, const std::wstring& text) const;
+  // A context of the screen's to measure with; nothing is drawn there.
+  HDC Measuring() const { return measuring_; }
 
  private:
   const std::wstring& FaceOf(const std::string& name) const;
@@ -92,6 +94,8 @@ class Look {
   Palette palette_;
   mutable std::map<std::string, std::wstring> faces_;
   mutable std::map<std::string, HFONT> fonts_;
+  mutable std::map<HFONT, int> line_heights_;
+  HDC measuring_;
 };
 
 }  // namespace dossierkit::win32

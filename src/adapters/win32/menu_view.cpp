@@ -172,13 +172,14 @@ RECT MenuView::TextPlace(const RECT& row) {
 std::vector<std::wstring> MenuView::LinesOfItem(int row, int width, bool& cut) {
   const HFONT font = FontOfItem(row);
   std::vector<std::wstring> lines =
-      LinesOf(windows::Wide(menu_.Items()[static_cast<std::size_t>(row)].caption), font, std::max(1, width));
+      LinesOf(GetLook(), windows::Wide(menu_.Items()[static_cast<std::size_t>(row)].caption), font,
+              std::max(1, width));
   const int spacing = std::max(1, GetLook().LineHeight(font));
   const auto most = static_cast<std::size_t>(std::max(1, GetMetrics().Scaled(kRowHeight) / spacing));
   cut = lines.size() > most;
   if (cut) {
     lines.resize(most);
-    lines.back() = Ended(std::move(lines.back()), font, width);
+    lines.back() = Ended(GetLook(), std::move(lines.back()), font, width);
   }
   return lines;
 }

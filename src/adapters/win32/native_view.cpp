@@ -15,10 +15,21 @@ using toolkit::Aspect;
 
 namespace {
 
-HWND MakeWindow(const toolkit::Control& control, const NativeWindow& native) {
+WindowView* WindowOf(toolkit::Control& control) {
+  const toolkit::Form* window = toolkit::FormOf(control);
+  return window ? static_cast<WindowView*>(window->GetView()) : nullptr;
+}
+
+// Where it is to stand, so that it need not be moved there.
+HWND MakeWindow(const toolkit::Control& control, const NativeWindow& native, const toolkit::Rect& place) {
   return CreateWindowExW(native.extended_style, native.window_class, L"",
-                         WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | native.style, 0, 0, 0, 0,
-                         ParentOf(control), nullptr, OwnModule(), nullptr);
+                         WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | native.style, place.left, place.top,
+                         place.width, place.height, ParentOf(control), nullptr, OwnModule(), nullptr);
+}
+
+toolkit::Rect PlaceOf(const ViewContext& context, toolkit::Control& control) {
+  const WindowView* window = WindowOf(control);
+  return window ? window->ShownPlace(control) : context.look->GetMetrics().GetScale().Pixels(control.Place());
 }
 
 // Itself, with all that it stands in.
@@ -43,6 +54,13 @@ bool IsPane(HWND window) {
   return lstrcmpW(name, kPaneClass) == 0 || lstrcmpW(name, kWindowClass) == 0;
 }
 
+// The page is removed: its window takes along what stands in it.
+bool GoesWithItsPage(const toolkit::Control& control) {
+  const toolkit::Control* page = control.Owner();
+  const auto* view = page ? static_cast<const NativeView*>(page->GetView()) : nullptr;
+  return view && page->GetKind() == toolkit::Kind::kUserControl && page->Removed() && view->Handle();
+}
+
 }  // namespace
 
 HWND ParentOf(const toolkit::Control& control) {
@@ -52,7 +70,7 @@ HWND ParentOf(const toolkit::Control& control) {
 }
 
 NativeView::NativeView(ViewContext& context, toolkit::Control& control, const NativeWindow& native)
-    : NativeView(context, control, MakeWindow(control, native)) {
+    : NativeView(context, control, MakeWindow(control, native, PlaceOf(context, control))) {
   // What was made later lies above; Windows has it the other way round.
   SetWindowPos(window_, control.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -68,7 +86,11 @@ NativeView::NativeView(ViewContext& context, toolkit::Control& control, HWND win
 NativeView::~NativeView() {
   if (!window_) return;
   if (WindowView* window = Window()) window->Tips().Forget(window_);
-  context_.application.Doom(window_);
+  if (GoesWithItsPage(control_)) {
+    context_.application.Unlink(window_);
+  } else {
+    context_.application.Doom(window_);
+  }
 }
 
 void NativeView::ShowAll() {
@@ -99,10 +121,7 @@ void NativeView::ShowNow(Aspect aspect) {
   }
 }
 
-WindowView* NativeView::Window() const {
-  const toolkit::Form* window = toolkit::FormOf(control_);
-  return window ? static_cast<WindowView*>(window->GetView()) : nullptr;
-}
+WindowView* NativeView::Window() const { return WindowOf(control_); }
 
 bool NativeView::Shown() const { return control_.Visible() && !toolkit::OnHiddenTab(control_); }
 
@@ -113,9 +132,7 @@ void NativeView::ShowPlacement() {
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     ShowState();
   }
-  const WindowView* window = Window();
-  const toolkit::Rect place =
-      window ? window->ShownPlace(control_) : GetMetrics().GetScale().Pixels(control_.Place());
+  const toolkit::Rect place = PlaceOf(context_, control_);
   RECT now;
   GetWindowRect(window_, &now);
   MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&now), 2);
@@ -126,7 +143,8 @@ void NativeView::ShowPlacement() {
 }
 
 void NativeView::ShowState() {
-  ShowWindow(window_, Shown() ? SW_SHOWNA : SW_HIDE);
+  if (Shown() != ((GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0))
+    ShowWindow(window_, Shown() ? SW_SHOWNA : SW_HIDE);
   const BOOL enabled = EnabledThroughout(control_);
   if (IsWindowEnabled(window_) == enabled) return;
   EnableWindow(window_, enabled);
@@ -159,6 +177,7 @@ std::optional<LRESULT> NativeView::Receive(HWND window, const Message& message) 
   }
   if (!IsPane(window)) return std::nullopt;
   if (message.id == WM_ERASEBKGND) return 1;
+  if (message.id == WM_NCPAINT && GetParent(window) && !HasScrollBar(window)) return 0;
   if (message.id != WM_PAINT) return std::nullopt;
   const Canvas canvas(window);
   Paint(canvas.Get(), canvas.Area());

@@ -22,6 +22,10 @@ Canvas::~Canvas() {
   EndPaint(window_, &paint_);
 }
 
+bool HasScrollBar(HWND window) {
+  return (GetWindowLongPtrW(window, GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL)) != 0;
+}
+
 void Fill(HDC context, const RECT& place, COLORREF color) {
   const Owned brush(CreateSolidBrush(color));
   FillRect(context, &place, brush.Get());

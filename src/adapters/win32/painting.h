@@ -60,6 +60,9 @@ inline RECT Inset(const RECT& place, int by) {
   return {place.left + by, place.top + by, place.right - by, place.bottom - by};
 }
 
+// Whether Windows itself paints something at the edges of a window of ours: a scroll bar.
+bool HasScrollBar(HWND window);
+
 void Fill(HDC context, const RECT& place, COLORREF color);
 
 // The edge of a box inside `place`, with round corners.

@@ -62,10 +62,22 @@ void LineView::Paint(HDC device, const RECT& place) {
   Fill(device, stroke, GetLook().Colors().line);
 }
 
-SurfaceView::SurfaceView(ViewContext& context, toolkit::Control& control)
-    : NativeView(context, control, NativeWindow()) {
-  if (WindowView* window = Window(); window && control.GetKind() == toolkit::Kind::kUserControl)
-    window->ScrollToOrigin();
+PageView::PageView(ViewContext& context, toolkit::UserControl& page)
+    : NativeView(context, page, NativeWindow()) {
+  if (WindowView* window = Window()) window->ScrollToOrigin();
+  context.application.Later(Life(), [this] { Arrive(); });
+}
+
+void PageView::Arrive() {
+  arrived_ = true;
+  for (const auto& control : static_cast<const toolkit::UserControl&>(GetControl()).Controls()) {
+    if (control->GetView()) control->GetView()->Settle();
+  }
+  Show(toolkit::Aspect::kState);
+}
+
+void PageView::ShowState() {
+  if (arrived_) NativeView::ShowState();
 }
 
 void CoolBarView::Paint(HDC device, const RECT& place) {

@@ -6,6 +6,7 @@
 
 #include "adapters/win32/native_view.h"
 #include "platform/toolkit/controls/basic_controls.h"
+#include "platform/toolkit/controls/user_control.h"
 
 namespace dossierkit::win32 {
 
@@ -29,10 +30,25 @@ class LineView : public NativeView {
   void Paint(HDC device, const RECT& place) override;
 };
 
-// A page or a picture box.
 class SurfaceView : public NativeView {
  public:
-  SurfaceView(ViewContext& context, toolkit::Control& control);
+  SurfaceView(ViewContext& context, toolkit::Control& control)
+      : NativeView(context, control, NativeWindow()) {}
+};
+
+// A page. It shows once the event that made it has ended: what does not show yet costs Windows much less to
+// fill.
+class PageView : public NativeView {
+ public:
+  PageView(ViewContext& context, toolkit::UserControl& page);
+
+  void ShowState() override;
+  bool Arrived() const { return arrived_; }
+
+ private:
+  void Arrive();
+
+  bool arrived_ = false;
 };
 
 // The bar along the top of a window.

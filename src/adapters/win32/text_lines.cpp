@@ -37,38 +37,23 @@ void BreakParagraph(HDC device, std::wstring_view text, int width, std::vector<s
 
 }  // namespace
 
-std::vector<std::wstring> LinesOf(const std::wstring& text, HFONT font, int width) {
+std::vector<std::wstring> LinesOf(const Look& look, const std::wstring& text, HFONT font, int width) {
   std::vector<std::wstring> lines;
-  const HDC screen = GetDC(nullptr);
-  {
-    const Selected selected(screen, font);
-    for (std::size_t start = 0; start <= text.size();) {
-      const std::size_t end = std::min(text.find_first_of(L"\r\n", start), text.size());
-      BreakParagraph(screen, std::wstring_view(text).substr(start, end - start), width, lines);
-      start = end + (text.compare(end, 2, L"\r\n") == 0 ? 2 : 1);
-    }
+  const Selected selected(look.Measuring(), font);
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find_first_of(L"\r\n", start), text.size());
+    BreakParagraph(look.Measuring(), std::wstring_view(text).substr(start, end - start), width, lines);
+    start = end + (text.compare(end, 2, L"\r\n") == 0 ? 2 : 1);
   }
-  ReleaseDC(nullptr, screen);
   return lines;
 }
 
-std::wstring Ended(std::wstring line, HFONT font, int width) {
-  const HDC screen = GetDC(nullptr);
-  {
-    const Selected selected(screen, font);
-    const auto fits = [&] {
-      const std::wstring ended = line + L"…";
-      SIZE size = {};
-      GetTextExtentPoint32W(screen, ended.data(), static_cast<int>(ended.size()), &size);
-      return size.cx <= width;
-    };
-    while (!line.empty() && !fits()) {
-      const bool half = IsLowHalf(line.back());
-      line.pop_back();
-      if (half && !line.empty()) line.pop_back();
-    }
+std::wstring Ended(const Look& look, std::wstring line, HFONT font, int width) {
+  while (!line.empty() && look.TextWidth(font, line + L"…") > width) {
+    const bool half = IsLowHalf(line.back());
+    line.pop_back();
+    if (half && !line.empty()) line.pop_back();
   }
-  ReleaseDC(nullptr, screen);
   return line + L"…";
 }
 

@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "adapters/windows/windows_headers.h"
+#include "adapters/win32/look.h"
 
 namespace dossierkit::win32 {
 
 // The lines of a text of at most that width, in pixels: it breaks where it says so, and where it has no more
 // room, between words if it can.
-std::vector<std::wstring> LinesOf(const std::wstring& text, HFONT font, int width);
+std::vector<std::wstring> LinesOf(const Look& look, const std::wstring& text, HFONT font, int width);
 
 // A line that ends in "…" within that width, since more of its text follows.
-std::wstring Ended(std::wstring line, HFONT font, int width);
+std::wstring Ended(const Look& look, std::wstring line, HFONT font, int width);
 
 }  // namespace dossierkit::win32

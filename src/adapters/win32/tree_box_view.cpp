@@ -10,6 +10,8 @@ using toolkit::kNoNode;
 
 constexpr int kIndentation = 16;
 constexpr int kRowPadding = 5;
+// Windows lays out the whole tree for each node that it opens: with more of them it is filled anew.
+constexpr int kFoldsOneByOne = 8;
 
 std::size_t PlaceOf(int node) { return static_cast<std::size_t>(node); }
 
@@ -42,6 +44,11 @@ HTREEITEM TreeBoxView::ItemOf(int node) {
   return items_[PlaceOf(node)];
 }
 
+bool TreeBoxView::IsOpen(int node) const {
+  return tree_.Nodes().IsOpen(node) && tree_.Nodes().ChildCount(node) > 0;
+}
+
+// Those that are open come open, with what stands below them.
 void TreeBoxView::AddChildren(int node) {
   const auto& nodes = tree_.Nodes();
   if (node != kNoNode && std::exchange(filled_[PlaceOf(node)], 1)) return;
@@ -51,11 +58,15 @@ void TreeBoxView::AddChildren(int node) {
     TVINSERTSTRUCTW wanted = {};
     wanted.hParent = node == kNoNode ? TVI_ROOT : items_[PlaceOf(node)];
     wanted.hInsertAfter = TVI_LAST;
-    wanted.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_CHILDREN;
+    wanted.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_CHILDREN | TVIF_STATE;
     wanted.item.pszText = text.data();
     wanted.item.cChildren = nodes.ChildCount(child) > 0;
     wanted.item.lParam = child;
+    wanted.item.stateMask = TVIS_EXPANDED;
+    wanted.item.state = IsOpen(child) ? TVIS_EXPANDED : 0;
     items_[PlaceOf(child)] = reinterpret_cast<HTREEITEM>(Ask(TVM_INSERTITEMW, 0, &wanted));
+    open_[PlaceOf(child)] = IsOpen(child);
+    if (IsOpen(child)) AddChildren(child);
   }
 }
 
@@ -163,15 +174,19 @@ void TreeBoxView::Drop() {
 
 void TreeBoxView::Fill() {
   Ask(WM_SETREDRAW, FALSE, 0);
+  Refill();
+  Ask(WM_SETREDRAW, TRUE, 0);
+  Repaint();
+}
+
+void TreeBoxView::Refill() {
   Ask(TVM_DELETEITEM, 0, TVI_ROOT);
   const std::size_t count = PlaceOf(tree_.Nodes().Count());
   items_.assign(count, nullptr);
   filled_.assign(count, 0);
   open_.assign(count, 0);
   AddChildren(kNoNode);
-  foldings_ = tree_.Foldings() - 1;
-  Ask(WM_SETREDRAW, TRUE, 0);
-  Repaint();
+  foldings_ = tree_.Foldings();
 }
 
 void TreeBoxView::Compare() {
@@ -186,17 +201,32 @@ void TreeBoxView::Compare() {
 void TreeBoxView::ShowFoldings() {
   if (foldings_ == tree_.Foldings()) return;
   foldings_ = tree_.Foldings();
-  Ask(WM_SETREDRAW, FALSE, 0);
+  std::vector<int> folded;
   for (std::size_t i = 0; i < open_.size(); ++i) {
     const int node = static_cast<int>(i);
-    const bool expanded = tree_.Nodes().IsOpen(node) && tree_.Nodes().ChildCount(node) > 0;
-    if ((open_[i] != 0) == expanded) continue;
-    const HTREEITEM item = ItemOf(node);
-    if (expanded) AddChildren(node);
-    Ask(TVM_EXPAND, expanded ? TVE_EXPAND : TVE_COLLAPSE, item);
-    open_[i] = expanded;
+    if ((open_[i] != 0) != IsOpen(node)) folded.push_back(node);
+  }
+  Ask(WM_SETREDRAW, FALSE, 0);
+  if (folded.size() > kFoldsOneByOne) {
+    const int chosen = NodeOf(reinterpret_cast<HTREEITEM>(Ask(TVM_GETNEXTITEM, TVGN_CARET, 0)));
+    const int top = NodeOf(reinterpret_cast<HTREEITEM>(Ask(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0)));
+    Refill();
+    if (const HTREEITEM item = ItemOf(chosen)) Ask(TVM_SELECTITEM, TVGN_CARET, item);
+    if (const HTREEITEM item = ItemOf(top)) Ask(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, item);
+  } else {
+    for (const int node : folded) Follow(node);
   }
   Ask(WM_SETREDRAW, TRUE, 0);
+}
+
+// One node opens or closes as in the model.
+void TreeBoxView::Follow(int node) {
+  const HTREEITEM item = ItemOf(node);
+  const bool open = IsOpen(node);
+  if ((open_[PlaceOf(node)] != 0) == open) return;  // it came so just now
+  if (open) AddChildren(node);
+  Ask(TVM_EXPAND, open ? TVE_EXPAND : TVE_COLLAPSE, item);
+  open_[PlaceOf(node)] = open;
 }
 
 }  // namespace dossierkit::win32

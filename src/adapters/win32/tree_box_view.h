@@ -29,10 +29,13 @@ class TreeBoxView : public ItemView {
 
  private:
   void Fold(int node, bool expanded);
+  bool IsOpen(int node) const;  // in the model, with something to show
   void AddChildren(int node);
   HTREEITEM ItemOf(int node);  // makes it where it is not there yet
   int NodeOf(HTREEITEM item) const;
+  void Refill();
   void ShowFoldings();
+  void Follow(int node);
   LRESULT PaintNode(NMTVCUSTOMDRAW& drawing) const;
   template <typename T>
   LRESULT Ask(UINT id, WPARAM wide, T low) const {

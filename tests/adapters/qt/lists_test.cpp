@@ -165,6 +165,20 @@ TEST_F(QtLists, AChosenRowScrollsIntoSightAndNotSideways) {
   });
 }
 
+// Qt measures the columns by a timer: one frame would be painted with a bar that has nothing to scroll.
+TEST_F(QtLists, NoScrollBarFlashesBelowColumnsThatFit) {
+  Play([&] {
+    auto& grid = *form->page->grid;
+    const QScrollBar& bar = *Table()->horizontalScrollBar();
+    grid.SetColumnWidth(1, 30000);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_TRUE(bar.isVisible());
+    grid.SetColumnWidth(1, 450);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_FALSE(bar.isVisible());
+  });
+}
+
 TEST_F(QtLists, AGridOfManyRowsShowsAtOnce) {
   form->row_count = 10000;
   Play([&] {
