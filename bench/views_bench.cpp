@@ -87,7 +87,6 @@ void Run() {
   visit.database->RunScript(CodeTable(kCodes));
   visit.Open([&] {
     Paint();
-    std::cout << "private-memory " << PrivateMebibytes() << std::endl;
     Page(visit);
     Picker(visit);
   });

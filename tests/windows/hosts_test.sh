@@ -63,3 +63,14 @@ one() {
 one 'End x alt+s alt+x' saved '陆怀谷x' "$wine" cscript //nologo "Z:$folder/host.js"
 one 'End y alt+s alt+x' saved '陆怀谷y' "$wine" cscript //nologo "Z:$folder/host.vbs"
 one 'End z alt+x n' 'nothing saved' '陆怀谷' "$wine" "$cpp"
+
+# What a host in C++ takes for itself alone while a page is on show.
+timeout -k 5 90 "$wine" "$cpp" "Z:$folder/person.db" "$person" "Z:$photographs" >"$folder/out" 2>&1 &
+host=$!
+await_window
+sleep 1
+kib=$(sed -n 's/^RssAnon:[^0-9]*\([0-9]*\).*/\1/p' "/proc/$(tr -d ' ' <"/proc/$host/task/$host/children")/status")
+xdotool key --clearmodifiers alt+x
+wait "$host" || fail "the host ended with $?: $(cat "$folder/out")"
+echo "hosts_test: a page on show takes $((kib / 1024)) MiB"
+[ "$kib" -gt 1024 ] && [ "$kib" -le 61440 ] || fail "a page on show takes $kib KiB"
