@@ -111,6 +111,26 @@ RECT Metrics::Pixels(const toolkit::Rect& place) const {
 
 int Metrics::Edge() const { return std::max(1, static_cast<int>(scale_.Factor())); }
 
+Backing::~Backing() {
+  if (bitmap_) SelectObject(context_, before_);
+  if (bitmap_) DeleteObject(bitmap_);
+  DeleteDC(context_);
+}
+
+HDC Backing::Of(HDC device, int width, int height) {
+  if (bitmap_ && width <= size_.cx && height <= size_.cy) return context_;
+  size_ = {std::max<LONG>(size_.cx, std::max(width, 1)), std::max<LONG>(size_.cy, std::max(height, 1))};
+  const HBITMAP grown = CreateCompatibleBitmap(device, size_.cx, size_.cy);
+  const HGDIOBJ replaced = SelectObject(context_, grown);
+  if (bitmap_) {
+    DeleteObject(bitmap_);
+  } else {
+    before_ = replaced;
+  }
+  bitmap_ = grown;
+  return context_;
+}
+
 Look::Look(int dpi)
     : metrics_(dpi),
       palette_(HighContrast() ? Palette::OfTheSystem() : Palette::OfTheProgram()),

@@ -65,6 +65,24 @@ class Metrics {
   toolkit::Scale scale_;
 };
 
+// A bitmap in memory that windows are drawn into, one after the other: it grows with the largest.
+class Backing {
+ public:
+  Backing() : context_(CreateCompatibleDC(nullptr)) {}
+  ~Backing();
+  Backing(const Backing&) = delete;
+  Backing& operator=(const Backing&) = delete;
+
+  // A context of at least that size, for what `device` shows; with what was drawn there last.
+  HDC Of(HDC device, int width, int height);
+
+ private:
+  HDC context_;
+  HBITMAP bitmap_ = nullptr;
+  HGDIOBJ before_ = nullptr;
+  SIZE size_ = {};
+};
+
 // What all windows on a screen share. Its fonts live as long as it does.
 class Look {
  public:
@@ -86,6 +104,7 @@ class Look {
   int TextWidth(HFONT font, const std::wstring& text) const;
   // A context of the screen's to measure with; nothing is drawn there.
   HDC Measuring() const { return measuring_; }
+  Backing& GetBacking() const { return backing_; }
 
  private:
   const std::wstring& FaceOf(const std::string& name) const;
@@ -96,6 +115,7 @@ class Look {
   mutable std::map<std::string, HFONT> fonts_;
   mutable std::map<HFONT, int> line_heights_;
   HDC measuring_;
+  mutable Backing backing_;
 };
 
 }  // namespace dossierkit::win32

@@ -226,7 +226,7 @@ LRESULT MessageDialog::Receive(UINT id, WPARAM wide, LPARAM low) {
 
 void MessageDialog::Paint() const {
   const Metrics& metrics = look_.GetMetrics();
-  const Canvas canvas(window_);
+  const Canvas canvas(window_, look_);
   RECT place = canvas.Area();
   place.bottom = upper_.cy;
   Fill(canvas.Get(), place, look_.Colors().surface);

@@ -179,7 +179,7 @@ std::optional<LRESULT> NativeView::Receive(HWND window, const Message& message) 
   if (message.id == WM_ERASEBKGND) return 1;
   if (message.id == WM_NCPAINT && GetParent(window) && !HasScrollBar(window)) return 0;
   if (message.id != WM_PAINT) return std::nullopt;
-  const Canvas canvas(window);
+  const Canvas canvas(window, GetLook());
   Paint(canvas.Get(), canvas.Area());
   return 0;
 }

@@ -1,24 +1,17 @@
 #include "adapters/win32/painting.h"
 
-#include <algorithm>
-
 namespace dossierkit::win32 {
 
-Canvas::Canvas(HWND window) : window_(window) {
+Canvas::Canvas(HWND window, const Look& look) : window_(window) {
   BeginPaint(window, &paint_);
   GetClientRect(window, &area_);
-  memory_ = CreateCompatibleDC(paint_.hdc);
-  bitmap_ = CreateCompatibleBitmap(paint_.hdc, std::max(1, WidthOf(area_)), std::max(1, HeightOf(area_)));
-  before_ = SelectObject(memory_, bitmap_);
+  memory_ = look.GetBacking().Of(paint_.hdc, WidthOf(area_), HeightOf(area_));
 }
 
 Canvas::~Canvas() {
   const RECT& part = paint_.rcPaint;
   BitBlt(paint_.hdc, part.left, part.top, WidthOf(part), HeightOf(part), memory_, part.left, part.top,
          SRCCOPY);
-  SelectObject(memory_, before_);
-  DeleteObject(bitmap_);
-  DeleteDC(memory_);
   EndPaint(window_, &paint_);
 }
 

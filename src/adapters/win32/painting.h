@@ -34,11 +34,11 @@ class Selected {
   HGDIOBJ before_;
 };
 
-// Draws a window without flicker: into a bitmap that goes to the window at the end of the scope.
+// Draws a window without flicker: into a bitmap that goes to the window at the end of the scope. One at a time.
 class Canvas {
  public:
   // For WM_PAINT: between BeginPaint and EndPaint, over all of the client area.
-  explicit Canvas(HWND window);
+  Canvas(HWND window, const Look& look);
   ~Canvas();
   Canvas(const Canvas&) = delete;
   Canvas& operator=(const Canvas&) = delete;
@@ -50,8 +50,6 @@ class Canvas {
   PAINTSTRUCT paint_ = {};
   RECT area_ = {};
   HDC memory_;
-  HBITMAP bitmap_;
-  HGDIOBJ before_;
 };
 
 inline int WidthOf(const RECT& place) { return static_cast<int>(place.right - place.left); }

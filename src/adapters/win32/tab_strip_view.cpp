@@ -93,7 +93,7 @@ void TabStripView::Paint(HDC device, const RECT& place) {
 }
 
 void TabStripView::PaintTabs() const {
-  const Canvas canvas(tabs_);
+  const Canvas canvas(tabs_, GetLook());
   const HDC device = canvas.Get();
   const Palette& colors = GetLook().Colors();
   const Metrics& metrics = GetMetrics();

@@ -117,7 +117,7 @@ void ToolbarView::Paint(HDC device, const RECT& place) {
 }
 
 void ToolbarView::PaintButton(const Button& button, std::size_t index) const {
-  const Canvas canvas(button.window);
+  const Canvas canvas(button.window, GetLook());
   const Palette& colors = GetLook().Colors();
   const Metrics& metrics = GetMetrics();
   const HDC device = canvas.Get();

@@ -282,7 +282,7 @@ std::optional<LRESULT> WindowView::Receive(HWND window, const Message& message) 
     switch (message.id) {
       case WM_ERASEBKGND: return 1;
       case WM_PAINT: {
-        const Canvas canvas(window);
+        const Canvas canvas(window, GetLook());
         Paint(canvas.Get(), canvas.Area());
         return 0;
       }
