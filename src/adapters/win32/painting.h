@@ -34,7 +34,8 @@ class Selected {
   HGDIOBJ before_;
 };
 
-// Draws a window without flicker: into a bitmap that goes to the window at the end of the scope. One at a time.
+// Draws a window without flicker: into a bitmap that goes to the window at the end of the scope. One at a
+// time.
 class Canvas {
  public:
   // For WM_PAINT: between BeginPaint and EndPaint, over all of the client area.
