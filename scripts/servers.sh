@@ -79,7 +79,7 @@ trap 'exit 143' TERM
 fail() {
   echo "servers: $*" >&2
   for log in "$data"/*.log; do
-    [ ! -s "$log" ] || { echo "--- $(basename "$log")"; tail -n 20 "$log"; } >&2
+    [ ! -s "$log" ] || { echo "--- $(basename "$log")"; tail -n 40 "$log"; } >&2
   done
   exit 1
 }

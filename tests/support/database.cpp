@@ -46,6 +46,7 @@ constexpr Engine kEngines[] = {
 #ifdef DOSSIERKIT_SERVERS
     {"postgresql", false, false, "ctid", [] { return SampleOnServer("postgresql"); }},
     {"mariadb", false, true, "entry_number", [] { return SampleOnServer("mariadb"); }},
+    {"galera", false, true, "entry_number", [] { return SampleOnServer("galera"); }},
 #endif
 };
 

@@ -13,22 +13,43 @@ namespace {
   std::exit(2);
 }
 
-}  // namespace
-
-std::string ServerString(const std::string& engine, const std::string& database) {
+// As scripts/servers.sh tells it.
+std::string Told(const std::string& engine) {
   const std::string variable = "DOSSIERKIT_" + environment::UpperCase(engine);
   const char* string = std::getenv(variable.c_str());
   if (string == nullptr || *string == '\0')
     EndProgram(variable +
                " is not set: scripts/servers.sh starts the servers and runs a command beside them.");
-  if (database.empty()) return string;
+  return string;
+}
+
+// With another value of one attribute.
+std::string With(const std::string& string, const std::string& name, const std::string& value) {
   std::string other;
-  for (const std::string& attribute : environment::Split(string, ";")) {
-    other += (other.empty() ? "" : ";") +
-             (attribute.starts_with("Database=") ? "Database=" + database : attribute);
-  }
+  for (const std::string& attribute : environment::Split(string, ";"))
+    other +=
+        (other.empty() ? "" : ";") + (attribute.starts_with(name + "=") ? name + "=" + value : attribute);
   return other;
 }
+
+std::string ToDatabase(const std::string& string, const std::string& database) {
+  return database.empty() ? string : With(string, "Database", database);
+}
+
+}  // namespace
+
+std::string ServerString(const std::string& engine, const std::string& database) {
+  return engine == "galera" ? NodeString(0, database) : ToDatabase(Told(engine), database);
+}
+
+std::string NodeString(std::size_t node, const std::string& database) {
+  const std::string cluster = Told("galera");
+  const std::string nodes = cluster.substr(cluster.find("Server=") + 7);
+  return ToDatabase(
+      With(cluster, "Server", environment::Split(nodes.substr(0, nodes.find(';')), ",").at(node)), database);
+}
+
+std::string ClusterString(const std::string& database) { return ToDatabase(Told("galera"), database); }
 
 std::shared_ptr<odbc::OdbcConnection> OpenServer(const std::string& engine, const std::string& database) {
   return std::make_shared<odbc::OdbcConnection>(ServerString(engine, database));
@@ -45,8 +66,9 @@ void MakeDatabase(const std::string& engine, const std::string& database) {
 std::string ServerOfThisRun() {
   const char* name = std::getenv("DOSSIERKIT_ENGINE");
   const std::string engine = name == nullptr ? "" : name;
-  if (engine != "postgresql" && engine != "mariadb")
-    EndProgram("DOSSIERKIT_ENGINE=" + engine + ": these tests run on a server, on postgresql or mariadb.");
+  if (engine != "postgresql" && engine != "mariadb" && engine != "galera")
+    EndProgram("DOSSIERKIT_ENGINE=" + engine +
+               ": these tests run on a server, on postgresql, mariadb or galera.");
   return engine;
 }
 

@@ -1,6 +1,7 @@
 // Servers: the servers that scripts/servers.sh started, as the tests reach them.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -8,12 +9,16 @@
 
 namespace dossierkit::tests {
 
-// The connection string of the server of that engine ("postgresql", "mariadb"), to a database on it unless
-// that is empty. Where no server was started it ends the program with a sentence on standard error and exit
+// The connection string of the server of that engine ("postgresql", "mariadb", "galera": the first node of the
+// cluster), to a database on it unless that is empty. Where no server was started it ends the program with a sentence on standard error and exit
 // code 2.
 std::string ServerString(const std::string& engine, const std::string& database = {});
 
-// Opens it.
+// The same of one node of the cluster, from 0, and of all of them in one string.
+std::string NodeString(std::size_t node, const std::string& database = {});
+std::string ClusterString(const std::string& database = {});
+
+// Opens the server of an engine.
 std::shared_ptr<odbc::OdbcConnection> OpenServer(const std::string& engine, const std::string& database = {});
 
 // Makes a database without a table on it, in the place of one of that name.

@@ -26,6 +26,26 @@ std::string ValueOf(std::string_view written) {
   return environment::Replace(value.substr(1, value.size() - 2), "}}", "}");
 }
 
+std::string NameOf(std::string_view attribute) {
+  return std::string(environment::WithoutOuterBlanks(attribute.substr(0, attribute.find('='))));
+}
+
+// What stands between the semicolons.
+std::vector<std::string_view> PiecesOf(const std::string& connection_string) {
+  std::vector<std::string_view> pieces;
+  for (std::size_t begin = 0; begin < connection_string.size();) {
+    const std::size_t end = EndOf(connection_string, begin);
+    pieces.push_back(std::string_view(connection_string).substr(begin, end - begin));
+    if (end == std::string::npos) break;
+    begin = end + 1;
+  }
+  return pieces;
+}
+
+bool IsServer(const std::string& name) {
+  return environment::EqualIgnoringCase(name, "Server") || environment::EqualIgnoringCase(name, "Servername");
+}
+
 }  // namespace
 
 bool IsPassword(const std::string& name) {
@@ -37,16 +57,10 @@ bool IsPassword(const std::string& name) {
 
 std::vector<std::pair<std::string, std::string>> AttributesOf(const std::string& connection_string) {
   std::vector<std::pair<std::string, std::string>> attributes;
-  for (std::size_t begin = 0; begin < connection_string.size();) {
-    const std::size_t end = EndOf(connection_string, begin);
-    const std::string_view attribute = std::string_view(connection_string).substr(begin, end - begin);
+  for (const std::string_view attribute : PiecesOf(connection_string)) {
     const std::size_t equals = attribute.find('=');
-    if (equals != std::string_view::npos) {
-      attributes.emplace_back(environment::WithoutOuterBlanks(attribute.substr(0, equals)),
-                              ValueOf(attribute.substr(equals + 1)));
-    }
-    if (end == std::string::npos) break;
-    begin = end + 1;
+    if (equals == std::string_view::npos) continue;
+    attributes.emplace_back(NameOf(attribute), ValueOf(attribute.substr(equals + 1)));
   }
   return attributes;
 }
@@ -69,6 +83,32 @@ std::string WithAttributes(std::string connection_string, const std::string& oth
     connection_string.append(name).append("=").append(value);
   }
   return connection_string;
+}
+
+std::vector<std::string> ServersOf(const std::string& connection_string) {
+  std::string servers;
+  for (const auto& [name, value] : AttributesOf(connection_string)) {
+    if (servers.empty() && IsServer(name)) servers = value;
+  }
+  if (servers.find_first_of(",:") == std::string::npos) return {connection_string};
+  std::vector<std::string> strings;
+  for (const std::string& listed : environment::Split(servers, ",")) {
+    const std::string server(environment::WithoutOuterBlanks(listed));
+    if (server.empty()) continue;
+    // An address with several colons is one without a port.
+    const std::size_t colon = server.find(':');
+    const bool has_port = colon != std::string::npos && server.find(':', colon + 1) == std::string::npos;
+    std::string one;
+    for (const std::string_view attribute : PiecesOf(connection_string)) {
+      const std::string name = NameOf(attribute);
+      if (IsServer(name) || (has_port && environment::EqualIgnoringCase(name, "Port"))) continue;
+      one.append(attribute).append(";");
+    }
+    one += "Server=" + server.substr(0, has_port ? colon : std::string::npos);
+    if (has_port) one += ";Port=" + server.substr(colon + 1);
+    strings.push_back(one);
+  }
+  return strings.empty() ? std::vector{connection_string} : strings;
 }
 
 std::string WithoutPasswords(const std::string& text, const std::string& connection_string) {

@@ -16,6 +16,10 @@ std::string AttributeOf(const std::string& connection_string, const std::string&
 // `connection_string` with each of the attributes of `others` that it does not have itself.
 std::string WithAttributes(std::string connection_string, const std::string& others);
 
+// One connection string for each server of a list, "Server=a,b:3307,c": with its own port where one is named
+// there. Without a list or a port in it it is the whole.
+std::vector<std::string> ServersOf(const std::string& connection_string);
+
 // True for the name of an attribute that holds a secret.
 bool IsPassword(const std::string& name);
 

@@ -12,6 +12,11 @@ constexpr std::string_view kSession[] = {
     // What does not fit is refused; a backslash is a character like any other, in a pattern as well.
     "set session sql_mode = 'STRICT_ALL_TABLES,NO_BACKSLASH_ESCAPES,ERROR_FOR_DIVISION_BY_ZERO,"
     "NO_ENGINE_SUBSTITUTION,PIPES_AS_CONCAT'",
+    // Nothing is locked between the rows: a cluster undoes what holds up another node's rows.
+    "set session transaction isolation level read committed",
+    // A node of a cluster shows what was stored on another one before. Not every build knows of clusters.
+    "begin not atomic declare continue handler for 1193 begin end; "
+    "execute immediate 'set session wsrep_sync_wait = 7'; end",
 };
 
 constexpr Meaning kMeanings[] = {
@@ -69,7 +74,8 @@ const Engine kMariadb{
         "order by ordinal_position",
     .boolean_type = "tinyint",
     .meanings = kMeanings,
-    .requirement = "select @@lower_case_table_names",
+    // A node that its cluster has left behind takes no statement on a table.
+    .requirement = "select @@lower_case_table_names from information_schema.engines limit 1",
     .refused_answer = "0",
     .refusal = "数据库服务器区分表名的大小写，不能使用：请在 MariaDB 的配置中设 lower_case_table_names=1。",
 };

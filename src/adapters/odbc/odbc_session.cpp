@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 #include "adapters/odbc/connection_string.h"
@@ -39,31 +40,50 @@ Failure ConnectFailure(const Diagnosis& diagnosis, const std::string& connection
 
 }  // namespace
 
-Session::Session(std::string connection_string, std::chrono::milliseconds busy_timeout)
-    : connection_string_(std::move(connection_string)), busy_timeout_(busy_timeout) {
-  Connect();
+Session::Session(const std::string& connection_string, std::chrono::milliseconds busy_timeout)
+    : servers_(ServersOf(connection_string)), busy_timeout_(busy_timeout) {
+  Connect(0, {});
 }
 
-void Session::Connect() {
+void Session::Renew() {
+  // Nodes that lost one of them need a moment until they agree.
+  Connect(server_ + 1, servers_.size() > 1 ? busy_timeout_ : std::chrono::milliseconds());
+}
+
+void Session::Connect(std::size_t first, std::chrono::milliseconds patience) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  for (std::size_t tried = 1;; ++tried) {
+    server_ = (first + tried - 1) % servers_.size();
+    try {
+      return ConnectToServer();
+    } catch (const Failure&) {
+      is_lost_ = true;
+      if (tried % servers_.size() != 0) continue;
+      if (std::chrono::steady_clock::now() >= end) throw;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+}
+
+void Session::ConnectToServer() {
+  std::string& string = servers_[server_];
   const auto seconds = static_cast<unsigned>(
       std::max<std::int64_t>(1, std::chrono::ceil<std::chrono::seconds>(busy_timeout_).count()));
   const auto connect = [&] {
     try {
       link_.reset();
-      link_ = std::make_unique<Link>(connection_string_, seconds, engine_ != nullptr && engine_->speaks_utf8);
+      link_ = std::make_unique<Link>(string, seconds, engine_ != nullptr && engine_->speaks_utf8);
     } catch (const DriverFailure& failure) {
-      throw ConnectFailure(failure.diagnosis, connection_string_);
+      throw ConnectFailure(failure.diagnosis, string);
     }
   };
   connect();
   if (engine_ == nullptr) {
     engine_ = &EngineNamed(Told({}, [&] { return link_->Info(SQL_DBMS_NAME); }));
     // Only now it is known what the engine needs.
-    std::string whole = WithAttributes(connection_string_, std::string(engine_->attributes));
-    if (whole != connection_string_ || engine_->speaks_utf8) {
-      connection_string_ = std::move(whole);
-      connect();
-    }
+    const std::string known = string;
+    for (std::string& one : servers_) one = WithAttributes(one, std::string(engine_->attributes));
+    if (string != known || engine_->speaks_utf8) connect();
   }
   is_lost_ = in_transaction_ = is_undone_ = false;
   for (const std::string_view setting : engine_->session) {
@@ -105,7 +125,7 @@ std::string Session::Ask(const std::string& question) {
 
 Failure Session::FailureOf(const Diagnosis& diagnosis, const std::string& statement) {
   using What = jet::EngineFailure;
-  const std::string words = WithoutPasswords(diagnosis.words, connection_string_);
+  const std::string words = WithoutPasswords(diagnosis.words, servers_[server_]);
   // Before the engine is known.
   if (engine_ == nullptr) return jet::FailureOf(What::kOther, words, statement);
   for (const Meaning& meaning : engine_->meanings) {

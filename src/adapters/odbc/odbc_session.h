@@ -2,9 +2,11 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "adapters/odbc/engine.h"
 #include "adapters/odbc/odbc_handle.h"
@@ -14,16 +16,17 @@ namespace dossierkit::odbc {
 
 class Session {
  public:
-  // Connects. Throws a Failure: for a server that cannot be reached, refuses the user or is not known.
-  Session(std::string connection_string, std::chrono::milliseconds busy_timeout);
+  // Connects to the first server of the string that can be used. Throws a Failure: for a server that cannot
+  // be reached, refuses the user or is not known.
+  Session(const std::string& connection_string, std::chrono::milliseconds busy_timeout);
 
   const Engine& engine() const { return *engine_; }
   const Link& link() const { return *link_; }
 
   // True from a failure on that tells that the server has gone.
   bool IsLost() const { return is_lost_; }
-  // Connects anew.
-  void Renew() { Connect(); }
+  // Connects anew, where the string names several servers to the next one that can be used.
+  void Renew();
 
   // Statements belong to a transaction from now on, until it is ended.
   void BeginTransaction();
@@ -47,10 +50,13 @@ class Session {
   std::string Ask(const std::string& question);
 
  private:
-  void Connect();
+  // Tries all servers, `first` (of any size) before the others, again and again for as long.
+  void Connect(std::size_t first, std::chrono::milliseconds patience);
+  void ConnectToServer();
   environment::Failure FailureOf(const Diagnosis& diagnosis, const std::string& statement);
 
-  std::string connection_string_;
+  std::vector<std::string> servers_;  // a connection string each
+  std::size_t server_ = 0;
   std::chrono::milliseconds busy_timeout_;
   std::unique_ptr<Link> link_;
   const Engine* engine_ = nullptr;

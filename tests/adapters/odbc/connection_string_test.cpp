@@ -39,6 +39,19 @@ TEST(ConnectionString, OnlyWhatTheHostLeavesOpenIsAdded) {
   EXPECT_EQ(WithAttributes("Server=s;", "Debug=0"), "Server=s;Debug=0");
 }
 
+TEST(ConnectionString, AListOfServersIsAStringForEach) {
+  using Strings = std::vector<std::string>;
+  EXPECT_EQ(ServersOf("Driver={a,b};Server=s;Pwd={x,y}"), (Strings{"Driver={a,b};Server=s;Pwd={x,y}"}));
+  EXPECT_EQ(ServersOf("DSN=office"), (Strings{"DSN=office"}));
+  EXPECT_EQ(ServersOf("Driver={D;};server = a, b:3307 ,[::1],;Port=5;Pwd={x;}}y}"),
+            (Strings{"Driver={D;};Port=5;Pwd={x;}}y};Server=a", "Driver={D;};Pwd={x;}}y};Server=b;Port=3307",
+                     "Driver={D;};Port=5;Pwd={x;}}y};Server=[::1]"}));
+  EXPECT_EQ(ServersOf("Server=a:3307;Uid=u"), (Strings{"Uid=u;Server=a;Port=3307"}));
+  EXPECT_EQ(ServersOf("Server=::1"), (Strings{"Server=::1"}));
+  EXPECT_EQ(ServersOf("Servername=a,b"), (Strings{"Server=a", "Server=b"}));
+  EXPECT_EQ(ServersOf("Server=,"), (Strings{"Server=,"}));
+}
+
 TEST(ConnectionString, IsShownWithoutItsPasswords) {
   EXPECT_EQ(ShownConnectionString("Driver=D;Pwd=geheim;Uid=geh;PASSWORD={a;b}"),
             "Driver=D;Pwd=***;Uid=geh;PASSWORD=***");
