@@ -1,4 +1,6 @@
 // The native views as a guest in the thread of a host: what they take of it, and what they leave.
+#include <thread>
+
 #include "adapters/win32/native_view.h"
 #include "adapters/win32/win32_platform.h"
 #include "adapters/win32/window_classes.h"
@@ -147,6 +149,29 @@ TEST_F(NativeVisit, AHostThatDestroysTheWindowBelowEndsTheVisit) {
   }
   EXPECT_FALSE(form->Loaded());
   Visit([&] { EXPECT_EQ(driver->Text("txtName"), "") << "the next visit works"; });
+}
+
+LRESULT CALLBACK DestroyedOnRequest(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
+  if (id == WM_APP) DestroyWindow(window);
+  return DefWindowProcW(window, id, wide, low);
+}
+
+// What another thread sends is no message that a loop sees: it waits for the next one.
+TEST_F(NativeGuest, AHostThatDestroysTheWindowBelowForAnotherThreadEndsTheVisit) {
+  const HostWindow host;
+  SetWindowLongPtrW(host.Get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DestroyedOnRequest));
+  SetActiveWindow(host.Get());
+  std::thread other;
+  form->on_load = [&] {
+    other = std::thread([window = host.Get()] {
+      Sleep(500);  // the window has come to rest
+      SendMessageW(window, WM_APP, 0, 0);
+    });
+  };
+  form->ShowModal();
+  other.join();
+  EXPECT_FALSE(form->Loaded());
+  EXPECT_FALSE(IsWindow(host.Get()));
 }
 
 TEST_F(NativeVisit, AWindowThatIsMadeSmallScrollsToWhatGetsTheKeyboard) {

@@ -120,6 +120,31 @@ TEST_F(NativeGrid, ChoosingARowKeepsWhatWasScrolledToSideways) {
   });
 }
 
+// Windows scrolls to the first column of a row that is to be seen, where Wine leaves the columns alone.
+class FirstColumnInSight : public NativeGrid {
+ protected:
+  static LRESULT CALLBACK Answer(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
+    const LRESULT answer = CallWindowProcW(Before(), window, id, wide, low);
+    if (id == LVM_ENSUREVISIBLE)
+      CallWindowProcW(Before(), window, LVM_SCROLL, static_cast<WPARAM>(-GetScrollPos(window, SB_HORZ)), 0);
+    return answer;
+  }
+};
+
+TEST_F(FirstColumnInSight, IsScrolledBackToWhereTheUserWas) {
+  Visit([&] {
+    FillWith(100);
+    user.ClickRow(1);
+    AnswerBefore(List(), Answer);
+    user.Press(toolkit::kKeyRight);
+    user.Press(toolkit::kKeyRight);
+    EXPECT_EQ(GetScrollPos(List(), SB_HORZ), 40);
+    user.Press(toolkit::kKeyDown);
+    EXPECT_EQ(many->AbsolutePosition(), 2);
+    EXPECT_EQ(GetScrollPos(List(), SB_HORZ), 40);
+  });
+}
+
 TEST_F(NativeGrid, OtherRowsAreThoseOfTheNewRecordset) {
   Visit([&] {
     FillWith(3);

@@ -45,6 +45,29 @@ TEST_F(NativeLists, TheRowUnderAPointIsToldToTheLastOfManyAndNotBelow) {
   });
 }
 
+// Below the last row Windows names the nearest one, where Wine names none.
+class NearestRow : public NativeLists {
+ protected:
+  static LRESULT CALLBACK Answer(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
+    if (id == LB_ITEMFROMPOINT) return MAKELRESULT(1, 0);
+    return CallWindowProcW(Before(), window, id, wide, low);
+  }
+};
+
+TEST_F(NearestRow, IsNoRowUnderThePoint) {
+  Pick([&] {
+    picker->strip->SetTab(1);
+    picker->FillList(2);
+    tests::RunMessages();
+    const HWND list = Native("list");
+    const int height = static_cast<int>(Ask(list, LB_GETITEMHEIGHT)) * 15;
+    AnswerBefore(list, Answer);
+    EXPECT_EQ(picker->list->RowAt(150, 15 + height), 1);
+    EXPECT_EQ(picker->list->RowAt(150, 15 + 2 * height), -1);
+    EXPECT_EQ(picker->list->RowAt(150, 15), -1) << "not under the point either";
+  });
+}
+
 TEST_F(NativeLists, AKeyThatTheModelLeavesChoosesNothing) {
   Pick([&] {
     picker->strip->SetTab(1);

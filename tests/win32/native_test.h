@@ -65,6 +65,15 @@ class NativeTest : public ViewTest {
     said->Release();
     tests::RunMessages();
   }
+  // From now on the window answers first as `procedure` does, which hands on to Before().
+  static void AnswerBefore(HWND window, WNDPROC procedure) {
+    Before() = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+  }
+  static WNDPROC& Before() {
+    static WNDPROC before = nullptr;
+    return before;
+  }
   // The button goes down at one place of a window and comes up at another.
   static void Drag(HWND window, POINT from, POINT to) {
     PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
