@@ -20,6 +20,7 @@
 #include "host/paths.h"
 #include "host/people_window.h"
 #include "host/system.h"
+#include "host/tour/sample.h"
 #include "host/tour/tour.h"
 #include "host/visits.h"
 #include "platform/ado/recordset.h"
@@ -37,20 +38,8 @@ class Views : public qt::QtPlatform {
   Views() { qt::DressApplication(*qApp); }
 };
 
-// The tour starts from fresh copies of the sample database and the photographs, in a folder of its own beside
-// the pictures, unless others were named.
-int RunTour(Options options) {
-  const std::filesystem::path data = std::filesystem::path(options.folder) / "tour-data";
-  std::filesystem::create_directories(data);
-  if (options.database.empty() && options.connection.empty()) {
-    options.database = (data / "tour.db").string();
-    for (const char* ending : {"", "-wal", "-shm"}) std::filesystem::remove(options.database + ending);
-    CreateSample(options.database);
-  }
-  if (options.photos.empty()) {
-    options.photos = (data / "photos").string();
-    CopyPhotos(SamplePhotos(), options.photos);
-  }
+int RunTour(const Options& asked) {
+  const Options options = WithSampleOfTour(asked);
   const auto database = OpenDatabase(options);
   Views platform;
   const auto connection = TracedForTheComponent(database, options);

@@ -73,8 +73,8 @@ void ToolbarView::Arrange() {
       left += width;
       continue;
     }
-    std::wstring caption = windows::Wide(bar_.Buttons()[i].Caption());
-    std::erase(caption, L'&');
+    // With the mark of its mnemonic, as the views in Qt measure it: the buttons stand in the same places.
+    const std::wstring caption = windows::Wide(bar_.Buttons()[i].Caption());
     int width = GetLook().TextWidth(font, caption) + metrics.Scaled(kButtonPadding);
     if (!Tall() && !button.icon.Empty()) width += metrics.Scaled(kIconSize);
     SetWindowPos(button.window, nullptr, left, 0, width, HeightOf(place), SWP_NOZORDER | SWP_NOACTIVATE);
