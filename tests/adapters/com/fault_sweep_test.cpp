@@ -116,7 +116,7 @@ Outcome ComFaultSweep::Host::Play(int n) {
   outcome.messages = Views()->messages;
   outcome.rows = AllRows(*database_);
   EXPECT_EQ(host_->References(), 3U);
-  EXPECT_EQ(LateObject::Living(), 1) << "no recordset is held";
+  EXPECT_EQ(LateObject::Living(), living_ + 1) << "no recordset is held";
 
   // The next visit works.
   host_->on_call = nullptr;

@@ -42,6 +42,8 @@ class Library : public testing::Test {
   // The description that the last failed call left, or empty.
   static std::string Words();
 
+  // Of other tests.
+  const int living_ = LateObject::Living();
   std::shared_ptr<tests::Database> database_ = tests::SampleDatabase();
   Pointer<StandInConnection> host_;
 };

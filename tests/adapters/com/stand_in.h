@@ -3,6 +3,7 @@
 // RollbackTrans, Close.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -44,8 +45,9 @@ class LateObject : public IDispatch {
   void Has(const wchar_t* name, Member member) { members_.emplace_back(name, std::move(member)); }
 
  private:
-  static inline int living_ = 0;
-  ULONG references_ = 1;
+  static inline std::atomic<int> living_ = 0;
+  // Of several threads where a proxy calls.
+  std::atomic<ULONG> references_ = 1;
   std::vector<std::pair<std::wstring, Member>> members_;
 };
 

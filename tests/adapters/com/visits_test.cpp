@@ -2,6 +2,9 @@
 // is open, it calls from its own events, and it hands over what is no person and no folder.
 #include <functional>
 #include <map>
+#include <memory>
+#include <string>
+#include <thread>
 
 #include "platform/environment/failure.h"
 #include "platform/toolkit/controls/basic_controls.h"
@@ -287,6 +290,42 @@ TEST_F(ComVisits, APathThatNoFileCanHaveIsAFolderWithoutPhotographs) {
   ExpectTheNextVisitWorks();
 }
 
+TEST_F(ComVisits, AnotherThreadHasTheNextVisitOnceTheFirstHasEnded) {
+  HRESULT first = E_FAIL;
+  std::thread([&] { first = Show([](HeadlessUser& user) { user.ClickToolbar("Exit"); }); }).join();
+  EXPECT_EQ(first, S_OK);
+  EXPECT_EQ(EndServer(), S_FALSE);
+  bool shown = false;
+  OnViews([&](headless::HeadlessPlatform& views) { views.WillRun([&](toolkit::Form&) { shown = true; }); });
+  EXPECT_EQ(Show(), S_OK);
+  EXPECT_TRUE(shown);
+  object_ = {};
+  EXPECT_EQ(EndServer(), S_OK);
+  EXPECT_EQ(host_->References(), 2U) << "what belonged to the thread that ended is not touched";
+}
+
+// A connection whose end frees libraries, as a host's object may.
+class FreesLibraries : public StandInConnection {
+ public:
+  FreesLibraries(const std::shared_ptr<ado::Connection>& connection, HRESULT& result)
+      : StandInConnection(connection), result_(result) {}
+  ~FreesLibraries() override { result_ = EndServer(); }
+
+ private:
+  HRESULT& result_;
+};
+
+TEST_F(ComVisits, AConnectionMayFreeLibrariesAtItsEnd) {
+  HRESULT result = S_OK;
+  *host_.Put() = new FreesLibraries(database_, result);
+  Prepare(object_);
+  EXPECT_EQ(Show([](HeadlessUser& user) { user.ClickToolbar("Exit"); }), S_OK);
+  object_ = {};
+  host_ = {};
+  EXPECT_EQ(EndServer(), S_OK);
+  EXPECT_EQ(result, S_FALSE) << "not while the library is at work";
+}
+
 TEST_F(ComVisits, AHundredVisitsLeaveNoMoreBehindThanOne) {
   const auto visit = [&] { EXPECT_EQ(Show([](HeadlessUser& user) { user.ClickToolbar("Exit"); }), S_OK); };
   visit();
@@ -296,7 +335,7 @@ TEST_F(ComVisits, AHundredVisitsLeaveNoMoreBehindThanOne) {
   EXPECT_EQ(host_->References(), 3U);
   object_ = {};
   EXPECT_EQ(EndServer(), S_OK);
-  EXPECT_EQ(LateObject::Living(), 1) << "the host's own";
+  EXPECT_EQ(LateObject::Living(), living_ + 1) << "the host's own";
 }
 
 }  // namespace
