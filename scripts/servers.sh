@@ -5,7 +5,8 @@
 #
 #   --only     some of postgresql, mariadb and galera, in one argument with blanks between them; without it all
 #   --durable  what is stored outlives a server that is killed; without it they keep nothing safe on the disk
-#   --disk     their data lie on a disk of that size in memory (root alone can have one)
+#   --disk     their data lie on a disk of that size in memory, where DOSSIERKIT_SMALL_DISK says so to the
+#             command: root alone can have one
 #
 # The command finds their connection strings in DOSSIERKIT_POSTGRESQL, DOSSIERKIT_MARIADB and DOSSIERKIT_GALERA,
 # the last one a cluster of MariaDB with three nodes. They listen on free ports of the loopback alone, with a
@@ -13,7 +14,7 @@
 # that ends is started again.
 set -euo pipefail
 usage() {
-  sed -n '2,14s/^# \{0,1\}//p' "$0" >&2
+  sed -n '2,15s/^# \{0,1\}//p' "$0" >&2
   exit 2
 }
 engines="postgresql mariadb galera"
@@ -49,7 +50,12 @@ if ! "${as_nobody[@]}" test -x "$data"; then
   data=$(mktemp -d)
 fi
 if [ -n "$disk" ]; then
-  mount -t tmpfs -o "size=${disk}M,mode=755" dossierkit-servers "$data" || { rmdir "$data"; exit 1; }
+  if [ "$(id -u)" -eq 0 ] && mount -t tmpfs -o "size=${disk}M,mode=755" dossierkit-servers "$data"; then
+    export DOSSIERKIT_SMALL_DISK=1
+  else
+    echo "servers: no small disk, which root alone can have" >&2
+    disk=
+  fi
 fi
 [ "$(id -u)" -ne 0 ] || chown nobody: "$data"
 
@@ -163,9 +169,11 @@ start_postgresql() {
 set_mariadb() {
   local program
   program=$(find_program /usr/sbin/mariadbd)
+  # One that starts clears the folder of the temporary files, also of another's.
+  "${as_nobody[@]}" mkdir -p "$data/$1.tmp"
   # The program's statements write one table's name in capitals and in small letters.
   mariadb=("$program" --no-defaults --datadir="$data/$1" --port="$2" --bind-address=127.0.0.1
-    --socket="$data/$1.sock" --pid-file="$data/$1.pid" --lower-case-table-names=1 --character-set-server=utf8mb4
+    --socket="$data/$1.sock" --pid-file="$data/$1.pid" --tmpdir="$data/$1.tmp" --lower-case-table-names=1 --character-set-server=utf8mb4
     --skip-name-resolve --innodb-log-file-size=32M --innodb-fast-shutdown=2 --innodb-buffer-pool-size=64M --sync-frm=0)
   [ -n "$durable" ] || mariadb+=(--innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --innodb-flush-method=nosync)
 }
@@ -183,7 +191,8 @@ install_mariadb() {
 }
 
 start_mariadb() {
-  cp -a "$data/installed" "$data/mariadb"
+  # Where a disk is full, its log must have room.
+  cp -a --sparse=never "$data/installed" "$data/mariadb"
   set_mariadb mariadb "$mariadb_port"
   keep_running "$data/mariadb.log" "${mariadb[@]}" --init-file="$data/users.sql"
 }

@@ -6,10 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "adapters/sqlite/sqlite_connection.h"
-#include "host/server/copy.h"
 #include "platform/environment/text.h"
-#include "tests/support/paths.h"
+#include "tests/support/faulty_visit.h"
 #include "tests/support/server_faults.h"
 #include "tests/support/servers.h"
 #include "tests/support/visit.h"
@@ -113,84 +111,36 @@ TEST_F(LostNodes, OneThatTheOthersHaveLeftBehindIsNotUsed) {
   EXPECT_EQ(Column(back, "select n from t"), (std::vector<std::string>{"2"}));
 }
 
-// The component on a connection that names all nodes; the one that it is on is killed before the k-th of the
-// statements that change anything.
+// The component on a connection that names all nodes.
 class VisitOnACluster : public LostNodes {
  protected:
   void SetUp() override {
     LostNodes::SetUp();
     MakeDatabase("galera", kDatabase);
-    sqlite::SqliteConnection sample(SampleDatabaseFile());
     host_ = std::make_shared<odbc::OdbcConnection>(ClusterString(kDatabase));
-    server::CopyDatabase(server::StoreOf(sample), server::StoreOf(*host_));
+    visit_ = std::make_unique<FaultyVisit>(host_);
   }
-  static bool Changes(const std::string& statement) {
-    return statement.starts_with("update ") || statement.starts_with("insert ") ||
-           statement.starts_with("delete ");
-  }
-  void KillBefore(int change) {
-    visit_.component.SetConnection(
-        std::make_shared<ActingConnection>(host_, [this, change](const std::string& statement) {
-          if (Changes(statement) && ++changes_ == change) KillServer(NodeString(NodeOf(*host_)), SIGKILL);
-        }));
-  }
-  std::vector<std::string> Numbers() {
-    return Column(*host_, "select A0499 from A04 where A00='" + kPerson + "' order by A0499");
-  }
-  void ExpectThatTheNextVisitWorks() {
-    visit_.script.messages.clear();
-    EXPECT_TRUE(visit_.OpenPerson(kPerson, [&] {
-      visit_.GoTo("A13");
-      visit_.Text("A13_A1302").SetText("8");
-      visit_.user.ClickToolbar("Save");
-    }));
-    EXPECT_EQ(visit_.Messages(), std::vector<std::string>{});
-    EXPECT_EQ(One(*host_, "select A1302 from A13 where A00='" + kPerson + "'"), "8");
-  }
+  void KillItsNode() { KillServer(NodeString(NodeOf(*host_)), SIGKILL); }
 
   std::shared_ptr<odbc::OdbcConnection> host_;
-  Visit visit_;
-  int changes_ = 0;
+  std::unique_ptr<FaultyVisit> visit_;
 };
 
 TEST_F(VisitOnACluster, TheWalkOfDeleteIsToldOnceAndTheNextVisitWorks) {
-  host_->Run("delete from A04 where A00<>'" + kPerson + "'");
-  ASSERT_EQ(Numbers(), (std::vector<std::string>{"1", "2", "3", "4"}));
-  // delete, update 1, update 2 -> 2: the node goes before number 4 becomes 3.
-  KillBefore(4);
-  std::string thrown;
-  try {
-    visit_.OpenPerson(kPerson, [&] {
-      visit_.GoTo("A04");
-      visit_.user.ClickRow(2);
-      visit_.script.WillAnswer(toolkit::kAnswerYes);
-      visit_.user.ClickToolbar("Delete");
-    });
-  } catch (const environment::Failure& failure) {
-    thrown = failure.description();
-  }
-  EXPECT_EQ(changes_, 4);
-  int told = thrown.starts_with(kLost) ? 1 : 0;
-  for (const std::string& message : visit_.Messages()) told += message.starts_with(kLost) ? 1 : 0;
-  EXPECT_EQ(told, 1) << thrown << testing::PrintToString(visit_.Messages());
-  EXPECT_EQ(Numbers(), (std::vector<std::string>{"1", "2", "4"})) << "what ran before the failure";
-  ExpectThatTheNextVisitWorks();
+  visit_->FailBefore(4, [&] { KillItsNode(); });
+  const std::string told = visit_->DeleteTheSecondPost();
+  EXPECT_TRUE(told.starts_with(kLost)) << told;
+  EXPECT_EQ(visit_->Posts(), (std::vector<std::string>{"1", "2", "4"})) << "what ran before the failure";
+  EXPECT_EQ(visit_->SaveTheHours("8", 1), std::vector<std::string>{});
+  EXPECT_EQ(visit_->Hours(), "8");
 }
 
-// A record is deleted and stored anew, as required.
 TEST_F(VisitOnACluster, ASaveThatMeetsItIsToldOnceAndSavingAgainWorks) {
-  KillBefore(2);
-  EXPECT_TRUE(visit_.OpenPerson(kPerson, [&] {
-    visit_.GoTo("A13");
-    visit_.Text("A13_A1302").SetText("7");
-    visit_.user.ClickToolbar("Save");
-    ASSERT_EQ(visit_.Messages().size(), 1U) << testing::PrintToString(visit_.Messages());
-    EXPECT_TRUE(visit_.Messages()[0].starts_with(kLost)) << visit_.Messages()[0];
-    visit_.user.ClickToolbar("Save");
-    EXPECT_EQ(visit_.Messages().size(), 1U) << testing::PrintToString(visit_.Messages());
-  }));
-  EXPECT_EQ(One(*host_, "select A1302 from A13 where A00='" + kPerson + "'"), "7");
-  ExpectThatTheNextVisitWorks();
+  visit_->FailBefore(2, [&] { KillItsNode(); });
+  const auto told = visit_->SaveTheHours("7", 2);
+  ASSERT_EQ(told.size(), 1U) << testing::PrintToString(told);
+  EXPECT_TRUE(told[0].starts_with(kLost)) << told[0];
+  EXPECT_EQ(visit_->Hours(), "7");
 }
 
 }  // namespace

@@ -9,9 +9,9 @@
 
 namespace dossierkit::tests {
 
-// The connection string of the server of that engine ("postgresql", "mariadb", "galera": the first node of the
-// cluster), to a database on it unless that is empty. Where no server was started it ends the program with a sentence on standard error and exit
-// code 2.
+// The connection string of the server of that engine ("postgresql", "mariadb", "galera": the first node of
+// the cluster), to a database on it unless that is empty. Where no server was started it ends the program
+// with a sentence on standard error and exit code 2.
 std::string ServerString(const std::string& engine, const std::string& database = {});
 
 // The same of one node of the cluster, from 0, and of all of them in one string.

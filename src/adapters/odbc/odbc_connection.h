@@ -21,8 +21,8 @@ class DOSSIERKIT_EXPORT OdbcConnection : public ado::Connection {
  public:
   // Connects by a connection string of ODBC (UTF-8), as in "Driver=PostgreSQL Unicode;Server=..;Database=..;
   // Uid=..;Pwd=..". "Server=a,b:3307,c" are the nodes of a cluster: the first one that answers is used, and
-  // the next one once it has gone. Throws a Failure for a server that cannot be reached, refuses the user, or is none of
-  // those whose ways are known; no password stands in it.
+  // the next one once it has gone. Throws a Failure for a server that cannot be reached, refuses the user, or
+  // is none of those whose ways are known; no password stands in it.
   explicit OdbcConnection(const std::string& connection_string,
                           std::chrono::milliseconds busy_timeout = ado::kBusyTimeout);
   ~OdbcConnection() override;

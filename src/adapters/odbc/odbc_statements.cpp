@@ -70,8 +70,9 @@ ado::Snapshot Statements::Run(const std::string& statement) {
     try {
       return session_.Told(statement, [&] { return Rows(translated); });
     } catch (const environment::Failure&) {
-      // The tables may have changed since their columns were read.
-      if (session_.IsLost() || !tables_.ForgetOldSchema()) throw;
+      // The tables may have changed since their columns were read; but nothing is repeated behind a
+      // transaction that has gone.
+      if (session_.IsLost() || session_.IsUndone() || !tables_.ForgetOldSchema()) throw;
     }
   }
 }

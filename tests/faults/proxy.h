@@ -1,0 +1,44 @@
+// Proxy: a network of its own between a host and a server, which can be cut.
+#pragma once
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace dossierkit::tests {
+
+class Proxy {
+ public:
+  // Passes on to the server of a connection string; from now on, on a free port of the loopback.
+  explicit Proxy(const std::string& connection_string);
+  ~Proxy();
+  Proxy(const Proxy&) = delete;
+  Proxy& operator=(const Proxy&) = delete;
+
+  // The same connection string by way of here.
+  const std::string& String() const { return string_; }
+
+  // Ends all connections, and each new one at once.
+  void Cut();
+  // The same as soon as so many bytes more have come from the server.
+  void CutBehind(long bytes);
+  void Mend();
+
+ private:
+  void Accept();
+  void Pass(int client);
+
+  std::string string_;
+  int port_ = 0;
+  int listener_ = -1;
+  std::atomic<bool> is_ending_ = false;
+  std::atomic<bool> is_cut_ = false;
+  std::atomic<long> left_ = -1;  // bytes; none: -1
+  std::mutex mutex_;
+  std::vector<std::thread> passing_;
+  std::thread accepting_;
+};
+
+}  // namespace dossierkit::tests
