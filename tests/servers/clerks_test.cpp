@@ -167,6 +167,25 @@ TEST_F(Clerks, NoNumberGoesBeyondTheLargest) {
   EXPECT_EQ(One(*database, "select count(*) from A01 where A00='R'"), "0");
 }
 
+// By the numbers of their records their rows lie beside one another.
+TEST_F(Clerks, ClerksOfNeighbouringPersonsNeverWaitForOneAnother) {
+  Open()->Run("delete from A03");
+  for (const char* person : {"P1", "P2", "P3"})
+    Open()->Run("insert into A03(A00,A0302,A0399) values('" + std::string(person) + "','甲','1')");
+  const auto one = Open();
+  odbc::OdbcConnection other(ServerString(engine_, kDatabase), std::chrono::seconds(1));
+  one->BeginTrans();
+  one->Run("update A03 set A0399 = A0399 +200 where a00='P2'");
+  one->Run("delete from A03 where A00='P2'  and A0399 = 201");
+  for (const char* person : {"P1", "P3"}) {
+    other.Run("update A03 set A0399 = A0399 +200 where a00='" + std::string(person) + "'");
+    other.Run("insert into A03(A00,A0302,A0399) values('" + std::string(person) + "','乙','2')");
+    other.Run("delete from A03 where A00='" + std::string(person) + "'  and A0399 = 201");
+  }
+  one->CommitTrans();
+  EXPECT_EQ(One(other, "select count(*) from A03"), "2");
+}
+
 TEST_F(Clerks, ASecondClerkIsToldWhoHasAPersonOpen) {
   using std::chrono::seconds;
   const auto one = Open();

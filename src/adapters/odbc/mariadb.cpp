@@ -9,6 +9,9 @@ using What = jet::EngineFailure;
 constexpr std::string_view kSession[] = {
     "set session innodb_lock_wait_timeout = %s",
     "set session lock_wait_timeout = %s",
+    // Else an update holds what lies beside its rows as well: clerks of neighbouring persons would wait for
+    // one another, and some be undone.
+    "set session transaction isolation level read committed",
     // What does not fit is refused; a backslash is a character like any other, in a pattern as well.
     "set session sql_mode = 'STRICT_ALL_TABLES,NO_BACKSLASH_ESCAPES,ERROR_FOR_DIVISION_BY_ZERO,"
     "NO_ENGINE_SUBSTITUTION,PIPES_AS_CONCAT'",

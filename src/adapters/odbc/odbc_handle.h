@@ -96,7 +96,7 @@ class Query {
  private:
   template <typename C>
   bool Get(int column, SQLSMALLINT type, C& value);
-  std::string Attribute(int column, SQLUSMALLINT what) const;
+  std::string NarrowAttribute(int column, SQLUSMALLINT what) const;
 
   template <typename Units>
   bool AppendPieces(int column, SQLSMALLINT type, std::size_t zeros, Units& whole);

@@ -19,10 +19,10 @@ ado::Column ColumnAt(const Query& query, int index, const jet::Statement& statem
   const auto at = static_cast<std::size_t>(index);
   // Of an expression the statement may know better.
   const bool is_told = at < statement.columns.size() && statement.columns[at].kind != ColumnKind::kUnknown;
+  if (is_told) return statement.ColumnAt(at, query.ColumnName(index), {});
   std::string type = query.TypeName(index);
   if (environment::EqualIgnoringCase(type, engine.boolean_type)) type = "boolean";
-  return statement.ColumnAt(at, query.ColumnName(index),
-                            is_told ? std::optional<std::string_view>() : std::string_view(type));
+  return statement.ColumnAt(at, query.ColumnName(index), type);
 }
 
 template <typename Cell, typename Append>

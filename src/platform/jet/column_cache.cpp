@@ -10,12 +10,21 @@ namespace dossierkit::jet {
 ColumnCache::ColumnCache(Engine engine) : engine_(std::move(engine)) {}
 
 Statement ColumnCache::Translate(std::string_view statement, const Renderer& renderer) {
-  const ColumnLookup lookup = [this](std::string_view table) { return ColumnsOf(table); };
+  if (const auto known = selects_.find(statement); known != selects_.end()) return known->second;
+  bool has_all_tables = true;
+  const ColumnLookup lookup = [&](std::string_view table) {
+    const TableColumns* columns = ColumnsOf(table);
+    has_all_tables = has_all_tables && columns != nullptr;
+    return columns;
+  };
   while (true) {
     try {
       Statement translated = jet::Translate(statement, lookup, renderer);
       const bool asks = translated.kind == Statement::Kind::kInsert && !engine_.refuses_wrong_values;
-      if (!asks || !ForgetOldSchema()) return translated;
+      if (asks && ForgetOldSchema()) continue;
+      // A table that is missing may be there the next time.
+      if (translated.kind == Statement::Kind::kSelect && has_all_tables) Keep(statement, translated);
+      return translated;
     } catch (const environment::Failure& failure) {
       // No column makes good a wrong syntax.
       if (failure.number() == environment::kSyntaxError || !ForgetOldSchema()) throw;
@@ -26,9 +35,22 @@ Statement ColumnCache::Translate(std::string_view statement, const Renderer& ren
 bool ColumnCache::ForgetOldSchema() {
   const std::int64_t version = engine_.version();
   if (version == known_version_) return false;
-  tables_.clear();
+  Forget();
   known_version_ = version;
   return true;
+}
+
+void ColumnCache::Forget() {
+  tables_.clear();
+  selects_.clear();
+}
+
+void ColumnCache::Keep(std::string_view statement, const Statement& translated) {
+  constexpr std::size_t kMost = 256;
+  constexpr std::size_t kLongest = 1024;
+  if (statement.size() > kLongest) return;
+  if (selects_.size() == kMost) selects_.clear();
+  selects_.emplace(statement, translated);
 }
 
 const TableColumns* ColumnCache::ColumnsOf(std::string_view table) {

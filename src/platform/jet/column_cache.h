@@ -28,20 +28,23 @@ class ColumnCache {
   // Translates by the columns that are known. What is inserted is translated by the tables as they are
   // declared now, and so is a constant that does not fit: it may by now. For other statements nobody asks for
   // the version; where an update stores by an old one, the engine must refuse it. The same
-  // holds for inserts where the engine refuses wrong values.
+  // holds for inserts where the engine refuses wrong values. The same select is not translated twice: most of
+  // them ask for metadata, at every change of a set. All calls must come with one renderer.
   Statement Translate(std::string_view statement, const Renderer& renderer);
 
   // Nothing is known any more: the tables may just have been changed.
-  void Forget() { tables_.clear(); }
+  void Forget();
   // True, and nothing is known any more, where the version is another one than when this was last asked.
   bool ForgetOldSchema();
 
  private:
   const TableColumns* ColumnsOf(std::string_view table);
+  void Keep(std::string_view statement, const Statement& translated);
 
   Engine engine_;
   std::int64_t known_version_ = -1;
-  std::map<std::string, TableColumns> tables_;  // by name in small letters
+  std::map<std::string, TableColumns> tables_;             // by name in small letters
+  std::map<std::string, Statement, std::less<>> selects_;  // translated by those tables
 };
 
 }  // namespace dossierkit::jet

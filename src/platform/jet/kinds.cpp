@@ -88,20 +88,18 @@ std::size_t Kinds::AddTable(std::size_t index, Select& select, const ColumnLooku
   if (TokenAt(last + 1).kind == TokenKind::kWord && !IsOneOf(TokenAt(last + 1), kBehindTable)) ++last;
   const TableColumns* columns = lookup(name);
   if (columns == nullptr) return last;
-  const std::string alias = environment::LowerCase(tokens_[last].Name()) + ".";
-  for (const TableColumn& column : *columns) {
-    const std::string key = environment::LowerCase(column.name);
-    select.columns.emplace(alias + key, column.kind);
-    select.columns.emplace(key, column.kind);
-  }
+  select.tables.push_back({tokens_[last].Name(), columns});
   return last;
 }
 
-ColumnKind Kinds::KindOf(const std::string& name, std::size_t select) const {
-  const std::string key = environment::LowerCase(name);
+ColumnKind Kinds::KindOf(std::string_view alias, std::string_view name, std::size_t select) const {
   for (int level = 0; level < 2 && select < selects_.size(); ++level) {
-    const auto& columns = selects_[select].columns;
-    if (const auto found = columns.find(key); found != columns.end()) return found->second;
+    for (const Table& table : selects_[select].tables) {
+      if (!alias.empty() && !environment::EqualIgnoringCase(alias, table.alias)) continue;
+      for (const TableColumn& column : *table.columns) {
+        if (environment::EqualIgnoringCase(column.name, name)) return column.kind;
+      }
+    }
     select = selects_[select].around;
   }
   return ColumnKind::kUnknown;
@@ -123,13 +121,10 @@ Operand Kinds::At(std::size_t begin, std::size_t select) const {
             counts ? ColumnKind::kInteger : ColumnKind::kUnknown};
   }
   if (first.Is("true") || first.Is("false")) return {Form::kOther, begin, begin + 1, ColumnKind::kBoolean};
-  std::string name(first.Name());
-  std::size_t end = begin + 1;
-  if (TokenAt(end).Is(".") && TokenAt(end + 1).kind == TokenKind::kWord) {
-    name.append(".").append(TokenAt(end + 1).Name());
-    end += 2;
-  }
-  return {Form::kColumn, begin, end, KindOf(name, select)};
+  const std::size_t end = begin + 1;
+  if (TokenAt(end).Is(".") && TokenAt(end + 1).kind == TokenKind::kWord)
+    return {Form::kColumn, begin, end + 2, KindOf(first.Name(), TokenAt(end + 1).Name(), select)};
+  return {Form::kColumn, begin, end, KindOf({}, first.Name(), select)};
 }
 
 }  // namespace dossierkit::jet

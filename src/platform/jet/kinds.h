@@ -3,8 +3,6 @@
 
 #include <cstddef>
 #include <limits>
-#include <map>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,7 +26,8 @@ struct Operand {
 };
 
 // The tables of a statement and the kinds of their columns. Made in one pass over the statement, it answers
-// without looking through it again. `tokens` must outlive it.
+// without looking through it again. `tokens` must outlive it, and
+// what `lookup` gives.
 class Kinds {
  public:
   static constexpr std::size_t kNoSelect = std::numeric_limits<std::size_t>::max();
@@ -40,17 +39,21 @@ class Kinds {
   Operand At(std::size_t begin, std::size_t select) const;
 
  private:
+  struct Table {
+    std::string_view alias;
+    const TableColumns* columns;
+  };
   struct Select {
     std::size_t around = kNoSelect;
-    // By name and by table.name, in small letters.
-    std::map<std::string, ado::ColumnKind> columns = {};
+    std::vector<Table> tables = {};
   };
   struct Place;
 
   const Token& TokenAt(std::size_t index) const;
   void FindTables(const ColumnLookup& lookup);
   std::size_t AddTable(std::size_t index, Select& select, const ColumnLookup& lookup);
-  ado::ColumnKind KindOf(const std::string& name, std::size_t select) const;
+  // `alias` is empty for a bare name, which is the first table's that has it.
+  ado::ColumnKind KindOf(std::string_view alias, std::string_view name, std::size_t select) const;
 
   const std::vector<Token>& tokens_;
   std::vector<std::size_t> closing_;  // by the token of a "(": that of its ")"

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/environment/failure.h"
+#include "tests/platform/jet/strict_renderer.h"
 
 namespace dossierkit::jet {
 namespace {
@@ -28,6 +29,7 @@ class ColumnCacheTest : public testing::Test {
   std::string Asked() { return std::exchange(asked_, {}); }
 
   ColumnKind kind_ = ColumnKind::kText;
+  bool is_there_ = false;
   std::int64_t version_ = 1;
   std::string asked_;
   ColumnCache cache_{{[this] {
@@ -36,7 +38,8 @@ class ColumnCacheTest : public testing::Test {
                       },
                       [this](const std::string& table) {
                         asked_ += table + " ";
-                        return table == "t" ? TableColumns{{"A", kind_, false}} : TableColumns();
+                        return table == "t" || (table == "u" && is_there_) ? TableColumns{{"A", kind_, false}}
+                                                                           : TableColumns();
                       }}};
 };
 
@@ -59,6 +62,41 @@ TEST_F(ColumnCacheTest, AnInsertIsTranslatedByTheTableAsItIsDeclaredNow) {
   version_ = 2;
   EXPECT_EQ(Translated("insert into t(a) values('1990年3月')"), "insert into t(a) values('1990-03-01')");
   EXPECT_EQ(Asked(), "v t v ");
+}
+
+TEST_F(ColumnCacheTest, ASelectIsTranslatedByTheTablesAsTheyAreKnown) {
+  const Renderer& strict = kStrictRenderer;
+  const auto translated = [&] { return cache_.Translate("select A from t where A=1", strict).text; };
+  const std::string as_text = translated();
+  EXPECT_EQ(translated(), as_text);
+  EXPECT_EQ(Asked(), "t ");
+  kind_ = ColumnKind::kInteger;
+  version_ = 2;
+  EXPECT_TRUE(cache_.ForgetOldSchema());
+  Asked();
+  const std::string as_number = translated();
+  EXPECT_NE(as_number, as_text);
+  EXPECT_EQ(Asked(), "t ");
+  kind_ = ColumnKind::kText;
+  cache_.Forget();
+  EXPECT_EQ(translated(), as_text);
+}
+
+TEST_F(ColumnCacheTest, ASelectOfAMissingTableIsTranslatedByItOnceItIsThere) {
+  const auto translated = [&] { return cache_.Translate("select A from u where A=1", kStrictRenderer).text; };
+  const std::string without = translated();
+  is_there_ = true;
+  EXPECT_NE(translated(), without);
+}
+
+TEST_F(ColumnCacheTest, ManySelectsAreTranslatedEachByItself) {
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < 1000; ++i) {
+      const std::string number = std::to_string(i);
+      ASSERT_EQ(Translated("select A from t where A='" + number + "'"),
+                "select A from t where A='" + number + "'");
+    }
+  }
 }
 
 TEST_F(ColumnCacheTest, AConstantThatDoesNotFitIsTriedOnceMoreAfterAChange) {
