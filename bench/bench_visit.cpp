@@ -60,10 +60,22 @@ void AddCodeTable(const std::string& database, int codes) {
   sqlite::SqliteConnection(database).RunScript(CodeTable(codes));
 }
 
-BenchVisit::BenchVisit(const std::string& database, ado::TracingConnection::Observer observer) {
+namespace {
+
+std::shared_ptr<ado::Connection> OpenFile(const std::string& database,
+                                          ado::TracingConnection::Observer observer) {
   std::shared_ptr<ado::Connection> connection = std::make_shared<sqlite::SqliteConnection>(database);
   if (observer) connection = std::make_shared<ado::TracingConnection>(connection, std::move(observer));
-  dossier_.SetConnection(connection);
+  return connection;
+}
+
+}  // namespace
+
+BenchVisit::BenchVisit(const std::string& database, ado::TracingConnection::Observer observer)
+    : BenchVisit(OpenFile(database, std::move(observer))) {}
+
+BenchVisit::BenchVisit(std::shared_ptr<ado::Connection> connection) {
+  dossier_.SetConnection(std::move(connection));
   dossier_.OperationType = 3;
   dossier_.PersonType = 1;
   dossier_.personID = kPerson;
@@ -72,6 +84,18 @@ BenchVisit::BenchVisit(const std::string& database, ado::TracingConnection::Obse
 void BenchVisit::Open(const std::function<void()>& scene) {
   script.WillRun([scene](toolkit::Form&) { scene(); });
   dossier_.ShowDossier();
+}
+
+void BenchVisit::OpenPerson(const std::string& person, const std::function<void()>& scene) {
+  dossier_.OperationType = 3;
+  dossier_.personID = person;
+  Open(scene);
+}
+
+void BenchVisit::OpenNew(const std::function<void()>& scene) {
+  dossier_.OperationType = 0;
+  dossier_.personID.clear();
+  Open(scene);
 }
 
 void BenchVisit::GoTo(const std::string& set) {

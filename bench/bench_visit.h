@@ -45,9 +45,13 @@ class BenchVisit {
  public:
   // `observer` is told of each statement, where there is one.
   explicit BenchVisit(const std::string& database, ado::TracingConnection::Observer observer = {});
+  // On a connection, of any engine.
+  explicit BenchVisit(std::shared_ptr<ado::Connection> connection);
 
   // Opens the component on the person and plays `scene` in its window.
   void Open(const std::function<void()>& scene);
+  void OpenPerson(const std::string& person, const std::function<void()>& scene);
+  void OpenNew(const std::function<void()>& scene);
   void GoTo(const std::string& set);
   frmDossier& Window() { return dynamic_cast<frmDossier&>(*TheRuntime().window); }
 

@@ -57,11 +57,12 @@ double Milliseconds(const std::function<void()>& work) {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-double Samples::Median() const {
+double Samples::Quantile(double share) const {
   auto sorted = values_;
   if (sorted.empty()) return 0;
   std::sort(sorted.begin(), sorted.end());
-  return sorted[sorted.size() / 2];
+  const auto at = static_cast<std::size_t>(share * static_cast<double>(sorted.size()));
+  return sorted[std::min(at, sorted.size() - 1)];
 }
 
 void Measure(benchmark::State& state, Samples& samples, const std::function<void()>& work) {

@@ -16,7 +16,9 @@ double Milliseconds(const std::function<void()>& work);
 class Samples {
  public:
   void Add(double value) { values_.push_back(value); }
-  double Median() const;
+  double Median() const { return Quantile(0.5); }
+  // The value that so many of them, 0 to 1, do not reach.
+  double Quantile(double share) const;
 
  private:
   std::vector<double> values_;

@@ -151,7 +151,7 @@ keep_running() {
 }
 
 start_postgresql() {
-  local bin folder=$data/postgresql settings=(-c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off)
+  local bin folder=$data/postgresql settings=(-c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off -c max_connections=300)
   bin=$(dirname "$(find_program "$(ls -d /usr/lib/postgresql/*/bin/initdb 2>/dev/null | sort -V | tail -n 1)" \
     /usr/lib/postgresql/15/bin/initdb)")
   [ -n "$durable" ] || settings+=(-c fsync=off -c synchronous_commit=off -c full_page_writes=off)
@@ -174,7 +174,7 @@ set_mariadb() {
   # The program's statements write one table's name in capitals and in small letters.
   mariadb=("$program" --no-defaults --datadir="$data/$1" --port="$2" --bind-address=127.0.0.1
     --socket="$data/$1.sock" --pid-file="$data/$1.pid" --tmpdir="$data/$1.tmp" --lower-case-table-names=1 --character-set-server=utf8mb4
-    --skip-name-resolve --innodb-log-file-size=32M --innodb-fast-shutdown=2 --innodb-buffer-pool-size=64M --sync-frm=0)
+    --skip-name-resolve --innodb-log-file-size=32M --innodb-fast-shutdown=2 --innodb-buffer-pool-size=64M --sync-frm=0 --max-connections=300)
   [ -n "$durable" ] || mariadb+=(--innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --innodb-flush-method=nosync)
 }
 
