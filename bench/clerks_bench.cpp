@@ -165,7 +165,12 @@ void WorkFor(int clerks, double seconds, Prepare prepare) {
   const auto start = Clock::now() + std::chrono::milliseconds(500 + 60 * clerks);
   const auto end =
       start + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-  const int failed = tests::RunInProcesses(clerks, [&](int clerk) { prepare(clerk, start, end); });
+  const int failed = tests::RunInProcesses(clerks, [&](int clerk) {
+    // Not all of them connect in the same moment.
+    timespec turn{clerk * 40 / 1000, clerk * 40 % 1000 * 1'000'000L};
+    nanosleep(&turn, nullptr);
+    prepare(clerk, start, end);
+  });
   if (failed > 0) throw std::runtime_error(std::to_string(failed) + " processes failed");
 }
 
