@@ -5,11 +5,16 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <utility>
 
 #include "tests/support/memory_database.h"
 #include "tests/support/paths.h"
 #ifdef DOSSIERKIT_SERVERS
 #include "tests/support/server_database.h"
+#endif
+#ifdef _WIN32
+#include "adapters/com/ado_connection.h"
+#include "tests/adapters/com/stand_in.h"
 #endif
 
 namespace dossierkit::tests {
@@ -43,6 +48,9 @@ std::shared_ptr<Database> SampleOnSqlite() {
 
 constexpr Engine kEngines[] = {
     {"sqlite", true, true, "rowid", SampleOnSqlite},
+#ifdef _WIN32
+    {"ado", true, true, "rowid", SampleOnSqlite},
+#endif
 #ifdef DOSSIERKIT_SERVERS
     {"postgresql", false, false, "ctid", [] { return SampleOnServer("postgresql"); }},
     {"mariadb", false, true, "entry_number", [] { return SampleOnServer("mariadb"); }},
@@ -72,6 +80,17 @@ const Engine& EngineOfThisRun() {
     return EngineNamed(name == nullptr || *name == '\0' ? kEngines[0].name : name);
   }();
   return engine;
+}
+
+std::shared_ptr<ado::Connection> AsGiven(std::shared_ptr<ado::Connection> connection) {
+#ifdef _WIN32
+  if (kEngine.name == std::string("ado")) {
+    com::Pointer<IDispatch> host;
+    *host.Put() = new com::StandInConnection(std::move(connection));
+    return std::make_shared<com::AdoConnection>(host.Get());
+  }
+#endif
+  return connection;
 }
 
 std::shared_ptr<Database> SampleDatabase() { return kEngine.sample(); }

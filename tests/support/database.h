@@ -40,6 +40,10 @@ const Engine& EngineNamed(const std::string& name);
 // The engine of this run.
 const Engine& EngineOfThisRun();
 
+// What the component is given of a connection to it: the connection itself but for "ado", where every
+// statement goes through the objects of a host of COM.
+std::shared_ptr<ado::Connection> AsGiven(std::shared_ptr<ado::Connection> connection);
+
 // A fresh copy of the sample database on it.
 std::shared_ptr<Database> SampleDatabase();
 

@@ -41,7 +41,7 @@ Visit::Visit() {
   InstallRuntime(runtime);
   RegisterPages(desktop);
   component.SetConnection(std::make_shared<ado::TracingConnection>(
-      failing, [this](const ado::Trace& trace) { statements.push_back(trace.statement); }));
+      AsGiven(failing), [this](const ado::Trace& trace) { statements.push_back(trace.statement); }));
   component.OperationType = 3;
   component.PersonType = 1;
   component.personID = kPerson;

@@ -17,8 +17,8 @@ std::unique_ptr<toolkit::Platform> MakePlatform();
 void Hold();
 void LetGo();
 
-// Makes the server where there is none yet, or none whose thread still runs, on the calling thread. False where
-// it is of another thread, also of one that asks at the same moment. Throws.
+// Makes the server where there is none yet, or none whose thread still runs, on the calling thread. False
+// where it is of another thread, also of one that asks at the same moment. Throws.
 bool RequireServer();
 
 // Ends the server where nothing keeps the library loaded: S_OK, and S_FALSE where something does or the
