@@ -110,10 +110,11 @@ TEST_F(Nodes, ManyWhoDrawIdentifiersNeverDrawOneTwice) {
   EXPECT_EQ(std::set<std::string>(drawn.begin(), drawn.end()).size(), 3200U);
 }
 
-TEST_F(Nodes, ConnectionsOfOneNumberHaveIdentifiersOfTheirOwn) {
+TEST_F(Nodes, ConnectionsOfOneNumberHaveIdentifiersAndVisitsOfTheirOwn) {
   const auto number_of = [](odbc::OdbcConnection& connection) {
     return std::stol(environment::TextOf(connection.RunNative("select connection_id()").ValueAt(0, 0)));
   };
+  server::PrepareRights(*Open(0));
   auto one = Open(0);
   auto other = Open(1);
   for (int i = 0; i < 5000 && number_of(*one) != number_of(*other); ++i) {
@@ -128,6 +129,15 @@ TEST_F(Nodes, ConnectionsOfOneNumberHaveIdentifiersOfTheirOwn) {
   EXPECT_EQ(One(*one, "select id from S_GUID where val='a'"), id);
   other->Run(" delete from S_GUID ");
   EXPECT_EQ(One(*one, "select count(*) from S_GUID"), "1");
+  // And each sees the rows of its own visit.
+  const std::string stranger = "56670B14-1509-4B0A-8BF1-3331CA118783";
+  const std::string own = One(*one, "select count(*) from A03 where A00='" + kPerson + "'");
+  const std::string strangers = One(*one, "select count(*) from A03 where A00='" + stranger + "'");
+  ASSERT_NE(strangers, "0");
+  const server::OwnRows visit(*one, kPerson);
+  const server::OwnRows strangers_visit(*other, stranger);
+  EXPECT_EQ(One(*one, "select count(*) from A03"), own);
+  EXPECT_EQ(One(*other, "select count(*) from A03"), strangers);
 }
 
 TEST_F(Nodes, PersonsEnteredAtOnceHaveDifferentNumbersAndAConflictIsToldInOneSentence) {

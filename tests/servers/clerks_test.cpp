@@ -8,6 +8,7 @@
 #include <fstream>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "adapters/sqlite/sqlite_connection.h"
@@ -206,6 +207,15 @@ TEST_F(Clerks, AMarkEndsWithItsLease) {
   EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(-1)), std::nullopt);
   EXPECT_EQ(server::MarkOpen(*one, "P", "李", seconds(60)), std::nullopt);
   EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(60)), "李");
+}
+
+TEST_F(Clerks, MarkingAPersonAgainBeginsTheLeaseAnew) {
+  using std::chrono::seconds;
+  const auto one = Open();
+  EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(1)), std::nullopt);
+  EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(60)), std::nullopt);
+  std::this_thread::sleep_for(std::chrono::milliseconds(1200));
+  EXPECT_EQ(server::MarkOpen(*one, "P", "李", seconds(60)), "张");
 }
 
 TEST_F(Clerks, OfSeveralWhoOpenAPersonAtOnceOneIsTheFirst) {

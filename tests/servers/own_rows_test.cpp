@@ -35,6 +35,27 @@ TEST_F(RowsOfAVisit, RightsThatArePreparedTwiceAreTheSame) {
   EXPECT_EQ(One("select count(*) from A02"), "3");
 }
 
+// As a connection of the same number may have done that ended without taking its visit down.
+TEST_F(RowsOfAVisit, WhatWasLeftBehindByAnotherVisitIsNotShownAndNothingIsLeft) {
+  auto& server = dynamic_cast<odbc::OdbcConnection&>(*database_.connection);
+  const bool is_postgresql = server.EngineName() == "PostgreSQL";
+  server.RunNative(is_postgresql
+                       ? "select set_config('dossierkit.persons', '{q}', false)"
+                       : "insert into dossierkit_visit values (connection_id(), dossierkit_node(), 'Q')");
+  {
+    const auto visit = database_.visit("P");
+    EXPECT_EQ(One("select count(*) from A02"), "3");
+  }
+  EXPECT_EQ(
+      environment::TextOf(
+          server
+              .RunNative(is_postgresql
+                             ? "select length(current_setting('dossierkit.persons'))"
+                             : "select count(*) from dossierkit_visit where connection = connection_id()")
+              .ValueAt(0, 0)),
+      "0");
+}
+
 TEST(UnpreparedServers, AreToldAndStayAsTheyAre) {
   const std::string engine = ServerOfThisRun();
   OpenServer(engine)->RunNative("drop database if exists own_rows_visit");
