@@ -292,6 +292,21 @@ TEST_F(NativeLists, AToolbarButtonThatLostTheMouseIsNotClicked) {
   });
 }
 
+// --- frames ----------------------------------------------------------------------------------------
+
+TEST_F(NativeLists, ACaptionThatAFrameCutsOffStandsInItsTip) {
+  Visit([&] {
+    const auto frame = form->Get<toolkit::Frame>("frmInner");
+    const HWND native = Native("frmInner");
+    frame->SetCaption("住址");
+    EXPECT_EQ(TipOf(native), L"");
+    frame->SetCaption("一二三四五六七八九十一二三四五六七八九十");
+    EXPECT_EQ(TipOf(native), L"一二三四五六七八九十一二三四五六七八九十");
+    frame->Move({3900, 120, 9000, 1200});
+    EXPECT_EQ(TipOf(native), L"") << "there is room for all of it";
+  });
+}
+
 // --- screen readers --------------------------------------------------------------------------------
 
 TEST_F(NativeLists, AListSaysItsRows) {

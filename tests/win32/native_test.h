@@ -65,6 +65,31 @@ class NativeTest : public ViewTest {
     said->Release();
     tests::RunMessages();
   }
+  // What shows where the mouse rests on a window; empty where nothing does.
+  static std::wstring TipOf(HWND window) {
+    struct Search {
+      HWND window;
+      std::wstring found;
+    } search{window, {}};
+    const auto look = [](HWND tips, LPARAM low) -> BOOL {
+      wchar_t name[64] = {};
+      GetClassNameW(tips, static_cast<wchar_t*>(name), 63);
+      if (lstrcmpW(static_cast<wchar_t*>(name), TOOLTIPS_CLASSW) != 0) return TRUE;
+      auto& sought = *reinterpret_cast<Search*>(low);
+      wchar_t text[200] = {};
+      TTTOOLINFOW tool = {};
+      tool.cbSize = TTTOOLINFOW_V2_SIZE;
+      tool.uFlags = TTF_IDISHWND;
+      tool.hwnd = GetWindow(tips, GW_OWNER);
+      tool.uId = reinterpret_cast<UINT_PTR>(sought.window);
+      tool.lpszText = static_cast<wchar_t*>(text);
+      SendMessageW(tips, TTM_GETTEXTW, 200, reinterpret_cast<LPARAM>(&tool));
+      sought.found += static_cast<wchar_t*>(text);
+      return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+  }
   // From now on the window answers first as `procedure` does, which hands on to Before().
   static void AnswerBefore(HWND window, WNDPROC procedure) {
     Before() = reinterpret_cast<WNDPROC>(

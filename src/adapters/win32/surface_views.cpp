@@ -16,7 +16,36 @@ constexpr double kCaptionPadding = 5;
 
 void FrameView::ShowText() {
   SetWindowTextW(Handle(), windows::Wide(static_cast<toolkit::Frame&>(GetControl()).Caption()).c_str());
+  ShowTip();
   Repaint();
+}
+
+void FrameView::ShowPlacement() {
+  NativeView::ShowPlacement();
+  ShowTip();
+}
+
+void FrameView::ShowStyle() {
+  NativeView::ShowStyle();
+  ShowTip();
+}
+
+// At its left and its right.
+int FrameView::BesideCaption() const {
+  return static_cast<const toolkit::Frame&>(GetControl()).Border()
+             ? GetMetrics().Scaled(kCaptionIndent) + GetMetrics().Scaled(kCaptionPadding)
+             : 0;
+}
+
+// A caption that is cut off stands whole in the tip.
+void FrameView::ShowTip() {
+  const auto& frame = static_cast<const toolkit::Frame&>(GetControl());
+  const std::wstring caption = windows::Wide(frame.Caption());
+  RECT place;
+  GetClientRect(Handle(), &place);
+  const int room = WidthOf(place) - 2 * BesideCaption();
+  const bool cut = GetLook().TextWidth(GetLook().FontOf(frame.GetFont()), caption) > room;
+  SetTip(cut ? caption : windows::Wide(frame.ToolTipText()));
 }
 
 void FrameView::Paint(HDC device, const RECT& place) {
@@ -33,7 +62,7 @@ void FrameView::Paint(HDC device, const RECT& place) {
     RECT edge = place;
     if (!caption.empty()) edge.top = line / 2;
     PaintEdge(device, edge, {colors.edge, GetMetrics().Edge(), GetMetrics().Radius()});
-    const int room = WidthOf(place) - 2 * (indent + padding);
+    const int room = WidthOf(place) - 2 * BesideCaption();
     const int width = std::min(GetLook().TextWidth(font, caption) + 2, room);
     text = {indent, 0, indent + width + 2 * padding, line};
     if (!caption.empty()) Fill(device, text, Ground());

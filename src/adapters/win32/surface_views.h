@@ -17,8 +17,14 @@ class FrameView : public NativeView {
   FrameView(ViewContext& context, toolkit::Frame& frame) : NativeView(context, frame, NativeWindow()) {}
 
  protected:
+  void ShowPlacement() override;
+  void ShowStyle() override;
   void ShowText() override;
   void Paint(HDC device, const RECT& place) override;
+
+ private:
+  int BesideCaption() const;
+  void ShowTip();
 };
 
 class LineView : public NativeView {
