@@ -88,8 +88,10 @@ void EditView::AskMenu(LPARAM place) {
 HBRUSH EditView::Colours(HDC device) {
   const bool enabled = IsWindowEnabled(Handle());
   const Palette& colors = GetLook().Colors();
-  SetTextColor(device, enabled ? GetLook().ColorOf(box_.ForeColor()) : colors.faint_ink);
-  SetBkColor(device, enabled ? GetLook().ColorOf(box_.BackColor()) : colors.faint_base);
+  const COLORREF ground = GetLook().ColorOf(box_.BackColor());
+  SetTextColor(device,
+               enabled ? GetLook().InkOn(ground, GetLook().ColorOf(box_.ForeColor())) : colors.faint_ink);
+  SetBkColor(device, enabled ? ground : colors.faint_base);
   return ground_;
 }
 

@@ -116,7 +116,8 @@ void LabelView::Paint(HDC device, const RECT& place) {
   // A plain caption recedes behind the bold ones, which announce what is required. A help text stays readable
   // while its page is disabled.
   const bool plain = label_.ForeColor() == toolkit::kButtonText && !label_.FontBold();
-  const COLORREF own = plain ? colors.soft_ink : GetLook().ColorOf(label_.ForeColor());
+  const COLORREF own = GetLook().InkOn(label_.Opaque() ? ground : Ground(),
+                                       plain ? colors.soft_ink : GetLook().ColorOf(label_.ForeColor()));
   const COLORREF ink = IsWindowEnabled(Handle()) || label_.Opaque() ? own : colors.faint_ink;
   const RECT room = Inset(place, Margin());
   // A single line stands in the middle, beside the first line of its box.

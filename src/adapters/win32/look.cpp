@@ -104,6 +104,23 @@ bool HighContrast() {
          (asked.dwFlags & HCF_HIGHCONTRASTON);
 }
 
+COLORREF ReadableInk(COLORREF ground, COLORREF wanted) {
+  // How bright an eye finds it, from 0 to 1.
+  const auto light = [](COLORREF color) {
+    const auto part = [](BYTE value) { return std::pow(value / 255.0, 2.2); };
+    return 0.2126 * part(GetRValue(color)) + 0.7152 * part(GetGValue(color)) +
+           0.0722 * part(GetBValue(color));
+  };
+  const auto stands_out = [&](COLORREF ink) {
+    const auto [darker, lighter] = std::minmax({light(ground), light(ink)});
+    return (lighter + 0.05) / (darker + 0.05);
+  };
+  constexpr COLORREF kBlack = RGB(0, 0, 0);
+  constexpr COLORREF kWhite = RGB(0xFF, 0xFF, 0xFF);
+  if (stands_out(wanted) >= 4.5) return wanted;
+  return stands_out(kBlack) > stands_out(kWhite) ? kBlack : kWhite;
+}
+
 RECT Metrics::Pixels(const toolkit::Rect& place) const {
   const toolkit::Rect pixels = scale_.Pixels(place);
   return {pixels.left, pixels.top, pixels.left + pixels.width, pixels.top + pixels.height};
@@ -131,9 +148,10 @@ HDC Backing::Of(HDC device, int width, int height) {
   return context_;
 }
 
-Look::Look(int dpi)
+Look::Look(int dpi, bool contrast)
     : metrics_(dpi),
-      palette_(HighContrast() ? Palette::OfTheSystem() : Palette::OfTheProgram()),
+      contrast_(contrast),
+      palette_(contrast ? Palette::OfTheSystem() : Palette::OfTheProgram()),
       measuring_(CreateCompatibleDC(nullptr)) {}
 
 Look::~Look() {

@@ -44,6 +44,10 @@ struct Palette {
 // Whether the user asked Windows for high contrast.
 bool HighContrast();
 
+// An ink that can be read on a ground: the wanted one where it stands out from it by 4.5 to 1, else black or
+// white.
+COLORREF ReadableInk(COLORREF ground, COLORREF wanted);
+
 inline constexpr double kBarWidth = 3;  // at the left of a chosen item, in pixels at 96 dpi
 
 // Turns twips into pixels of a screen of so many dots to the inch.
@@ -86,7 +90,7 @@ class Backing {
 // What all windows on a screen share. Its fonts live as long as it does.
 class Look {
  public:
-  explicit Look(int dpi);
+  explicit Look(int dpi, bool contrast = HighContrast());
   ~Look();
   Look(const Look&) = delete;
   Look& operator=(const Look&) = delete;
@@ -95,6 +99,10 @@ class Look {
   const Palette& Colors() const { return palette_; }
   // A colour of the model; a system colour is one of the palette's.
   COLORREF ColorOf(toolkit::Color color) const;
+  // The colour of a text on a ground. With high contrast the program's own colours meet those of the system.
+  COLORREF InkOn(COLORREF ground, COLORREF wanted) const {
+    return contrast_ ? ReadableInk(ground, wanted) : wanted;
+  }
   // A font of the model: its family with the Chinese characters of GB2312, or one that stands in for it.
   HFONT FontOf(const toolkit::Font& font) const;
   // Of texts that no control has.
@@ -110,6 +118,7 @@ class Look {
   const std::wstring& FaceOf(const std::string& name) const;
 
   Metrics metrics_;
+  bool contrast_;
   Palette palette_;
   mutable std::map<std::string, std::wstring> faces_;
   mutable std::map<std::string, HFONT> fonts_;

@@ -130,7 +130,9 @@ LRESULT TreeBoxView::PaintNode(NMTVCUSTOMDRAW& drawing) const {
       const RowLook look = LookOfRow(
           colors, node == tree_.SelectedItem(), HasKeyboard(),
           {GetLook().ColorOf(tree_.BackColor()),
-           IsWindowEnabled(Handle()) ? GetLook().ColorOf(tree_.Nodes().ColorOf(node)) : colors.faint_ink,
+           IsWindowEnabled(Handle()) ? GetLook().InkOn(GetLook().ColorOf(tree_.BackColor()),
+                                                       GetLook().ColorOf(tree_.Nodes().ColorOf(node)))
+                                     : colors.faint_ink,
            false});
       drawing.clrText = look.ink;
       drawing.clrTextBk = look.fill;

@@ -80,6 +80,18 @@ TEST(Win32Look, MeasuresLinesAndTexts) {
   EXPECT_NEAR(look.TextWidth(font, L"姓"), 12, 1) << "a Chinese character is square";
 }
 
+TEST(Win32Look, AnInkThatCannotBeReadOnItsGroundIsBlackOrWhite) {
+  const COLORREF black = RGB(0, 0, 0);
+  const COLORREF white = RGB(0xFF, 0xFF, 0xFF);
+  const COLORREF pale_blue = RGB(0xC8, 0xDF, 0xFB);
+  EXPECT_EQ(ReadableInk(pale_blue, white), black);
+  EXPECT_EQ(ReadableInk(pale_blue, RGB(0, 0, 0xFF)), RGB(0, 0, 0xFF));
+  EXPECT_EQ(ReadableInk(black, RGB(0, 0, 0xFF)), white);
+  EXPECT_EQ(ReadableInk(black, RGB(0, 0xFF, 0)), RGB(0, 0xFF, 0));
+  EXPECT_EQ(Look(96, true).InkOn(pale_blue, white), black);
+  EXPECT_EQ(Look(96, false).InkOn(pale_blue, white), white) << "the program chose it";
+}
+
 // Every colour of a user who needs contrast is the system's own.
 TEST(Win32Palette, OfHighContrastIsTheSystems) {
   const Palette palette = Palette::OfTheSystem();
