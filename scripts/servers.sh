@@ -68,6 +68,11 @@ clean_up() {
   # Nothing of theirs is kept.
   [ ${#servers[@]} -eq 0 ] || kill -KILL "${servers[@]}" 2>/dev/null || true
   wait "${servers[@]}" 2>/dev/null || true
+  # A node that was killed while it brought another one up to date leaves that copying behind.
+  local process
+  for process in /proc/[0-9]*; do
+    ! grep -qsF "$data/" "$process/cmdline" || kill -KILL "${process##*/}" 2>/dev/null || true
+  done
   # The last children of a killed server may still be ending.
   for _ in 1 2 3 4 5 6 7 8 9 10; do
     [ -z "$disk" ] || umount "$data" 2>/dev/null || { sleep 0.5; continue; }
