@@ -6,20 +6,24 @@ namespace {
 
 using What = jet::EngineFailure;
 
+// What does not fit is refused; a backslash is a character like any other, in a pattern as well.
+constexpr std::string_view kSqlMode =
+    "set session sql_mode = 'STRICT_ALL_TABLES,NO_BACKSLASH_ESCAPES,ERROR_FOR_DIVISION_BY_ZERO,"
+    "NO_ENGINE_SUBSTITUTION,PIPES_AS_CONCAT'";
+
+// A node of a cluster shows what was stored on another one before. Not every build knows of clusters.
+constexpr std::string_view kWaitForOtherNodes =
+    "begin not atomic declare continue handler for 1193 begin end; "
+    "execute immediate 'set session wsrep_sync_wait = 7'; end";
+
 constexpr std::string_view kSession[] = {
     "set session innodb_lock_wait_timeout = %s",
     "set session lock_wait_timeout = %s",
     // Else an update holds what lies beside its rows as well: clerks of neighbouring persons would wait for
-    // one another, and some be undone.
+    // one another, and a cluster would undo what holds up another node's rows.
     "set session transaction isolation level read committed",
-    // What does not fit is refused; a backslash is a character like any other, in a pattern as well.
-    "set session sql_mode = 'STRICT_ALL_TABLES,NO_BACKSLASH_ESCAPES,ERROR_FOR_DIVISION_BY_ZERO,"
-    "NO_ENGINE_SUBSTITUTION,PIPES_AS_CONCAT'",
-    // Nothing is locked between the rows: a cluster undoes what holds up another node's rows.
-    "set session transaction isolation level read committed",
-    // A node of a cluster shows what was stored on another one before. Not every build knows of clusters.
-    "begin not atomic declare continue handler for 1193 begin end; "
-    "execute immediate 'set session wsrep_sync_wait = 7'; end",
+    kSqlMode,
+    kWaitForOtherNodes,
 };
 
 constexpr Meaning kMeanings[] = {
