@@ -15,10 +15,13 @@ if [ "$(cat "$WINEPREFIX/made-by" 2>/dev/null)" != "$version" ]; then
   flock 9
   if [ "$(cat "$WINEPREFIX/made-by" 2>/dev/null)" != "$version" ]; then
     rm -rf "$WINEPREFIX"
-    env -u DISPLAY wine wineboot --init >"$build/wine.log" 2>&1 || { cat "$build/wine.log" >&2; exit 1; }
+    # What they leave running must not hold the lock, nor be there for a program with windows: a desktop that was
+    # begun without a display has none.
+    env -u DISPLAY wine wineboot --init >"$build/wine.log" 2>&1 9>&- || { cat "$build/wine.log" >&2; exit 1; }
     # A display of the tests has no window manager, for which Wine would wait.
-    env -u DISPLAY wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>"$build/wine.log" 2>&1
-    wine wineserver --wait >/dev/null 2>&1 || true
+    env -u DISPLAY wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>"$build/wine.log" 2>&1 9>&-
+    wineserver --kill || true  # that there is none any more
+    wineserver --wait
     echo "$version" >"$WINEPREFIX/made-by"
   fi
   exec 9>&-

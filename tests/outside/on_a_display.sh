@@ -1,6 +1,11 @@
 #!/usr/bin/env bash
-# Runs a command on an X display and a session bus of its own: on_a_display.sh command...
+# Runs a command on an X display and a session bus of its own: on_a_display.sh [--if-none] command...
+# With --if-none it takes a display that is there: Wine's desktop is on one, and knows no windows of another.
 set -euo pipefail
+if [ "$1" = --if-none ]; then
+  shift
+  [ -z "${DISPLAY:-}" ] || exec "$@"
+fi
 # Xvfb tells the number of its display as soon as programs can connect to it. Without -noreset it begins
 # anew, and drops whoever is connecting, when its first client leaves.
 coproc display { exec Xvfb -displayfd 1 -noreset -screen 0 1280x1024x24 2>/dev/null; }
