@@ -10,6 +10,7 @@ namespace dossierkit::bench {
 namespace {
 
 SQLPOINTER Number(std::uintptr_t value) {
+  // How ODBC takes a number in the place of a pointer.
   return reinterpret_cast<SQLPOINTER>(value);  // NOLINT(performance-no-int-to-ptr)
 }
 

@@ -26,8 +26,7 @@ struct Operand {
 };
 
 // The tables of a statement and the kinds of their columns. Made in one pass over the statement, it answers
-// without looking through it again. `tokens` must outlive it, and
-// what `lookup` gives.
+// without looking through it again. `tokens` and what `lookup` gives must outlive it.
 class Kinds {
  public:
   static constexpr std::size_t kNoSelect = std::numeric_limits<std::size_t>::max();
