@@ -53,7 +53,7 @@ class LostNodes : public testing::Test {
   void TearDown() override { ASSERT_TRUE(WaitUntil(IsWhole)) << "the cluster is not whole again"; }
 };
 
-TEST_F(LostNodes, OneThatIsKilledInTheMiddleOfSavesIsToldOnceAndNothingThatWasSavedIsLost) {
+TEST_F(LostNodes, OneThatIsKilledInTheMiddleOfSavesIsToldAndNothingThatWasSavedIsLost) {
   MakeDatabase("galera", kDatabase);
   odbc::OdbcConnection host(ClusterString(kDatabase));
   host.RunNative("create table t (n integer primary key)");
