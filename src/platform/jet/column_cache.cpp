@@ -33,6 +33,7 @@ Statement ColumnCache::Translate(std::string_view statement, const Renderer& ren
 }
 
 bool ColumnCache::ForgetOldSchema() {
+  if (!known_version_) return false;
   const std::int64_t version = engine_.version();
   if (version == known_version_) return false;
   Forget();
@@ -41,6 +42,7 @@ bool ColumnCache::ForgetOldSchema() {
 }
 
 void ColumnCache::Forget() {
+  known_version_.reset();
   tables_.clear();
   selects_.clear();
 }
@@ -57,6 +59,7 @@ const TableColumns* ColumnCache::ColumnsOf(std::string_view table) {
   std::string key = environment::LowerCase(table);
   const auto known = tables_.find(key);
   if (known != tables_.end()) return &known->second;
+  if (!known_version_) known_version_ = engine_.version();
   TableColumns columns = engine_.columns(key);
   return columns.empty() ? nullptr : &(tables_[std::move(key)] = std::move(columns));
 }

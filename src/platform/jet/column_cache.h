@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -34,7 +35,8 @@ class ColumnCache {
 
   // Nothing is known any more: the tables may just have been changed.
   void Forget();
-  // True, and nothing is known any more, where the version is another one than when this was last asked.
+  // True, and nothing is known any more, where the version is another one than the columns were read by. What
+  // failed by another reason (a lock that was waited for, say) is then not tried a second time.
   bool ForgetOldSchema();
 
  private:
@@ -42,7 +44,7 @@ class ColumnCache {
   void Keep(std::string_view statement, const Statement& translated);
 
   Engine engine_;
-  std::int64_t known_version_ = -1;
+  std::optional<std::int64_t> known_version_;              // none before columns are read
   std::map<std::string, TableColumns> tables_;             // by name in small letters
   std::map<std::string, Statement, std::less<>> selects_;  // translated by those tables
 };
