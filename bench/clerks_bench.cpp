@@ -9,6 +9,7 @@
 #include <set>
 #include <sstream>
 
+#include "bench/awake.h"
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
 #include "bench/server_visit.h"
@@ -285,6 +286,7 @@ int Run(const std::vector<std::string>& arguments) {
   }
   if (counts.empty()) counts = {1, 8, 32, 128};
   fs::create_directories(BENCH_FOLDER);
+  const Awake awake;
   bool all = true;
   for (const std::string& engine : kServers) {
     for (const int clerks : counts) all = Measure(engine, clerks, seconds) && all;
