@@ -63,7 +63,7 @@ class ServerVisit {
  public:
   ServerVisit(const std::string& engine, const std::string& database)
       : server_(tests::OpenServer(engine, database)),
-        bare_(OpenBare(engine, database)),
+        bare_(OpenBare(engine, tests::ServerString(engine, database))),
         translator_(engine, tests::OpenServer(engine, database)),
         visit(std::make_shared<ado::TracingConnection>(
             server_, [this](const ado::Trace& trace) { traces.push_back(trace); })) {}
@@ -237,7 +237,7 @@ void CopyOfAHundredThousand(benchmark::State& state) {
     });
     tests::MakeDatabase(engine, kBare);
     turns.Add(ours, Milliseconds([&] {
-                const auto bare = OpenBare(engine, kBare);
+                const auto bare = OpenBare(engine, tests::ServerString(engine, kBare));
                 bare->SetInTransaction(true);
                 for (const std::string& statement : statements) bare->Run(statement);
                 bare->Commit();

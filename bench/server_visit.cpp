@@ -27,10 +27,10 @@ void MakeCopyOnServer(const std::string& engine, const std::string& database, co
     to->RunNative((engine == "postgresql" ? "analyze " : "analyze table ") + std::string(table));
 }
 
-std::unique_ptr<PlainOdbc> OpenBare(const std::string& engine, const std::string& database) {
+std::unique_ptr<PlainOdbc> OpenBare(const std::string& engine, const std::string& connection_string) {
   const odbc::Engine& ways = EngineOf(engine);
   auto bare = std::make_unique<PlainOdbc>(
-      odbc::WithAttributes(tests::ServerString(engine, database), std::string(ways.attributes)),
+      odbc::WithAttributes(odbc::ServersOf(connection_string).front(), std::string(ways.attributes)),
       ways.speaks_utf8);
   for (const std::string_view setting : ways.session)
     bare->Run(environment::Replace(environment::Replace(setting, "%ms", "5000"), "%s", "5"));

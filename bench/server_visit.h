@@ -18,8 +18,8 @@ inline const std::vector<std::string> kServers = {"postgresql", "mariadb"};
 // A database of that name like the file, made by `dossier copy`.
 void MakeCopyOnServer(const std::string& engine, const std::string& database, const std::string& file);
 
-// The bare link to it, with the settings that statements of the component's adapter rely on.
-std::unique_ptr<PlainOdbc> OpenBare(const std::string& engine, const std::string& database);
+// A bare link, with the settings that statements of the component's adapter rely on.
+std::unique_ptr<PlainOdbc> OpenBare(const std::string& engine, const std::string& connection_string);
 
 // Tells what the adapter sends to a server for a statement of the dialect.
 class Translator {
