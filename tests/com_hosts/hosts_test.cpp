@@ -6,6 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -244,6 +245,60 @@ TEST_F(ShippedLibrary, ASecondVisitInAVisitIsRefused) {
     EXPECT_EQ(Show(object), S_OK);
     EXPECT_EQ(refused, Result(0x800A0190));
     EXPECT_EQ(words, "窗体已显示，不能再以模态方式显示");
+  });
+}
+
+// A window of the host's that throws what it is told to.
+class ThrowingWindow {
+ public:
+  static constexpr UINT kThrow = WM_APP;
+  ThrowingWindow()
+      : window_(CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                                nullptr, nullptr, nullptr, nullptr)) {
+    SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Receive));
+  }
+  ~ThrowingWindow() { DestroyWindow(window_); }
+  ThrowingWindow(const ThrowingWindow&) = delete;
+  ThrowingWindow& operator=(const ThrowingWindow&) = delete;
+  HWND Get() const { return window_; }
+
+ private:
+  static LRESULT CALLBACK Receive(HWND window, UINT id, WPARAM wide, LPARAM low) {
+    if (id == kThrow) throw std::runtime_error("a window of the host's");
+    return DefWindowProcW(window, id, wide, low);
+  }
+  HWND window_;
+};
+
+// Windows may keep what they throw, as Wine does, or hand it on to the loop that runs: the visit's.
+TEST_F(ShippedLibrary, AHostWhoseTimersAndWindowsThrowInAVisitHasThemBackBehindIt) {
+  InOwnApartment([&] {
+    const ThrowingWindow window;
+    const auto object = Make();
+    for (const bool by_timer : {true, false, true, false}) {
+      bool disabled = false;
+      {
+        const Timer timer([&] {
+          disabled = !IsWindowEnabled(window.Get());
+          if (!by_timer) PostMessageW(window.Get(), ThrowingWindow::kThrow, 0, 0);
+          Close(TheWindow());
+          if (by_timer) throw std::runtime_error("a timer of the host's");
+        });
+        VARIANT_BOOL saved = VARIANT_TRUE;
+        object->ShowDossier(&saved);
+        EXPECT_EQ(saved, VARIANT_FALSE);
+      }
+      EXPECT_TRUE(disabled);
+      EXPECT_TRUE(IsWindowEnabled(window.Get()));
+      EXPECT_EQ(TheWindow(), nullptr);
+      // The next visit is as any other, and takes its turn of a program that ends.
+      const Timer timer([] { PostQuitMessage(7); });
+      EXPECT_EQ(Show(object), S_OK);
+      MSG message;
+      ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+      EXPECT_EQ(message.wParam, 7U);
+      EXPECT_TRUE(IsWindowEnabled(window.Get()));
+    }
   });
 }
 

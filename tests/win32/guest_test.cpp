@@ -1,4 +1,5 @@
 // The native views as a guest in the thread of a host: what they take of it, and what they leave.
+#include <stdexcept>
 #include <thread>
 
 #include "adapters/win32/native_view.h"
@@ -135,6 +136,19 @@ TEST_F(NativeGuest, AQuestionThatNobodyAnswersBeforeTheProgramEndsIsAnsweredNo) 
   EXPECT_EQ(desktop.MsgBox("保存吗？", toolkit::kYesNo), toolkit::kAnswerNo);
   MSG message;
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
+// What a host's own window throws comes through a loop where Windows lets it.
+TEST(NativeLoops, OneThatAnExceptionLeavesHasEnded) {
+  win32::Application application;
+  EXPECT_THROW(application.RunUntil([]() -> bool { throw std::runtime_error("a window of the host's"); }),
+               std::runtime_error);
+  PostQuitMessage(7);
+  EXPECT_FALSE(application.RunUntil([] { return false; }));
+  EXPECT_FALSE(application.Quitting());
+  MSG message;
+  ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  EXPECT_EQ(message.wParam, 7U);
 }
 
 TEST_F(NativeVisit, AHostThatDestroysTheWindowBelowEndsTheVisit) {

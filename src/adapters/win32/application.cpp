@@ -194,9 +194,27 @@ std::optional<LRESULT> Application::Told(const Message& message) const {
 
 // --- loops ---------------------------------------------------------------------------------------
 
+// One that runs, however it ends.
+class Application::Loop {
+ public:
+  explicit Loop(Application& application) : application_(application) {
+    ++application_.loops_begun_;
+    ++application_.loops_;
+  }
+  ~Loop() {
+    application_.Sweep();  // also of what another loop, as of a menu, dispatched
+    if (--application_.loops_ == 0 && std::exchange(application_.quitting_, false))
+      PostQuitMessage(application_.quit_code_);
+  }
+  Loop(const Loop&) = delete;
+  Loop& operator=(const Loop&) = delete;
+
+ private:
+  Application& application_;
+};
+
 bool Application::RunUntil(const std::function<bool()>& done) {
-  ++loops_begun_;
-  ++loops_;
+  const Loop loop(*this);
   bool finished = done();
   while (!finished && !quitting_) {
     MSG message;
@@ -210,8 +228,6 @@ bool Application::RunUntil(const std::function<bool()>& done) {
     Sweep();
     finished = done();
   }
-  Sweep();  // also of what another loop, as of a menu, dispatched
-  if (--loops_ == 0 && std::exchange(quitting_, false)) PostQuitMessage(quit_code_);
   return finished;
 }
 

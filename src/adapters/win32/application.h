@@ -61,7 +61,7 @@ class Application {
   // --- loops -----------------------------------------------------------------------------------
   // Runs messages until `done`, which is asked again behind each of them and whenever the loops are woken.
   // False where the program is to end before: the message that says so comes again once the last loop has
-  // ended.
+  // ended. What a host's own window throws comes through, and nothing of the loop is left then either.
   bool RunUntil(const std::function<bool()>& done);
   void WakeLoops() const;
   bool Quitting() const { return quitting_; }
@@ -89,6 +89,7 @@ class Application {
 
  private:
   struct Link_;
+  class Loop;
   struct Work {
     std::weak_ptr<void> life;
     std::function<void()> run;
