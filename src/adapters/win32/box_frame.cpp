@@ -1,6 +1,6 @@
 #include "adapters/win32/box_frame.h"
 
-#include "adapters/win32/application.h"
+#include "adapters/win32/native_view.h"
 #include "adapters/win32/painting.h"
 
 namespace dossierkit::win32 {
@@ -21,11 +21,7 @@ std::optional<LRESULT> BoxFrame::Receive(HWND window, const Message& message) co
     case WM_NCCALCSIZE: {
       // The first rectangle, either way.
       auto& place = *reinterpret_cast<RECT*>(message.low);
-      const int edge = look_.GetMetrics().Ring();
-      place.left += edge + padding_.left;
-      place.top += edge + padding_.top;
-      place.right -= edge + padding_.right;
-      place.bottom -= edge + padding_.bottom;
+      place = Inside(place);
       return Application::PassOn(window, message);  // scroll bars
     }
     case WM_NCPAINT: {
@@ -40,25 +36,32 @@ std::optional<LRESULT> BoxFrame::Receive(HWND window, const Message& message) co
   }
 }
 
+// For the client area and the scroll bars.
+RECT BoxFrame::Inside(const RECT& outer) const {
+  const int edge = view_.GetMetrics().Ring();
+  return {outer.left + edge + padding_.left, outer.top + edge + padding_.top,
+          outer.right - edge - padding_.right, outer.bottom - edge - padding_.bottom};
+}
+
 void BoxFrame::Paint(HWND window) const {
   RECT outer;
   GetWindowRect(window, &outer);
-  RECT inner;
-  GetClientRect(window, &inner);
-  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&inner), 2);
-  const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
-  if (style & WS_VSCROLL) inner.right += GetSystemMetrics(SM_CXVSCROLL);
-  if (style & WS_HSCROLL) inner.bottom += GetSystemMetrics(SM_CYHSCROLL);
-  OffsetRect(&inner, -outer.left, -outer.top);
+  RECT client;
+  GetClientRect(window, &client);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+  OffsetRect(&client, -outer.left, -outer.top);
   OffsetRect(&outer, -outer.left, -outer.top);
+  const RECT inner = Inside(outer);
 
   const HDC device = GetWindowDC(window);
-  ExcludeClipRect(device, inner.left, inner.top, inner.right, inner.bottom);
+  // All but the corner between two scroll bars, which nobody else paints to its edges.
+  ExcludeClipRect(device, inner.left, inner.top, inner.right, client.bottom);
+  ExcludeClipRect(device, inner.left, inner.top, client.right, inner.bottom);
   const bool enabled = IsWindowEnabled(window);
   const HWND focus = GetFocus();
   const bool ring = enabled && focus && (focus == window || IsChild(window, focus));
-  const Palette& colors = look_.Colors();
-  const Metrics& metrics = look_.GetMetrics();
+  const Palette& colors = view_.GetLook().Colors();
+  const Metrics& metrics = view_.GetMetrics();
   Fill(device, outer, colors.surface);
   PaintBox(device, outer, fill_,
            {ring      ? colors.accent

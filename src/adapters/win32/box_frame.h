@@ -3,15 +3,17 @@
 
 #include <optional>
 
-#include "adapters/win32/look.h"
 #include "adapters/win32/message.h"
 
 namespace dossierkit::win32 {
 
+class NativeView;
+
 // Rounded; the box that has the keyboard has a ring.
 class BoxFrame {
  public:
-  explicit BoxFrame(const Look& look) : look_(look) {}
+  // As the view looks at the time.
+  explicit BoxFrame(const NativeView& view) : view_(view) {}
 
   // The colour between the edge and the client area.
   void SetFill(COLORREF fill) { fill_ = fill; }
@@ -25,7 +27,9 @@ class BoxFrame {
  private:
   void Paint(HWND window) const;
 
-  const Look& look_;
+  RECT Inside(const RECT& outer) const;
+
+  const NativeView& view_;
   COLORREF fill_ = RGB(0xFF, 0xFF, 0xFF);
   RECT padding_ = {};
 };

@@ -6,6 +6,7 @@
 
 #include "adapters/win32/edit_menu.h"
 #include "adapters/win32/painting.h"
+#include "adapters/win32/text_lines.h"
 #include "adapters/win32/window_view.h"
 
 namespace dossierkit::win32 {
@@ -50,7 +51,7 @@ EditView::EditView(ViewContext& context, toolkit::EditBox& box, bool multi_line)
     : NativeView(context, box, {L"EDIT", StyleOf(multi_line)}),
       box_(box),
       multi_line_(multi_line),
-      frame_(GetLook()) {
+      frame_(*this) {
   SendMessageW(Handle(), EM_SETLIMITTEXT, 0x7FFFFFFE, 0);  // the model limits
 }
 
@@ -103,6 +104,12 @@ void EditView::ShowStyle() {
   NativeView::ShowStyle();
   ShowGround();
   ShowPlacement();
+}
+
+void EditView::Rescale(const Look& look) {
+  std::optional<FirstLineKept> kept;
+  if (multi_line_) kept.emplace(Handle());
+  NativeView::Rescale(look);
 }
 
 void EditView::ShowGround() {

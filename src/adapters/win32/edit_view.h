@@ -15,6 +15,7 @@ class EditView : public NativeView {
  public:
   ~EditView() override;
 
+  void Rescale(const Look& look) override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   HBRUSH Colours(HDC device) override;
   void Enter(const std::wstring& text) override;

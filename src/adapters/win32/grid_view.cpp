@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "adapters/win32/rows.h"
 #include "adapters/win32/surface_views.h"
@@ -23,7 +24,7 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
     : NativeView(context, grid,
                  {WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS}),
       grid_(grid),
-      frame_(GetLook()),
+      frame_(*this),
       filled_(grid.Fillings() - 1) {
   Ask(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
   head_ = reinterpret_cast<HWND>(Ask(LVM_GETHEADER, 0, 0));
@@ -184,6 +185,19 @@ void GridView::ShowStyle() {
   Ask(LVM_SETIMAGELIST, LVSIL_SMALL, height_);
   if (before) ImageList_Destroy(before);
   NativeView::ShowStyle();
+}
+
+void GridView::Rescale(const Look& look) {
+  const double by = look.GetMetrics().GetScale().Factor() / GetMetrics().GetScale().Factor();
+  const LRESULT top = Ask(LVM_GETTOPINDEX, 0, 0);
+  const auto across = std::lround(GetScrollPos(Handle(), SB_HORZ) * by);
+  NativeView::Rescale(look);
+  ShowWidths();
+  // What was scrolled to, in the rows and columns of another size.
+  RECT row = {LVIR_BOUNDS, 0, 0, 0};
+  if (!Ask(LVM_GETITEMRECT, 0, &row)) return;
+  const LRESULT down = (top - Ask(LVM_GETTOPINDEX, 0, 0)) * HeightOf(row);
+  Ask(LVM_SCROLL, static_cast<WPARAM>(across - GetScrollPos(Handle(), SB_HORZ)), down);
 }
 
 int GridView::WidthOfColumn(std::size_t column) const {

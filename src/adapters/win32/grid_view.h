@@ -16,6 +16,7 @@ class GridView : public NativeView {
 
   int RowsInSight() const override;
   void Settle() override;
+  void Rescale(const Look& look) override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   std::optional<LRESULT> Notified(NMHDR& notice) override;
   void Lost() override;

@@ -5,6 +5,18 @@
 
 namespace dossierkit::win32 {
 
+void ImageView::Rescale(const Look& look) {
+  NativeView::Rescale(look);
+  const toolkit::Picture& picture = image_.GetPicture();
+  const RECT place = GetMetrics().Pixels(image_.Place());
+  if (picture.bytes) rescaled_ = DecodePicture(*picture.bytes, {WidthOf(place), HeightOf(place)});
+}
+
+void ImageView::ShowContent() {
+  rescaled_ = {};
+  Repaint();
+}
+
 void ImageView::Paint(HDC device, const RECT& place) {
   NativeView::Paint(device, place);
   RECT inner = place;
@@ -13,7 +25,7 @@ void ImageView::Paint(HDC device, const RECT& place) {
     PaintBox(device, place, colors.base, {colors.edge, GetMetrics().Edge(), GetMetrics().Radius()});
     inner = Inset(place, GetMetrics().Ring());
   }
-  const Bitmap& bitmap = BitmapOf(image_.GetPicture());
+  const Bitmap& bitmap = rescaled_.Empty() ? BitmapOf(image_.GetPicture()) : rescaled_;
   if (!bitmap.Empty()) PaintStretched(device, inner, bitmap);
 }
 

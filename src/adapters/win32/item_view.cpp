@@ -5,7 +5,7 @@
 namespace dossierkit::win32 {
 
 ItemView::ItemView(ViewContext& context, toolkit::Control& control, const NativeWindow& native)
-    : NativeView(context, control, native), frame_(GetLook()) {
+    : NativeView(context, control, native), frame_(*this) {
   BoxFrame::Refresh(Handle());
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "adapters/win32/painting.h"
+#include "adapters/win32/surroundings.h"
 #include "adapters/win32/text_lines.h"
 #include "adapters/windows/texts.h"
 
@@ -48,7 +49,8 @@ void LabelView::Arrange() {
     cut = static_cast<int>(lines_.size()) > most_;
     scrolls_ = cut && label_.Opaque();
     if (scrolls_)
-      lines_ = LinesOf(GetLook(), text, font, std::max(1, width - GetSystemMetrics(SM_CXVSCROLL)));
+      lines_ = LinesOf(GetLook(), text, font,
+                       std::max(1, width - SystemMeasure(SM_CXVSCROLL, GetMetrics().Dpi())));
   }
   ShowScrollBar(Handle(), SB_VERT, scrolls_);
   SCROLLINFO info = {};

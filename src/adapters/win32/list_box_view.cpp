@@ -67,6 +67,12 @@ void ListBoxView::ShowStyle() {
   Ask(LB_SETITEMHEIGHT, 0, line + GetMetrics().Scaled(kItemPadding));
 }
 
+void ListBoxView::Rescale(const Look& look) {
+  const LRESULT top = Ask(LB_GETTOPINDEX);
+  ItemView::Rescale(look);
+  Ask(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+}
+
 bool ListBoxView::Draw(const DRAWITEMSTRUCT& item) {
   const int row = static_cast<int>(item.itemID);
   // What Windows draws around the row that has the keyboard is in none of our looks.

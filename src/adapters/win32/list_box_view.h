@@ -12,6 +12,7 @@ class ListBoxView : public ItemView {
 
   int RowAt(int x, int y) const override;
   int RowsInSight() const override;
+  void Rescale(const Look& look) override;
   void Commanded(WORD code) override;
   bool Draw(const DRAWITEMSTRUCT& item) override;
 

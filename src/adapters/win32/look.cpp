@@ -159,6 +159,12 @@ Look::~Look() {
   for (const auto& [name, font] : fonts_) DeleteObject(font);
 }
 
+const Look& Looks::Of(int dpi) {
+  auto& look = looks_[dpi];
+  if (!look) look = std::make_unique<const Look>(dpi);
+  return *look;
+}
+
 COLORREF Look::ColorOf(toolkit::Color color) const {
   switch (color) {
     case toolkit::kWindowBackground: return palette_.base;

@@ -53,7 +53,8 @@ inline constexpr double kBarWidth = 3;  // at the left of a chosen item, in pixe
 // Turns twips into pixels of a screen of so many dots to the inch.
 class Metrics {
  public:
-  explicit Metrics(int dpi) : scale_(dpi / 96.0) {}
+  explicit Metrics(int dpi) : dpi_(dpi), scale_(dpi / 96.0) {}
+  int Dpi() const { return dpi_; }
   const toolkit::Scale& GetScale() const { return scale_; }
   int Pixels(double twips) const { return scale_.Pixels(twips); }
   int Twips(double pixels) const { return scale_.Twips(pixels); }
@@ -66,6 +67,7 @@ class Metrics {
   int Radius() const { return Scaled(3); }
 
  private:
+  int dpi_;
   toolkit::Scale scale_;
 };
 
@@ -87,7 +89,7 @@ class Backing {
   SIZE size_ = {};
 };
 
-// What all windows on a screen share. Its fonts live as long as it does.
+// What all windows of one resolution share. Its fonts live as long as it does.
 class Look {
  public:
   explicit Look(int dpi, bool contrast = HighContrast());
@@ -125,6 +127,15 @@ class Look {
   mutable std::map<HFONT, int> line_heights_;
   HDC measuring_;
   mutable Backing backing_;
+};
+
+// The looks of all resolutions that windows have had. Each stays: its fonts may still be in use.
+class Looks {
+ public:
+  const Look& Of(int dpi);
+
+ private:
+  std::map<int, std::unique_ptr<const Look>> looks_;
 };
 
 }  // namespace dossierkit::win32

@@ -39,14 +39,19 @@ MenuView::MenuView(ViewContext& context, toolkit::VerticalMenu& menu)
                               LBS_NOINTEGRALHEIGHT | LBS_NOTIFY,
                           0, 0, 0, 0, Handle(), nullptr, OwnModule(), nullptr);
   if (list_) context.application.Link(list_, *this);
-  Ask(LB_SETITEMHEIGHT, 0, GetMetrics().Scaled(kRowHeight));
 }
 
 MenuView::~MenuView() {
   if (WindowView* window = Window()) window->Tips().Forget(list_);
   if (list_) Context().application.Unlink(list_);
-  for (const HICON icon : loaded_) DestroyIcon(icon);
+  DropIcons();
   DeleteObject(ground_);
+}
+
+void MenuView::DropIcons() {
+  for (const HICON icon : loaded_) DestroyIcon(icon);
+  loaded_.clear();
+  icons_.Clear();
 }
 
 void MenuView::Lost() {
@@ -77,7 +82,16 @@ void MenuView::ShowPlacement() {
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Its icons are loaded in the size that they show in.
+void MenuView::Rescale(const Look& look) {
+  const LRESULT top = Ask(LB_GETTOPINDEX);
+  DropIcons();
+  NativeView::Rescale(look);
+  Ask(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+}
+
 void MenuView::ShowStyle() {
+  Ask(LB_SETITEMHEIGHT, 0, GetMetrics().Scaled(kRowHeight));
   Ask(WM_SETFONT, reinterpret_cast<WPARAM>(GetLook().FontOf(menu_.GetFont())), FALSE);
   SetWindowTextW(Handle(), windows::Wide(menu_.menucaption()).c_str());
   NativeView::ShowStyle();

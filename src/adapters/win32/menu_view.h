@@ -17,6 +17,7 @@ class MenuView : public NativeView {
 
   HWND FocusHandle() const override { return list_; }
   int RowsInSight() const override;
+  void Rescale(const Look& look) override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   void Commanded(WORD code) override;
   HBRUSH Colours(HDC device) override;
@@ -32,6 +33,7 @@ class MenuView : public NativeView {
 
  private:
   int Head() const;
+  void DropIcons();
   bool AnyIcon();
   void Hover(int row);
   void Release(int row);

@@ -3,9 +3,12 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <optional>
 #include <system_error>
 
 #include "adapters/win32/painting.h"
+#include "adapters/win32/surroundings.h"
+#include "adapters/win32/text_lines.h"
 #include "adapters/win32/window_classes.h"
 #include "adapters/windows/texts.h"
 #include "platform/toolkit/loop/placement.h"
@@ -52,17 +55,28 @@ toolkit::Rect RectOf(const RECT& place) {
 
 bool IsDown(int key) { return GetKeyState(key) < 0; }
 
+std::wstring WithNativeBreaks(const std::wstring& text) {
+  std::wstring lines;
+  for (const wchar_t unit : text) {
+    if (unit == L'\n' && (lines.empty() || lines.back() != L'\r')) lines += L'\r';
+    lines += unit;
+  }
+  return lines;
+}
+
 }  // namespace
 
-MessageDialog::MessageDialog(const Look& look, const std::string& text, int flags, const std::string& title,
-                             HWND owner)
-    : look_(look),
+MessageDialog::MessageDialog(Looks& looks, int dpi, const std::string& text, int flags,
+                             const std::string& title, HWND owner)
+    : looks_(looks),
+      look_(&looks.Of(dpi)),
+      text_(Wide(text)),
       flags_(flags),
-      surface_(CreateSolidBrush(look.Colors().surface)),
+      surface_(CreateSolidBrush(look_->Colors().surface)),
       answer_(toolkit::MessageUnanswered(flags)) {
   MakeWindow(title, owner);
-  MakeText(Wide(text), owner);
-  MakeButtons();
+  MakeParts();
+  Arrange();
 }
 
 MessageDialog::~MessageDialog() {
@@ -92,79 +106,107 @@ void MessageDialog::MakeWindow(const std::string& title, HWND owner) {
   }
 }
 
-HWND MessageDialog::MakePart(const wchar_t* window_class, const std::wstring& text, DWORD style,
-                             const RECT& place, int id) {
-  const HWND part = CreateWindowExW(0, window_class, text.c_str(), WS_CHILD | WS_VISIBLE | style, place.left,
-                                    place.top, WidthOf(place), HeightOf(place), window_,
-                                    reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-  SendMessageW(part, WM_SETFONT, reinterpret_cast<WPARAM>(look_.ProgramFont()), FALSE);
+HWND MessageDialog::MakePart(const wchar_t* window_class, const std::wstring& text, DWORD style, int id) {
+  const HWND part =
+      CreateWindowExW(0, window_class, text.c_str(), WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, window_,
+                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
   SetWindowSubclass(part, PartProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
   return part;
 }
 
-void MessageDialog::MakeText(const std::wstring& text, HWND owner) {
-  const Metrics& metrics = look_.GetMetrics();
-  const int margin = metrics.Scaled(kMargin);
-  const int most = metrics.Scaled(kTextWidth);
-  RECT needed = {0, 0, most, 0};
-  {
-    const HDC screen = GetDC(window_);
-    const Selected font(screen, look_.ProgramFont());
-    DrawTextW(screen, text.data(), static_cast<int>(text.size()), &needed, kTextFormat | DT_CALCRECT);
-    ReleaseDC(window_, screen);
+void MessageDialog::MakeParts() {
+  scrolls_ = HeightOf(NeededByText()) > HighestText();
+  shown_text_ =
+      scrolls_ ? MakePart(L"EDIT", WithNativeBreaks(text_), WS_VSCROLL | ES_MULTILINE | ES_READONLY, kTextId)
+               : MakePart(L"STATIC", text_, SS_LEFT | SS_NOPREFIX | SS_EDITCONTROL, kTextId);
+  for (const toolkit::MessageButton& button : toolkit::MessageButtonsOf(flags_)) {
+    buttons_.push_back(
+        MakePart(L"BUTTON", Wide(button.caption),
+                 WS_TABSTOP | static_cast<DWORD>(button.is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON),
+                 button.answer));
+    if (button.is_default) first_ = buttons_.back();
   }
-  const int icon = IconOf(flags_) ? metrics.Scaled(kIconSize) : 0;
-  const int left = icon ? margin + icon + margin * 2 / 3 : margin;
-  int width = std::clamp(WidthOf(needed) + metrics.Scaled(4), metrics.Scaled(kLeastTextWidth), most);
-  const int screen = owner ? HeightOf(WorkAreaAt(owner)) / 2 : metrics.Scaled(kHighestText);
-  const bool scrolls = HeightOf(needed) > screen;
-  const int height = scrolls ? screen : std::max(HeightOf(needed), icon);
-  if (scrolls) width += GetSystemMetrics(SM_CXVSCROLL);
-  // Beside an icon that is taller a text stands in the middle.
-  const int top = margin + (scrolls ? 0 : (height - HeightOf(needed)) / 2);
-  const RECT place = {left, top, left + width, scrolls ? top + height : top + HeightOf(needed)};
-  if (scrolls) {
-    std::wstring lines;
-    for (const wchar_t unit : text) {
-      if (unit == L'\n' && (lines.empty() || lines.back() != L'\r')) lines += L'\r';
-      lines += unit;
-    }
-    MakePart(L"EDIT", lines, WS_VSCROLL | ES_MULTILINE | ES_READONLY, place, kTextId);
-  } else {
-    MakePart(L"STATIC", text, SS_LEFT | SS_NOPREFIX | SS_EDITCONTROL, place, kTextId);
-  }
-  upper_ = {left + width + margin, margin + height + margin};
 }
 
-void MessageDialog::MakeButtons() {
-  const Metrics& metrics = look_.GetMetrics();
+RECT MessageDialog::NeededByText() const {
+  RECT needed = {0, 0, look_->GetMetrics().Scaled(kTextWidth), 0};
+  const HDC screen = GetDC(window_);
+  {
+    const Selected font(screen, look_->ProgramFont());
+    DrawTextW(screen, text_.data(), static_cast<int>(text_.size()), &needed, kTextFormat | DT_CALCRECT);
+  }
+  ReleaseDC(window_, screen);
+  return needed;
+}
+
+int MessageDialog::HighestText() const {
+  const HWND owner = GetWindow(window_, GW_OWNER);
+  return owner ? HeightOf(WorkAreaAt(owner)) / 2 : look_->GetMetrics().Scaled(kHighestText);
+}
+
+void MessageDialog::PlacePart(HWND part, const RECT& place) const {
+  SendMessageW(part, WM_SETFONT, reinterpret_cast<WPARAM>(look_->ProgramFont()), FALSE);
+  SetWindowPos(part, nullptr, place.left, place.top, WidthOf(place), HeightOf(place),
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void MessageDialog::Arrange() {
+  const Metrics& metrics = look_->GetMetrics();
   const int margin = metrics.Scaled(kMargin);
+  const RECT needed = NeededByText();
+  const int icon = IconOf(flags_) ? metrics.Scaled(kIconSize) : 0;
+  const int beside = icon ? margin + icon + margin * 2 / 3 : margin;
+  int wide = std::clamp(WidthOf(needed) + metrics.Scaled(4), metrics.Scaled(kLeastTextWidth),
+                        metrics.Scaled(kTextWidth));
+  if (scrolls_) wide += SystemMeasure(SM_CXVSCROLL, metrics.Dpi());
+  const int text = scrolls_ ? HighestText() : HeightOf(needed);
+  const int high = std::max(text, icon);
+  // Beside an icon that is taller a text stands in the middle.
+  const int above = margin + (high - text) / 2;
+  PlacePart(shown_text_, {beside, above, beside + wide, above + text});
+  upper_ = {beside + wide + margin, margin + high + margin};
+
   const int gap = metrics.Scaled(kButtonGap);
   const int width = metrics.Scaled(kButtonWidth);
   const int height = metrics.Scaled(kButtonHeight);
-  const auto offered = toolkit::MessageButtonsOf(flags_);
-  const int row = static_cast<int>(offered.size()) * (width + gap) - gap;
+  const int row = static_cast<int>(buttons_.size()) * (width + gap) - gap;
   client_ = {std::max(upper_.cx, static_cast<LONG>(row + 2 * margin)),
              upper_.cy + height + 2 * (static_cast<LONG>(margin) / 2)};
   int left = static_cast<int>(client_.cx) - margin - row;
   const int top = static_cast<int>(upper_.cy) + margin / 2;
-  for (const toolkit::MessageButton& button : offered) {
-    const HWND made =
-        MakePart(L"BUTTON", Wide(button.caption),
-                 WS_TABSTOP | static_cast<DWORD>(button.is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON),
-                 {left, top, left + width, top + height}, button.answer);
-    buttons_.push_back(made);
-    if (button.is_default) first_ = made;
+  for (const HWND button : buttons_) {
+    PlacePart(button, {left, top, left + width, top + height});
     left += width + gap;
   }
+}
+
+// Around a client area whose upper left corner is at 0, 0.
+RECT MessageDialog::Outer() const {
+  RECT frame = {0, 0, client_.cx, client_.cy};
+  AddFrame(frame, static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_STYLE)),
+           static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_EXSTYLE)), look_->GetMetrics().Dpi());
+  return frame;
+}
+
+void MessageDialog::ScreenChanged(int dpi, POINT corner) {
+  // It came to the screen for which it was made.
+  if (dpi == look_->GetMetrics().Dpi()) return;
+  look_ = &looks_.Of(dpi);
+  {
+    std::optional<FirstLineKept> kept;
+    if (scrolls_) kept.emplace(shown_text_);
+    Arrange();
+  }
+  const RECT outer = Outer();
+  SetWindowPos(window_, nullptr, corner.x, corner.y, WidthOf(outer), HeightOf(outer),
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void MessageDialog::Show() {
   if (!window_) return;
   const HWND owner = GetWindow(window_, GW_OWNER);
-  RECT frame = {0, 0, client_.cx, client_.cy};
-  AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_STYLE)), FALSE,
-                     static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_EXSTYLE)));
+  const RECT frame = Outer();
   toolkit::WindowRequest request;
   request.client = {static_cast<int>(client_.cx), static_cast<int>(client_.cy)};
   request.content = request.client;
@@ -215,24 +257,29 @@ LRESULT MessageDialog::Receive(UINT id, WPARAM wide, LPARAM low) {
       if (LOWORD(wide) != WA_INACTIVE) SetFocus(first_);
       return 0;
     case WM_CTLCOLORSTATIC:
-      SetTextColor(reinterpret_cast<HDC>(wide), look_.Colors().ink);
-      SetBkColor(reinterpret_cast<HDC>(wide), look_.Colors().surface);
+      SetTextColor(reinterpret_cast<HDC>(wide), look_->Colors().ink);
+      SetBkColor(reinterpret_cast<HDC>(wide), look_->Colors().surface);
       return reinterpret_cast<LRESULT>(surface_);
     case WM_ERASEBKGND: return 1;
     case WM_PAINT: Paint(); return 0;
+    case WM_DPICHANGED: {
+      const auto& place = *reinterpret_cast<const RECT*>(low);
+      ScreenChanged(LOWORD(wide), {place.left, place.top});
+      return 0;
+    }
     default: return DefWindowProcW(window_, id, wide, low);
   }
 }
 
 void MessageDialog::Paint() const {
-  const Metrics& metrics = look_.GetMetrics();
-  const Canvas canvas(window_, look_);
+  const Metrics& metrics = look_->GetMetrics();
+  const Canvas canvas(window_, *look_);
   RECT place = canvas.Area();
   place.bottom = upper_.cy;
-  Fill(canvas.Get(), place, look_.Colors().surface);
+  Fill(canvas.Get(), place, look_->Colors().surface);
   place = canvas.Area();
   place.top = upper_.cy;
-  Fill(canvas.Get(), place, look_.Colors().bar);
+  Fill(canvas.Get(), place, look_->Colors().bar);
   if (const HICON icon = IconOf(flags_)) {
     const int margin = metrics.Scaled(kMargin);
     const int side = metrics.Scaled(kIconSize);

@@ -15,8 +15,10 @@ namespace dossierkit::win32 {
 // the one that has the keyboard, and the letter of a button, with Alt or without, presses that.
 class MessageDialog {
  public:
-  // Not on show yet. `owner` may be null. Throws std::system_error where Windows makes no window.
-  MessageDialog(const Look& look, const std::string& text, int flags, const std::string& title, HWND owner);
+  // Not on show yet; for a screen of so many dots to the inch. `owner` may be null. Throws std::system_error
+  // where Windows makes no window.
+  MessageDialog(Looks& looks, int dpi, const std::string& text, int flags, const std::string& title,
+                HWND owner);
   ~MessageDialog();
   MessageDialog(const MessageDialog&) = delete;
   MessageDialog& operator=(const MessageDialog&) = delete;
@@ -39,19 +41,27 @@ class MessageDialog {
   LRESULT Receive(UINT id, WPARAM wide, LPARAM low);
   bool TakesKey(HWND window, UINT id, WPARAM wide);
   void MakeWindow(const std::string& title, HWND owner);
-  HWND MakePart(const wchar_t* window_class, const std::wstring& text, DWORD style, const RECT& place,
-                int id);
-  void MakeText(const std::wstring& text, HWND owner);
-  void MakeButtons();
+  HWND MakePart(const wchar_t* window_class, const std::wstring& text, DWORD style, int id);
+  void MakeParts();
+  RECT NeededByText() const;
+  int HighestText() const;
+  void PlacePart(HWND part, const RECT& place) const;
+  void Arrange();
+  RECT Outer() const;
+  void ScreenChanged(int dpi, POINT corner);
   void Paint() const;
   void MoveFocus(HWND from, int step) const;
   void Take(toolkit::MessageAnswer answer);
 
-  const Look& look_;
+  Looks& looks_;
+  const Look* look_;
+  const std::wstring text_;
   int flags_;
   HWND window_ = nullptr;
   HBRUSH surface_;
   HWND first_ = nullptr;  // the button that has the keyboard, or gets it with the window
+  HWND shown_text_ = nullptr;
+  bool scrolls_ = false;  // the text, which has no room
   std::vector<HWND> buttons_;
   SIZE upper_ = {};  // icon and text, with the margins around them
   SIZE client_ = {};

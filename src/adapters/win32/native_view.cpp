@@ -3,7 +3,9 @@
 #include <system_error>
 
 #include "adapters/win32/accessible.h"
+#include "adapters/win32/box_frame.h"
 #include "adapters/win32/painting.h"
+#include "adapters/win32/surroundings.h"
 #include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
 #include "platform/toolkit/controls/tab_strip.h"
@@ -15,9 +17,15 @@ using toolkit::Aspect;
 
 namespace {
 
+// nullptr where it is being made.
 WindowView* WindowOf(toolkit::Control& control) {
   const toolkit::Form* window = toolkit::FormOf(control);
   return window ? static_cast<WindowView*>(window->GetView()) : nullptr;
+}
+
+const Look& LookOf(const ViewContext& context, toolkit::Control& control) {
+  const WindowView* window = WindowOf(control);
+  return window ? window->GetLook() : context.LookOfNext();
 }
 
 // Where it is to stand, so that it need not be moved there.
@@ -27,9 +35,9 @@ HWND MakeWindow(const toolkit::Control& control, const NativeWindow& native, con
                          place.width, place.height, ParentOf(control), nullptr, OwnModule(), nullptr);
 }
 
-toolkit::Rect PlaceOf(const ViewContext& context, toolkit::Control& control) {
+toolkit::Rect PlaceOf(toolkit::Control& control, const Look& look) {
   const WindowView* window = WindowOf(control);
-  return window ? window->ShownPlace(control) : context.look->GetMetrics().GetScale().Pixels(control.Place());
+  return window ? window->ShownPlace(control) : look.GetMetrics().GetScale().Pixels(control.Place());
 }
 
 // Itself, with all that it stands in.
@@ -63,6 +71,11 @@ bool GoesWithItsPage(const toolkit::Control& control) {
 
 }  // namespace
 
+const Look& ViewContext::LookOfNext() const {
+  if (const WindowView* below = application.TopWindow()) return below->GetLook();
+  return looks.Of(DotsPerInch(application.OwnerOfNext()));
+}
+
 HWND ParentOf(const toolkit::Control& control) {
   const toolkit::Control* container = control.Container();
   const auto* view = container ? static_cast<const NativeView*>(container->GetView()) : nullptr;
@@ -70,14 +83,18 @@ HWND ParentOf(const toolkit::Control& control) {
 }
 
 NativeView::NativeView(ViewContext& context, toolkit::Control& control, const NativeWindow& native)
-    : NativeView(context, control, MakeWindow(control, native, PlaceOf(context, control))) {
+    : NativeView(context, control, MakeWindow(control, native, PlaceOf(control, LookOf(context, control)))) {
   // What was made later lies above; Windows has it the other way round.
   SetWindowPos(window_, control.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 NativeView::NativeView(ViewContext& context, toolkit::Control& control, HWND window)
-    : context_(context), control_(control), window_(window), life_(std::make_shared<int>(0)) {
+    : context_(context),
+      control_(control),
+      look_(&LookOf(context, control)),
+      window_(window),
+      life_(std::make_shared<int>(0)) {
   if (!window)
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "CreateWindowEx");
   context_.application.Link(window_, *this);
@@ -121,6 +138,14 @@ void NativeView::ShowNow(Aspect aspect) {
   }
 }
 
+void NativeView::Rescale(const Look& look) {
+  look_ = &look;
+  if (!window_) return;
+  ShowStyle();
+  ShowPlacement();
+  BoxFrame::Refresh(window_);
+}
+
 WindowView* NativeView::Window() const { return WindowOf(control_); }
 
 bool NativeView::Shown() const { return control_.Visible() && !toolkit::OnHiddenTab(control_); }
@@ -132,7 +157,7 @@ void NativeView::ShowPlacement() {
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     ShowState();
   }
-  const toolkit::Rect place = PlaceOf(context_, control_);
+  const toolkit::Rect place = PlaceOf(control_, *look_);
   RECT now;
   GetWindowRect(window_, &now);
   MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&now), 2);

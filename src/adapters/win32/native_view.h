@@ -19,7 +19,10 @@ class WindowView;
 // What all views of one platform share.
 struct ViewContext {
   Application& application;
-  std::unique_ptr<const Look> look;  // of the screen that the present visit began on
+  Looks& looks;
+  // Of the window that opens next: as the one of ours below it looks, else as the host's screen wants it. To
+  // be asked in our surroundings (see surroundings.h).
+  const Look& LookOfNext() const;
 };
 
 // What a view wants of its native window.
@@ -45,8 +48,12 @@ class NativeView : public toolkit::View {
 
   toolkit::Control& GetControl() const { return control_; }
   HWND Handle() const { return window_; }  // null once it was destroyed from outside
-  const Look& GetLook() const { return *context_.look; }
+  // That of its window, now.
+  const Look& GetLook() const { return *look_; }
   const Metrics& GetMetrics() const { return GetLook().GetMetrics(); }
+  // Its window has come to a screen of another resolution: it shows as one that is made there, but for what
+  // is the user's: text, selection and what is scrolled to.
+  virtual void Rescale(const Look& look);
   // The parent of the window of a control that stands in this one.
   virtual HWND ContentFor(const toolkit::Control& /*child*/) const { return window_; }
   // The window that takes the native focus for this control.
@@ -114,6 +121,7 @@ class NativeView : public toolkit::View {
 
   ViewContext& context_;
   toolkit::Control& control_;
+  const Look* look_;
   HWND window_ = nullptr;
   std::shared_ptr<void> life_;
   bool showing_ = false;

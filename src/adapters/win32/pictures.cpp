@@ -18,13 +18,16 @@ toolkit::Picture ReadPicture(const std::string& path, SIZE size) {
   if (path.empty()) return {};
   toolkit::Picture picture;
   picture.bytes = std::make_shared<const std::vector<unsigned char>>(files::ReadPictureFile(path));
-  const files::Orientation orientation = files::OrientationOf(*picture.bytes);
-  if (orientation.sides_swapped) std::swap(size.cx, size.cy);
-  const auto bitmap =
-      std::make_shared<const Bitmap>(Turned(Decode(*picture.bytes, Format::kJpeg, &size), orientation));
+  const auto bitmap = std::make_shared<const Bitmap>(DecodePicture(*picture.bytes, size));
   if (bitmap->Empty()) throw environment::MakeFailure(environment::kInvalidPicture);
   picture.decoded = bitmap;
   return picture;
+}
+
+Bitmap DecodePicture(std::span<const unsigned char> bytes, SIZE size) {
+  const files::Orientation orientation = files::OrientationOf(bytes);
+  if (orientation.sides_swapped) std::swap(size.cx, size.cy);
+  return Turned(Decode(bytes, Format::kJpeg, &size), orientation);
 }
 
 const Bitmap& BitmapOf(const toolkit::Picture& picture) {

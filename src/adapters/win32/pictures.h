@@ -14,6 +14,9 @@ namespace dossierkit::win32 {
 // or beyond the limits of a picture file.
 toolkit::Picture ReadPicture(const std::string& path, SIZE size);
 
+// The bitmap that ReadPicture makes of the bytes of a file; empty where they are no JPEG file.
+Bitmap DecodePicture(std::span<const unsigned char> bytes, SIZE size);
+
 // The bitmap of a picture that ReadPicture has read; an empty one for no picture.
 const Bitmap& BitmapOf(const toolkit::Picture& picture);
 

@@ -1,6 +1,7 @@
 #include "adapters/win32/surroundings.h"
 
 #include <commctrl.h>
+#include <shellscalingapi.h>
 
 #include "adapters/win32/window_classes.h"
 
@@ -9,13 +10,24 @@ namespace {
 
 // Windows 10 and later have them.
 using SetAwareness = void*(WINAPI*)(void* context);
-using DotsOfWindow = UINT(WINAPI*)(HWND);
-using DotsOfSystem = UINT(WINAPI*)();
+using MeasureAt = int(WINAPI*)(int measure, UINT dpi);
+using AddFrameAt = BOOL(WINAPI*)(RECT*, DWORD style, BOOL menu, DWORD extended_style, UINT dpi);
 
 template <typename Function>
-Function Find(const char* name) {
-  const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32.dll"), name);
+Function Find(const char* name, HMODULE library = GetModuleHandleW(L"user32.dll")) {
+  const FARPROC found = library ? GetProcAddress(library, name) : nullptr;
   return reinterpret_cast<Function>(reinterpret_cast<void*>(found));
+}
+
+// 0 before Windows 8.1.
+int DotsOf(HMONITOR monitor) {
+  const HMODULE library = LoadLibraryExW(L"shcore.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  UINT across = 0;
+  UINT down = 0;
+  const auto ask = Find<decltype(&GetDpiForMonitor)>("GetDpiForMonitor", library);
+  const bool told = ask && SUCCEEDED(ask(monitor, MDT_EFFECTIVE_DPI, &across, &down));
+  if (library) FreeLibrary(library);
+  return told ? static_cast<int>(across) : 0;
 }
 
 void* PerMonitor() { return reinterpret_cast<void*>(static_cast<INT_PTR>(-4)); }  // version 2
@@ -54,14 +66,25 @@ InSurroundings::~InSurroundings() {
 }
 
 int DotsPerInch(HWND window) {
-  if (const auto of_window = Find<DotsOfWindow>("GetDpiForWindow"); of_window && window) {
-    if (const UINT dots = of_window(window)) return static_cast<int>(dots);
-  }
-  if (const auto of_system = Find<DotsOfSystem>("GetDpiForSystem")) return static_cast<int>(of_system());
+  // A window that is not scaled by its program says 96 of itself on any screen.
+  if (const int dots = DotsOf(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY))) return dots;
   const HDC screen = GetDC(nullptr);
   const int dots = GetDeviceCaps(screen, LOGPIXELSX);
   ReleaseDC(nullptr, screen);
   return dots;
+}
+
+int SystemMeasure(int measure, int dpi) {
+  const auto at = Find<MeasureAt>("GetSystemMetricsForDpi");
+  return at ? at(measure, static_cast<UINT>(dpi)) : GetSystemMetrics(measure);
+}
+
+void AddFrame(RECT& client, DWORD style, DWORD extended_style, int dpi) {
+  if (const auto at = Find<AddFrameAt>("AdjustWindowRectExForDpi")) {
+    at(&client, style, FALSE, extended_style, static_cast<UINT>(dpi));
+  } else {
+    AdjustWindowRectEx(&client, style, FALSE, extended_style);
+  }
 }
 
 }  // namespace dossierkit::win32

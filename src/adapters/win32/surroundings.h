@@ -32,7 +32,13 @@ class InSurroundings {
   void* awareness_before_ = nullptr;
 };
 
-// The dots to the inch of the screen on which a window stands, of the first one for none.
+// The dots to the inch of the screen on which a window stands, whoever made it; of the first one for none. To
+// be asked in these surroundings: a thread of the host's may hear of another number.
 int DotsPerInch(HWND window);
+
+// What Windows itself draws at so many dots to the inch, in pixels: a measure of GetSystemMetrics, and the
+// frame around a client area, which is added to it.
+int SystemMeasure(int measure, int dpi);
+void AddFrame(RECT& client, DWORD style, DWORD extended_style, int dpi);
 
 }  // namespace dossierkit::win32

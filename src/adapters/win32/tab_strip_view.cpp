@@ -49,6 +49,12 @@ void TabStripView::ShowPlacement() {
   Arrange();
 }
 
+// Windows keeps the width of a tab until its text is set.
+void TabStripView::Rescale(const Look& look) {
+  NativeView::Rescale(look);
+  ShowContent();
+}
+
 void TabStripView::ShowStyle() {
   Ask(WM_SETFONT, reinterpret_cast<WPARAM>(GetLook().FontOf(strip_.GetFont())), FALSE);
   Ask(TCM_SETPADDING, 0, MAKELPARAM(GetMetrics().Scaled(kTabPadding), 3));

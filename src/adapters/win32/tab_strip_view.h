@@ -12,6 +12,7 @@ class TabStripView : public NativeView {
   ~TabStripView() override;
 
   HWND FocusHandle() const override { return tabs_; }
+  void Rescale(const Look& look) override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   std::optional<LRESULT> Notified(NMHDR& notice) override;
   void Lost() override;

@@ -48,6 +48,16 @@ std::vector<std::wstring> LinesOf(const Look& look, const std::wstring& text, HF
   return lines;
 }
 
+FirstLineKept::FirstLineKept(HWND edit) : edit_(edit) {
+  const LRESULT line = SendMessageW(edit_, EM_GETFIRSTVISIBLELINE, 0, 0);
+  first_ = SendMessageW(edit_, EM_LINEINDEX, static_cast<WPARAM>(line), 0);
+}
+
+FirstLineKept::~FirstLineKept() {
+  const LRESULT line = SendMessageW(edit_, EM_LINEFROMCHAR, static_cast<WPARAM>(first_), 0);
+  SendMessageW(edit_, EM_LINESCROLL, 0, line - SendMessageW(edit_, EM_GETFIRSTVISIBLELINE, 0, 0));
+}
+
 std::wstring Ended(const Look& look, std::wstring line, HFONT font, int width) {
   while (!line.empty() && look.TextWidth(font, line + L"…") > width) {
     const bool half = IsLowHalf(line.back());

@@ -21,6 +21,10 @@ TTTOOLINFOW ToolOf(HWND tips, HWND window) {
 ToolTips::ToolTips(HWND owner, HFONT font, int most_width)
     : tips_(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"", WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
                             0, 0, 0, owner, nullptr, OwnModule(), nullptr)) {
+  SetLook(font, most_width);
+}
+
+void ToolTips::SetLook(HFONT font, int most_width) {
   SendMessageW(tips_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
   SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, most_width);
 }

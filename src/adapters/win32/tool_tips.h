@@ -11,6 +11,7 @@ namespace dossierkit::win32 {
 class ToolTips {
  public:
   ToolTips(HWND owner, HFONT font, int most_width);
+  void SetLook(HFONT font, int most_width);
 
   // Shows the text as it is, in lines, where the mouse rests on a window; an empty one shows nothing.
   void Set(HWND window, const std::wstring& text);

@@ -1,5 +1,7 @@
 #include "adapters/win32/tree_box_view.h"
 
+#include <cmath>
+
 #include "adapters/win32/rows.h"
 #include "adapters/windows/texts.h"
 
@@ -21,9 +23,7 @@ TreeBoxView::TreeBoxView(ViewContext& context, toolkit::TreeView& tree)
     : ItemView(context, tree,
                {WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_FULLROWSELECT |
                                   TVS_DISABLEDRAGDROP | TVS_NONEVENHEIGHT}),
-      tree_(tree) {
-  Ask(TVM_SETINDENT, static_cast<WPARAM>(GetMetrics().Scaled(kIndentation)), 0);
-}
+      tree_(tree) {}
 
 int TreeBoxView::RowsInSight() const { return static_cast<int>(Ask(TVM_GETVISIBLECOUNT, 0, 0)); }
 
@@ -152,10 +152,20 @@ LRESULT TreeBoxView::PaintNode(NMTVCUSTOMDRAW& drawing) const {
 
 void TreeBoxView::ShowStyle() {
   ItemView::ShowStyle();
+  Ask(TVM_SETINDENT, static_cast<WPARAM>(GetMetrics().Scaled(kIndentation)), 0);
   Ask(TVM_SETBKCOLOR, 0, GetLook().ColorOf(tree_.BackColor()));
   Ask(TVM_SETLINECOLOR, 0, GetLook().Colors().edge);
   const int line = GetLook().LineHeight(GetLook().FontOf(tree_.GetFont()));
   Ask(TVM_SETITEMHEIGHT, static_cast<WPARAM>(line + GetMetrics().Scaled(kRowPadding)), 0);
+}
+
+void TreeBoxView::Rescale(const Look& look) {
+  const double by = look.GetMetrics().GetScale().Factor() / GetMetrics().GetScale().Factor();
+  const auto top = reinterpret_cast<HTREEITEM>(Ask(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0));
+  const auto across = std::lround(GetScrollPos(Handle(), SB_HORZ) * by);
+  ItemView::Rescale(look);
+  if (top) Ask(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, top);
+  Ask(WM_HSCROLL, static_cast<WPARAM>(MAKELONG(SB_THUMBPOSITION, across)), 0);
 }
 
 void TreeBoxView::ShowSelection() {

@@ -15,6 +15,7 @@ class TreeBoxView : public ItemView {
   TreeBoxView(ViewContext& context, toolkit::TreeView& tree);
 
   int RowsInSight() const override;
+  void Rescale(const Look& look) override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   std::optional<LRESULT> Notified(NMHDR& notice) override;
 

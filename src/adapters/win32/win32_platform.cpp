@@ -20,18 +20,9 @@ namespace dossierkit::win32 {
 struct Win32Platform::Parts {
   CommonControls controls;
   Application application;
-  ViewContext context{application, nullptr};
+  Looks looks;
+  ViewContext context{application, looks};
   std::shared_ptr<void> life = std::make_shared<int>(0);
-
-  // Where no window is open, a visit is about to begin, on a screen that may be another.
-  void ChooseLook() {
-    const int dots = DotsPerInch(application.OwnerOfNext());
-    if (context.look && (application.TopWindow() || look_dots == dots)) return;
-    context.look = std::make_unique<const Look>(dots);
-    look_dots = dots;
-  }
-
-  int look_dots = 0;
 };
 
 Win32Platform::Win32Platform() : parts_(std::make_unique<Parts>()) {}
@@ -40,7 +31,6 @@ Win32Platform::~Win32Platform() = default;
 
 std::unique_ptr<toolkit::View> Win32Platform::CreateView(toolkit::Control& control) {
   const InSurroundings surroundings(parts_->controls);
-  if (control.GetKind() == toolkit::Kind::kForm) parts_->ChooseLook();
   return MakeView(parts_->context, control);
 }
 
@@ -75,8 +65,8 @@ toolkit::MessageAnswer Win32Platform::ShowMessage(const std::string& text, int f
     below->Present();
   }
   std::optional<InSurroundings> surroundings(parts_->controls);
-  parts_->ChooseLook();
-  MessageDialog box(*parts_->context.look, text, flags, title, application.OwnerOfNext());
+  const int dpi = parts_->context.LookOfNext().GetMetrics().Dpi();
+  MessageDialog box(parts_->looks, dpi, text, flags, title, application.OwnerOfNext());
   box.OnAnswer([&application] { application.WakeLoops(); });
   {
     // Enabled again before the box goes, so that the one below becomes the active one.
@@ -98,8 +88,8 @@ std::string Win32Platform::ChooseFile(const toolkit::CommonDialog& request) {
 }
 
 toolkit::Picture Win32Platform::LoadPicture(const std::string& path, const toolkit::Rect& place) {
-  parts_->ChooseLook();
-  const RECT pixels = parts_->context.look->GetMetrics().Pixels(place);
+  const InSurroundings surroundings(parts_->controls);
+  const RECT pixels = parts_->context.LookOfNext().GetMetrics().Pixels(place);
   return ReadPicture(path, {pixels.right - pixels.left, pixels.bottom - pixels.top});
 }
 

@@ -1,10 +1,13 @@
 #include "adapters/win32/window_view.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "adapters/win32/painting.h"
+#include "adapters/win32/surroundings.h"
 #include "adapters/windows/texts.h"
+#include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::win32 {
@@ -39,6 +42,15 @@ toolkit::Size SizeOf(HWND window) {
   RECT place;
   GetClientRect(window, &place);
   return {static_cast<int>(place.right), static_cast<int>(place.bottom)};
+}
+
+// With what stands on pages.
+void RescaleAll(const toolkit::Controls& controls, const Look& look) {
+  for (const auto& control : controls) {
+    if (auto* view = static_cast<NativeView*>(control->GetView())) view->Rescale(look);
+    if (control->GetKind() == toolkit::Kind::kUserControl)
+      RescaleAll(static_cast<const toolkit::UserControl&>(*control).Controls(), look);
+  }
 }
 
 // Where a window stands in another.
@@ -101,17 +113,17 @@ toolkit::Surroundings WindowView::Around() const {
   if (owner && GetWindowRect(owner, &below) && Context().application.ViewOf(owner))
     around.below = FromNative(below);
   RECT frame = {0, 0, 0, 0};
-  AdjustWindowRectEx(&frame, StyleOf(GetForm()), FALSE, WS_EX_CONTROLPARENT);
+  AddFrame(frame, StyleOf(GetForm()), WS_EX_CONTROLPARENT, GetMetrics().Dpi());
   around.frame = {static_cast<int>(-frame.left), static_cast<int>(-frame.top), static_cast<int>(frame.right),
                   static_cast<int>(frame.bottom)};
-  around.scroll_bar = GetSystemMetrics(SM_CXVSCROLL);
+  around.scroll_bar = SystemMeasure(SM_CXVSCROLL, GetMetrics().Dpi());
   around.fills_screen = IsZoomed(Handle());
   return around;
 }
 
 void WindowView::Place(const toolkit::Rect& client) {
   RECT place = {client.left, client.top, client.left + client.width, client.top + client.height};
-  AdjustWindowRectEx(&place, StyleOf(GetForm()), FALSE, WS_EX_CONTROLPARENT);
+  AddFrame(place, StyleOf(GetForm()), WS_EX_CONTROLPARENT, GetMetrics().Dpi());
   SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -171,7 +183,7 @@ void WindowView::Arrange() {
 void WindowView::ShowScrollBars() {
   const toolkit::Rect view = layout_.Viewport(ClientSize());
   const toolkit::Size scrolled = layout_.ScrolledSize();
-  const int thick = GetSystemMetrics(SM_CXVSCROLL);
+  const int thick = SystemMeasure(SM_CXVSCROLL, GetMetrics().Dpi());
   // One bar takes room that the other direction may need.
   bool down = scrolled.height > view.height;
   const bool across = scrolled.width > view.width - (down ? thick : 0);
@@ -259,12 +271,51 @@ void WindowView::ScrollToOrigin() { ScrollTo({0, 0}); }
 // --- messages ------------------------------------------------------------------------------------
 
 void WindowView::Resized() {
-  if (!presented_ || IsIconic(Handle())) return;
+  if (!presented_ || rescaling_ || IsIconic(Handle())) return;
   Arrange();
   BringFocusIntoSight();
+  TellSize();
+}
+
+void WindowView::TellSize() {
   const auto keep = GetForm().shared_from_this();
   const toolkit::Size size = layout_.ModelSize(ClientSize());
   GetForm().UserResize(size.width, size.height);
+}
+
+// --- on another screen ---------------------------------------------------------------------------
+
+void WindowView::Rescale(const Look& look) {
+  const double by = look.GetMetrics().GetScale().Factor() / GetMetrics().GetScale().Factor();
+  const toolkit::Point offset = {static_cast<int>(std::lround(offset_.left * by)),
+                                 static_cast<int>(std::lround(offset_.top * by))};
+  NativeView::Rescale(look);
+  layout_.SetScale(look.GetMetrics().GetScale());
+  tips_.SetLook(look.ProgramFont(), GetMetrics().Scaled(kTipWidth));
+  Arrange();
+  if (const toolkit::Controls* controls = GetForm().LoadedControls()) RescaleAll(*controls, look);
+  ScrollTo(offset);
+  RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+void WindowView::ScreenChanged(int dpi, const RECT& place) {
+  // It came to the screen for which it was made.
+  if (dpi == GetMetrics().Dpi()) return;
+  {
+    const environment::During rescaling(rescaling_);
+    SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    Rescale(Context().looks.Of(dpi));
+  }
+  if (presented_ && !IsIconic(Handle())) TellSize();
+}
+
+SIZE WindowView::SizeAt(int dpi) const {
+  const double by = static_cast<double>(dpi) / GetMetrics().Dpi();
+  const toolkit::Size client = ClientSize();
+  RECT place = {0, 0, std::lround(client.width * by), std::lround(client.height * by)};
+  AddFrame(place, StyleOf(GetForm()), WS_EX_CONTROLPARENT, dpi);
+  return {place.right - place.left, place.bottom - place.top};
 }
 
 // The window got the native focus for the control that has the model's; not in the middle of the activation.
@@ -301,6 +352,13 @@ std::optional<LRESULT> WindowView::Receive(HWND window, const Message& message) 
   switch (message.id) {
     case WM_CLOSE: GetForm().UserClose(); return 0;
     case WM_SIZE: Resized(); return std::nullopt;
+    case WM_DPICHANGED:
+      ScreenChanged(LOWORD(message.wide), *reinterpret_cast<const RECT*>(message.low));
+      return 0;
+    case WM_GETDPISCALEDSIZE:
+      if (IsZoomed(Handle()) || IsIconic(Handle())) return std::nullopt;
+      *reinterpret_cast<SIZE*>(message.low) = SizeAt(static_cast<int>(message.wide));
+      return TRUE;
     case WM_ACTIVATE:
       if (LOWORD(message.wide) != WA_INACTIVE) Activated();
       return std::nullopt;

@@ -28,6 +28,7 @@ class WindowView : public NativeView {
   toolkit::Rect ShownPlace(const toolkit::Control& control) const;
 
   ToolTips& Tips() { return tips_; }
+  void Rescale(const Look& look) override;
 
   // Shows the window, at first where its form wants it, and makes it the active one; all other windows of the
   // thread take no input from then on.
@@ -55,6 +56,12 @@ class WindowView : public NativeView {
   toolkit::Surroundings Around() const;
   void Place(const toolkit::Rect& client);
   void Resized();
+  void TellSize();
+  // The window came to a screen of another resolution, or its own got one: it follows, at the place that
+  // Windows wants for it.
+  void ScreenChanged(int dpi, const RECT& place);
+  // How large it will be there: so that its client area grows as what stands in it.
+  SIZE SizeAt(int dpi) const;
   void Arrange();
   void ShowScrollBars();
   void ScrollTo(const toolkit::Point& offset);
@@ -71,6 +78,7 @@ class WindowView : public NativeView {
   std::unique_ptr<OthersDisabled> others_;
   bool presented_ = false;
   bool arranging_ = false;
+  bool rescaling_ = false;
 };
 
 }  // namespace dossierkit::win32

@@ -9,6 +9,7 @@
 #include "adapters/win32/file_dialog.h"
 #include "adapters/win32/message_dialog.h"
 #include "tests/support/paths.h"
+#include "tests/win32/picture.h"
 
 namespace dossierkit::win32 {
 namespace {
@@ -36,7 +37,7 @@ std::vector<HWND> PartsOf(HWND box, const wchar_t* window_class) {
 class MessageBoxes : public testing::Test {
  protected:
   MessageDialog& Show(int flags, const std::string& text = "要保存吗？") {
-    box_ = std::make_unique<MessageDialog>(look_, text, flags, "信息保存", nullptr);
+    box_ = std::make_unique<MessageDialog>(looks_, dpi_, text, flags, "信息保存", nullptr);
     box_->OnAnswer([this] { ++woken_; });
     box_->Show();
     Dispatch();
@@ -56,7 +57,8 @@ class MessageBoxes : public testing::Test {
   }
   void PressWithAlt(int key) { SendMessageW(GetFocus(), WM_SYSKEYDOWN, static_cast<WPARAM>(key), 1 << 29); }
 
-  const Look look_{96};
+  Looks looks_;
+  int dpi_ = 96;
   std::unique_ptr<MessageDialog> box_;
   int woken_ = 0;
 };
@@ -160,7 +162,7 @@ TEST_F(MessageBoxes, NothingIsLeftOfThem) {
 
 TEST_F(MessageBoxes, ABoxOverABoxLeavesTheOtherAlive) {
   Show(toolkit::kYesNo);
-  { const MessageDialog above(look_, "a", toolkit::kOkOnly, "b", box_->Handle()); }
+  { const MessageDialog above(looks_, 96, "a", toolkit::kOkOnly, "b", box_->Handle()); }
   EXPECT_TRUE(IsWindow(box_->Handle()));
   PressWithAlt('Y');
   EXPECT_EQ(box_->Answer(), kAnswerYes);
@@ -198,6 +200,48 @@ TEST_F(MessageBoxes, AnEdgeIsLeftAroundAnyText) {
       EXPECT_LE(place.bottom, client.bottom - 9);
     }
   }
+}
+
+TEST_F(MessageBoxes, OneThatComesToAnotherScreenIsAsOneThatOpensThere) {
+  const auto show = [this] {
+    const HWND box = Show(toolkit::kQuestionIcon | toolkit::kYesNo).Handle();
+    Press(VK_RIGHT);
+    return box;
+  };
+  HWND box = show();
+  const auto first = tests::PictureOf(box);
+  tests::ToScreen(box, 144, {30, 40});
+  EXPECT_EQ(GetFocus(), PartsOf(box, L"Button").at(1));
+  RECT place;
+  GetWindowRect(box, &place);
+  EXPECT_EQ(place.left, 30);
+  EXPECT_EQ(place.top, 40);
+  GetClientRect(PartsOf(box, L"Button").at(0), &place);
+  EXPECT_EQ(place.right, 132);
+  EXPECT_EQ(place.bottom, 42);
+  const auto came = tests::PictureOf(box);
+  tests::ToScreen(box, 96);
+  EXPECT_EQ(tests::Difference(tests::PictureOf(box), first), "");
+
+  dpi_ = 144;
+  box = show();
+  EXPECT_EQ(tests::Difference(tests::PictureOf(box), came), "");
+  RECT other = {1, 2, 30, 40};
+  SendMessageW(box, WM_DPICHANGED, MAKELONG(144, 144), reinterpret_cast<LPARAM>(&other));
+  EXPECT_EQ(tests::Difference(tests::PictureOf(box), came), "") << "it came to the screen that it is for";
+}
+
+TEST_F(MessageBoxes, AVeryLongTextStaysWhereItWasScrolledTo) {
+  std::string text;
+  for (int line = 0; line < 200; ++line) text += "第" + std::to_string(line) + "行\n";
+  const HWND box = Show(toolkit::kOkOnly, text).Handle();
+  const HWND shown = PartsOf(box, L"Edit").at(0);
+  SendMessageW(shown, EM_LINESCROLL, 0, 50);
+  const auto before = tests::PictureOf(box);
+  tests::ToScreen(box, 144);
+  EXPECT_EQ(SendMessageW(shown, EM_GETFIRSTVISIBLELINE, 0, 0), 50);
+  tests::ToScreen(box, 96);
+  EXPECT_EQ(tests::Difference(tests::PictureOf(box), before), "");
 }
 
 // --- files ---------------------------------------------------------------------------------------

@@ -19,6 +19,8 @@ class PictureCache {
     const auto found = pictures_.find(path);
     return found != pictures_.end() ? found->second : pictures_.emplace(path, read_(path)).first->second;
   }
+  // Each file is read anew when it is asked for.
+  void Clear() { pictures_.clear(); }
 
  private:
   Read read_;

@@ -17,6 +17,9 @@ class WindowLayout {
   // Made with the window's view, when the design is complete: whether the form has panes is settled then.
   WindowLayout(const Form& form, const Scale& scale);
 
+  // The window came to a screen of another resolution.
+  void SetScale(const Scale& scale) { scale_ = scale; }
+
   bool HasPanes() const { return has_panes_; }
   Size DesignSize() const;
   // The size of what scrolls, and where it shows in a client area of a size.
