@@ -185,6 +185,33 @@ TEST_F(NativeGrid, APageAndItsListComeWholeOnceTheEventHasEnded) {
   });
 }
 
+TEST_F(NativeGrid, APageThatGoesBeforeItCameIsForgotten) {
+  Visit([&] {
+    form->RemovePage();
+    form->page = form->Controls().Make<SamplePage>();
+    form->RemovePage();
+    tests::RunMessages();
+    EXPECT_TRUE(form->Shown());
+  });
+}
+
+TEST_F(NativeGrid, AnotherPageShowsFromItsUpperLeftCorner) {
+  Visit([&] {
+    SetWindowPos(Native("frmSample"), nullptr, 0, 0, 360, 240, SWP_NOMOVE | SWP_NOZORDER);
+    form->Get("cmdPhoto")->SetFocus();
+    const HWND content = GetParent(Native("TbMain"));
+    const auto corner = [content] {
+      POINT place = {0, 0};
+      MapWindowPoints(content, GetParent(content), &place, 1);
+      return std::pair(place.x, place.y);
+    };
+    EXPECT_NE(corner(), std::pair(0L, 0L));
+    form->RemovePage();
+    form->page = form->Controls().Make<SamplePage>();
+    EXPECT_EQ(corner(), std::pair(0L, 0L));
+  });
+}
+
 // The page closes its recordset while the list still stands.
 TEST_F(NativeGrid, ARecordsetThatWasClosedShowsNothingMore) {
   Visit([&] {
