@@ -36,8 +36,6 @@ struct Engine {
   std::string_view schema_version;
   // The columns of the table "%", a literal in small letters: names and declared types, in their order.
   std::string_view columns;
-  // A type that holds Booleans, although its name does not say so.
-  std::string_view boolean_type;
   std::span<const Meaning> meanings;
   // A question, the answer that shows that the server cannot be used, and the sentence that tells why.
   std::string_view requirement = {};

@@ -79,7 +79,6 @@ const Engine kMariadb{
         "select column_name, if(data_type = 'tinyint', 'boolean', column_type) from "
         "information_schema.columns where table_schema = database() and table_name = % "
         "order by ordinal_position",
-    .boolean_type = "tinyint",
     .meanings = kMeanings,
     // A node that its cluster has left behind takes no statement on a table.
     .requirement = "select @@lower_case_table_names from information_schema.engines limit 1",

@@ -10,6 +10,7 @@
 namespace dossierkit::odbc {
 namespace {
 
+using ado::ColumnKind;
 using environment::DateTime;
 
 SQLUSMALLINT ColumnNumber(int column) { return static_cast<SQLUSMALLINT>(column + 1); }
@@ -183,17 +184,14 @@ int Query::ColumnCount() const {
   return count;
 }
 
-std::string Query::NarrowAttribute(int column, SQLUSMALLINT what) const {
-  SQLSMALLINT bytes = 0;
-  std::array<char, 1024> text;
-  statement_.Require(SQLColAttribute(statement_.Get(), ColumnNumber(column), what, text.data(),
-                                     static_cast<SQLSMALLINT>(text.size()), &bytes, nullptr));
-  return text.data();
-}
-
 std::string Query::ColumnName(int column) const {
-  if (speaks_utf8_) return NarrowAttribute(column, SQL_DESC_LABEL);
   SQLSMALLINT bytes = 0;
+  if (speaks_utf8_) {
+    std::array<char, 1024> text;
+    statement_.Require(SQLColAttribute(statement_.Get(), ColumnNumber(column), SQL_DESC_LABEL, text.data(),
+                                       static_cast<SQLSMALLINT>(text.size()), &bytes, nullptr));
+    return text.data();
+  }
   std::array<SQLWCHAR, 1024> text;
   statement_.Require(SQLColAttributeW(statement_.Get(), ColumnNumber(column), SQL_DESC_LABEL, text.data(),
                                       static_cast<SQLSMALLINT>(text.size() * sizeof(SQLWCHAR)), &bytes,
@@ -201,8 +199,34 @@ std::string Query::ColumnName(int column) const {
   return ToUtf8(Wide(text.data()));
 }
 
-// No type has letters beyond ASCII, and the W function takes several times as long.
-std::string Query::TypeName(int column) const { return NarrowAttribute(column, SQL_DESC_TYPE_NAME); }
+// The type's name would take several times as long.
+ColumnKind Query::KindOf(int column) const {
+  SQLLEN type = 0;
+  statement_.Require(SQLColAttribute(statement_.Get(), ColumnNumber(column), SQL_DESC_CONCISE_TYPE, nullptr,
+                                     0, nullptr, &type));
+  switch (type) {
+    case SQL_BIT:
+    case SQL_TINYINT: return ColumnKind::kBoolean;  // which MariaDB holds them in
+    case SQL_SMALLINT:
+    case SQL_INTEGER:
+    case SQL_BIGINT: return ColumnKind::kInteger;
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+    case SQL_NUMERIC:
+    case SQL_DECIMAL: return ColumnKind::kFloating;
+    case SQL_TYPE_DATE:
+    case SQL_TYPE_TIME:
+    case SQL_TYPE_TIMESTAMP: return ColumnKind::kDate;
+    case SQL_CHAR:
+    case SQL_VARCHAR:
+    case SQL_LONGVARCHAR:
+    case SQL_WCHAR:
+    case SQL_WVARCHAR:
+    case SQL_WLONGVARCHAR: return ColumnKind::kText;
+    default: return ColumnKind::kUnknown;
+  }
+}
 
 bool Query::Fetch() {
   const SQLRETURN result = SQLFetch(statement_.Get());

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "adapters/odbc/utf16.h"
+#include "platform/ado/snapshot.h"
 #include "platform/environment/value.h"
 
 namespace dossierkit::odbc {
@@ -82,7 +83,8 @@ class Query {
 
   int ColumnCount() const;
   std::string ColumnName(int column) const;  // from 0, as all columns
-  std::string TypeName(int column) const;
+  // What its cells are; kUnknown where ODBC has no type for them.
+  ado::ColumnKind KindOf(int column) const;
 
   // True while there is a row.
   bool Fetch();
@@ -96,7 +98,6 @@ class Query {
  private:
   template <typename C>
   bool Get(int column, SQLSMALLINT type, C& value);
-  std::string NarrowAttribute(int column, SQLUSMALLINT what) const;
 
   template <typename Units>
   bool AppendPieces(int column, SQLSMALLINT type, std::size_t zeros, Units& whole);

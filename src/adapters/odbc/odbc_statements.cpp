@@ -15,14 +15,12 @@ namespace {
 
 using ado::ColumnKind;
 
-ado::Column ColumnAt(const Query& query, int index, const jet::Statement& statement, const Engine& engine) {
+ado::Column ColumnAt(const Query& query, int index, const jet::Statement& statement) {
   const auto at = static_cast<std::size_t>(index);
+  ado::Column column = statement.ColumnAt(at, query.ColumnName(index), {});
   // Of an expression the statement may know better.
-  const bool is_told = at < statement.columns.size() && statement.columns[at].kind != ColumnKind::kUnknown;
-  if (is_told) return statement.ColumnAt(at, query.ColumnName(index), {});
-  std::string type = query.TypeName(index);
-  if (environment::EqualIgnoringCase(type, engine.boolean_type)) type = "boolean";
-  return statement.ColumnAt(at, query.ColumnName(index), type);
+  if (column.kind == ColumnKind::kUnknown) column.kind = query.KindOf(index);
+  return column;
 }
 
 template <typename Cell, typename Append>
@@ -108,7 +106,7 @@ ado::Snapshot Statements::Rows(const jet::Statement& translated) {
   ado::Snapshot rows;
   if (translated.kind != jet::Statement::Kind::kSelect) return rows;
   const int count = query.ColumnCount();
-  for (int i = 0; i < count; ++i) rows.AddColumn(ColumnAt(query, i, translated, session_.engine()));
+  for (int i = 0; i < count; ++i) rows.AddColumn(ColumnAt(query, i, translated));
   while (count > 0 && query.Fetch()) {
     for (int i = 0; i < count; ++i) AppendCell(rows, query, i);
   }

@@ -68,7 +68,6 @@ const Engine kPostgresql{
     .columns =
         "select attname, format_type(atttypid, atttypmod) from pg_attribute where attrelid = "
         "to_regclass(quote_ident(%)) and attnum > 0 and not attisdropped order by attnum",
-    .boolean_type = "bool",
     .meanings = kMeanings,
 };
 
