@@ -11,7 +11,13 @@ root=$(cd "$(dirname "$(readlink -f "$0")")/.." && pwd)
   BESIDE_QT_DISPLAY=1 exec "$root/tests/outside/on_a_display.sh" "$0" "$@"
 
 figures=$(mktemp)
-trap 'rm -f "$figures"' EXIT
+# A processor that fell asleep would take longer to wake up than Wine's server for its answer.
+awake=()
+for _ in $(seq "$(nproc)"); do
+  chrt --idle 0 sh -c 'while :; do :; done' &
+  awake+=($!)
+done
+trap 'kill "${awake[@]}"; rm -f "$figures"' EXIT
 for turn in 1 2 3 4 5; do
   QT_QPA_PLATFORM=xcb "$root/build/release/bin/views_bench" | sed "s/^/qt $turn /" >>"$figures"
   "$root/scripts/wine.sh" "$root/build/windows-x64/bin/views_bench.exe" | tr -d '\r' | sed "s/^/wine $turn /" >>"$figures"
