@@ -1,6 +1,5 @@
 // The component as its host sees it.
 #include <chrono>
-#include <thread>
 #include <type_traits>
 
 #include "tests/shell/shell_test.h"
@@ -293,7 +292,7 @@ TEST_F(UserCtrl, ABusyPointerShowsBetweenTheStatementsOfALongLoad) {
   visit.component.SetConnection(
       std::make_shared<ado::TracingConnection>(visit.database, [&](const ado::Trace&) {
         busy.push_back(visit.HeadlessViews().busy);
-        std::this_thread::sleep_for(std::chrono::milliseconds(110));
+        visit.HeadlessViews().moment += std::chrono::milliseconds(110);
       }));
   visit.Open([&] { EXPECT_FALSE(visit.HeadlessViews().busy); });
   ASSERT_GT(busy.size(), 4U);

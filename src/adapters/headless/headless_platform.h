@@ -1,6 +1,7 @@
 // HeadlessPlatform: windows without a screen, for tests and benchmarks.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -24,6 +25,7 @@ class DOSSIERKIT_EXPORT HeadlessPlatform : public toolkit::Platform, public Scri
   int busy_pointers = 0;  // that were shown so far
   bool busy = false;      // one shows
   std::string clipboard;
+  std::chrono::steady_clock::time_point moment;  // its clock stands still: nobody waits in front of it
 
   std::unique_ptr<toolkit::View> CreateView(toolkit::Control& control) override;
   void RunLoop(toolkit::Form& form) override;
@@ -33,6 +35,7 @@ class DOSSIERKIT_EXPORT HeadlessPlatform : public toolkit::Platform, public Scri
   toolkit::Picture LoadPicture(const std::string& path, const toolkit::Rect& place) override;
   toolkit::Rect Screen() const override { return kScreen; }
   void Beep() override { ++beeps; }
+  std::chrono::steady_clock::time_point Moment() const override { return moment; }
   void ShowBusy(bool shows) override {
     busy = shows;
     if (shows) ++busy_pointers;

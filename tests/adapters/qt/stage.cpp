@@ -7,13 +7,19 @@
 namespace dossierkit::qt {
 
 QtPlatform* Stage::the_platform = nullptr;
+std::chrono::steady_clock::time_point Stage::moment;
 
 namespace {
+
+class PlatformOfTests : public QtPlatform {
+ public:
+  std::chrono::steady_clock::time_point Moment() const override { return Stage::moment; }
+};
 
 // One application serves all tests, and ends before the program does.
 class OnePlatform : public ::testing::Environment {
   void SetUp() override {
-    platform_ = std::make_unique<QtPlatform>();
+    platform_ = std::make_unique<PlatformOfTests>();
     Stage::the_platform = platform_.get();
   }
   void TearDown() override { platform_.reset(); }

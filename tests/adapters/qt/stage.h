@@ -7,6 +7,8 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTimer>
+#include <chrono>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -21,6 +23,8 @@ namespace dossierkit::qt {
 class Stage : public ::testing::Test {
  public:
   static QtPlatform* the_platform;
+  // Its clock, which stands still: on a machine that is busy an event of a test may take its time.
+  static std::chrono::steady_clock::time_point moment;
 
  protected:
   // Shows the window; the scene runs in its loop; the window is closed behind it.
@@ -51,6 +55,8 @@ class Stage : public ::testing::Test {
   static void Press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(widget, key, modifiers);
   }
+  // What this program has had of the processor so far: others that are busy take nothing of it.
+  static double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
   static void Commit(QWidget* widget, const char* text, const char* composing = "");
   static std::string Text(const QString& text) { return text.toStdString(); }
 

@@ -337,12 +337,19 @@ TEST_F(QtWindows, AFailureInAHandlerOfAViewEndsTheWindowBehindQtsFrames) {
   EXPECT_EQ(number, environment::kOverflow);
 }
 
+TEST_F(QtWindows, TheClockOfThePlatformGoesOnByItself) {
+  const auto before = std::chrono::steady_clock::now();
+  const auto moment_of_platform = the_platform->QtPlatform::Moment();
+  EXPECT_GE(moment_of_platform, before);
+  EXPECT_LE(moment_of_platform, std::chrono::steady_clock::now());
+}
+
 TEST_F(QtWindows, ABusyPointerShowsInALongEvent) {
   Play([&] {
     On(form->page->button->Click, [&] {
       form->page->coded->SetText("1");
       EXPECT_FALSE(QApplication::overrideCursor());
-      QTest::qSleep(320);
+      moment += std::chrono::milliseconds(300);
       form->page->coded->SetText("2");
       ASSERT_TRUE(QApplication::overrideCursor());
       EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);

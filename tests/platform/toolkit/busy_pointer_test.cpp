@@ -1,22 +1,22 @@
 #include <chrono>
-#include <thread>
 
 #include "tests/platform/toolkit/test_form.h"
 
 namespace dossierkit::toolkit {
 namespace {
 
-void Work(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
-
-class BusyPointerTest : public ToolkitTest {};
+class BusyPointerTest : public ToolkitTest {
+ protected:
+  void Work(int milliseconds) { platform.moment += std::chrono::milliseconds(milliseconds); }
+};
 
 TEST_F(BusyPointerTest, ShowsAfter300MillisecondsOfAnEventUntilItsEnd) {
   Visit([&] {
     InEvent([&] {
-      Work(200);
+      Work(299);
       desktop.Busy().Tick();
       EXPECT_FALSE(platform.busy);
-      Work(110);
+      Work(1);
       EXPECT_FALSE(platform.busy) << "it looks at the clock where it is told to";
       desktop.Busy().Tick();
       EXPECT_TRUE(platform.busy);
@@ -30,7 +30,7 @@ TEST_F(BusyPointerTest, ShowsAfter300MillisecondsOfAnEventUntilItsEnd) {
 TEST_F(BusyPointerTest, ShowsAsSoonAsAControlChanges) {
   Visit([&] {
     InEvent([&] {
-      Work(310);
+      Work(300);
       form->Get<TextBox>("txtName")->SetText("x");
       EXPECT_TRUE(platform.busy);
     });
@@ -39,7 +39,7 @@ TEST_F(BusyPointerTest, ShowsAsSoonAsAControlChanges) {
 
 TEST_F(BusyPointerTest, ShowsInTheLoadOfAWindow) {
   form->on_load = [&] {
-    Work(310);
+    Work(300);
     desktop.Busy().Tick();
     EXPECT_TRUE(platform.busy);
   };
@@ -50,8 +50,8 @@ TEST_F(BusyPointerTest, ShowsInTheLoadOfAWindow) {
 TEST_F(BusyPointerTest, EventsInsideOneAnotherCountAsOne) {
   Visit([&] {
     InEvent([&] {
-      Work(160);
-      InEvent([&] { Work(160); });
+      Work(150);
+      InEvent([&] { Work(150); });
       desktop.Busy().Tick();
       EXPECT_TRUE(platform.busy);
       InEvent([] {});
@@ -64,18 +64,18 @@ TEST_F(BusyPointerTest, AMessageBoxIsNoWork) {
   Visit([&] {
     platform.on_message = [&](const headless::Message&) {
       EXPECT_FALSE(platform.busy);
-      Work(310);
+      Work(300);
       desktop.Busy().Tick();
       EXPECT_FALSE(platform.busy);
     };
     InEvent([&] {
-      Work(310);
+      Work(300);
       desktop.Busy().Tick();
       EXPECT_TRUE(platform.busy);
       desktop.MsgBox("注意");
       desktop.Busy().Tick();
       EXPECT_FALSE(platform.busy) << "the time of the event begins anew";
-      Work(310);
+      Work(300);
       desktop.Busy().Tick();
       EXPECT_TRUE(platform.busy);
     });
@@ -87,7 +87,7 @@ TEST_F(BusyPointerTest, IsTakenBackWhereTheEventFails) {
   EXPECT_EQ(NumberOfFailure([&] {
               Visit([&] {
                 InEvent([&] {
-                  Work(310);
+                  Work(300);
                   desktop.Busy().Tick();
                   throw environment::MakeFailure(environment::kOverflow);
                 });
@@ -99,7 +99,7 @@ TEST_F(BusyPointerTest, IsTakenBackWhereTheEventFails) {
 }
 
 TEST_F(BusyPointerTest, OutsideAnEventNothingShows) {
-  Work(310);
+  Work(300);
   desktop.Busy().Tick();
   EXPECT_EQ(platform.busy_pointers, 0);
 }

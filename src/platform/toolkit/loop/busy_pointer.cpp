@@ -13,7 +13,7 @@ constexpr auto kBusyAfter = std::chrono::milliseconds(300);
 
 void BusyPointer::Tick() {
   if (state_.events == 0 || state_.shown) return;
-  if (std::chrono::steady_clock::now() - state_.since < kBusyAfter) return;
+  if (platform_.Moment() - state_.since < kBusyAfter) return;
   state_.shown = true;
   platform_.ShowBusy(true);
 }
@@ -23,7 +23,7 @@ void BusyPointer::Hide() {
 }
 
 BusyPointer::Event::Event(BusyPointer& pointer) : pointer_(pointer) {
-  if (pointer_.state_.events++ == 0) pointer_.state_.since = std::chrono::steady_clock::now();
+  if (pointer_.state_.events++ == 0) pointer_.state_.since = pointer_.platform_.Moment();
 }
 
 BusyPointer::Event::~Event() {
@@ -38,7 +38,7 @@ BusyPointer::Pause::Pause(BusyPointer& pointer) : pointer_(pointer) {
 BusyPointer::Pause::~Pause() {
   pointer_.Hide();
   pointer_.state_ = outer_;
-  pointer_.state_.since = std::chrono::steady_clock::now();
+  pointer_.state_.since = pointer_.platform_.Moment();
 }
 
 }  // namespace dossierkit::toolkit

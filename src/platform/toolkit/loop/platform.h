@@ -1,6 +1,7 @@
 // Platform: what an adapter gives the toolkit besides views.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -40,6 +41,9 @@ class Platform {
   virtual Rect Screen() const = 0;
 
   virtual void Beep() = 0;
+
+  // By which it is told how long an event has taken; tests have a clock of their own.
+  virtual std::chrono::steady_clock::time_point Moment() const { return std::chrono::steady_clock::now(); }
 
   // The pointer says "wait" from now on, or is as before again; by turns.
   virtual void ShowBusy(bool busy) = 0;
