@@ -30,6 +30,7 @@ while [ $# -gt 0 ]; do
   esac
 done
 [ $# -gt 0 ] || usage
+[ -e /dev/fd/0 ] || exec </dev/null
 for engine in $engines; do
   case $engine in postgresql | mariadb | galera) ;; *) usage ;; esac
 done
@@ -74,7 +75,7 @@ clean_up() {
     ! grep -qsF "$data/" "$process/cmdline" || kill -KILL "${process##*/}" 2>/dev/null || true
   done
   # The last children of a killed server may still be ending.
-  for _ in 1 2 3 4 5 6 7 8 9 10; do
+  for _ in $(seq 120); do
     [ -z "$disk" ] || umount "$data" 2>/dev/null || { sleep 0.5; continue; }
     disk=
     rm -rf "$data" 2>/dev/null && break
@@ -105,15 +106,29 @@ find_program() {
 }
 
 password=$(od -An -N12 -tx1 /dev/urandom | tr -d ' \n')
-# For one server or node each: its own port, and three more among the nodes of the cluster.
+# For one server or node each: its own port, and three more among the nodes of the cluster. Where it can be none of
+# those that the system gives to whoever connects to something: a server that comes back must find its own free.
 read -r -a ports < <(python3 - <<'PYTHON'
+import random
 import socket
-sockets = [socket.socket() for _ in range(14)]
-for one in sockets:
-    one.bind(("127.0.0.1", 0))
+
+with open("/proc/sys/net/ipv4/ip_local_port_range") as file:
+    given = int(file.read().split()[0])
+candidates = range(10000, given if given >= 15000 else 60000)
+sockets = []
+for port in random.sample(candidates, len(candidates)):
+    one = socket.socket()
+    try:
+        one.bind(("127.0.0.1", port))
+    except OSError:
+        continue
+    sockets.append(one)
+    if len(sockets) == 14:
+        break
 print(*(one.getsockname()[1] for one in sockets))
 PYTHON
-)
+) || true
+[ "${#ports[@]}" -eq 14 ] || { echo "servers: there are no free ports" >&2; exit 1; }
 postgresql_port=${ports[12]}
 mariadb_port=${ports[13]}
 galera_ports=("${ports[@]:0:3}")
@@ -121,28 +136,27 @@ group_ports=("${ports[@]:3:3}")
 ist_ports=("${ports[@]:6:3}")
 sst_ports=("${ports[@]:9:3}")
 
-is_answering() { (exec 3<>"/dev/tcp/127.0.0.1/$1") 2>/dev/null; }
-wait_for() {
-  local name=$1 port=$2
-  for _ in $(seq 600); do
-    ! is_answering "$port" || return 0
+# wait_until COMPLAINT COMMAND...: until the command succeeds, for longer than any machine needs.
+wait_until() {
+  local complaint=$1 end=$((SECONDS + 300))
+  shift
+  while ! "$@"; do
+    [ "$SECONDS" -lt "$end" ] || fail "$complaint"
     sleep 0.1
   done
-  fail "$name does not answer"
 }
 
-# A node answers before it takes statements.
-wait_for_node() {
-  local answer
-  wait_for "node $1 of the cluster" "${galera_ports[$1]}"
-  for _ in $(seq 600); do
-    answer=$(MYSQL_PWD=$password mariadb --no-defaults --host=127.0.0.1 --port="${galera_ports[$1]}" --user=dossierkit \
-      --batch --skip-column-names --execute="show status like 'wsrep_ready'" 2>/dev/null || true)
-    [ "$answer" != $'wsrep_ready\tON' ] || return 0
-    sleep 0.1
-  done
-  fail "node $1 of the cluster does not join it"
+# A server that can be connected to may still refuse every statement.
+is_postgresql_ready() {
+  "$postgresql/pg_isready" --quiet --host=127.0.0.1 --port="$postgresql_port" --username=dossierkit
 }
+ask_mariadb() {
+  MYSQL_PWD=$password mariadb --no-defaults --host=127.0.0.1 --port="$1" --user=dossierkit --connect-timeout=60 --batch \
+    --skip-column-names --execute="$2" 2>/dev/null
+}
+is_mariadb_ready() { [ "$(ask_mariadb "$mariadb_port" 'select 1')" = 1 ]; }
+is_node_ready() { [ "$(ask_mariadb "${galera_ports[$1]}" "show status like 'wsrep_ready'")" = $'wsrep_ready\tON' ]; }
+wait_for_node() { wait_until "node $1 of the cluster does not join it" is_node_ready "$1"; }
 
 # Runs a server in the background, and again whenever it has ended: a test may stop one.
 keep_running() {
@@ -156,17 +170,17 @@ keep_running() {
 }
 
 start_postgresql() {
-  local bin folder=$data/postgresql settings=(-c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off -c max_connections=300)
-  bin=$(dirname "$(find_program "$(ls -d /usr/lib/postgresql/*/bin/initdb 2>/dev/null | sort -V | tail -n 1)" \
+  local folder=$data/postgresql settings=(-c wal_level=minimal -c max_wal_senders=0 -c autovacuum=off -c max_connections=300)
+  postgresql=$(dirname "$(find_program "$(ls -d /usr/lib/postgresql/*/bin/initdb 2>/dev/null | sort -V | tail -n 1)" \
     /usr/lib/postgresql/15/bin/initdb)")
   [ -n "$durable" ] || settings+=(-c fsync=off -c synchronous_commit=off -c full_page_writes=off)
   # As much as a small disk has room for, and a file is not kept for later.
   [ -z "$disk" ] || settings+=(-c max_wal_size=32MB -c min_wal_size=32MB)
   (umask 077 && printf '%s\n' "$password" >"$data/password")
   [ "$(id -u)" -ne 0 ] || chown nobody: "$data/password"
-  "${as_nobody[@]}" env LC_ALL=C "$bin/initdb" -D "$folder" -U dossierkit -A scram-sha-256 --pwfile="$data/password" \
+  "${as_nobody[@]}" env LC_ALL=C "$postgresql/initdb" -D "$folder" -U dossierkit -A scram-sha-256 --pwfile="$data/password" \
     --encoding=UTF8 --locale=C --no-sync >"$data/initdb.log" 2>&1 || fail "initdb failed"
-  keep_running "$data/postgresql.log" env LC_ALL=C "$bin/postgres" -D "$folder" -c listen_addresses=127.0.0.1 \
+  keep_running "$data/postgresql.log" env LC_ALL=C "$postgresql/postgres" -D "$folder" -c listen_addresses=127.0.0.1 \
     -c port="$postgresql_port" -c unix_socket_directories= "${settings[@]}"
 }
 
@@ -205,16 +219,19 @@ start_mariadb() {
 # $1 is the number of the node, from 0.
 set_node() {
   local provider
-  provider=$(ls /usr/lib/galera/libgalera_smm.so /usr/lib/*/libgalera_smm.so 2>/dev/null | head -n 1)
+  provider=$(ls /usr/lib/galera/libgalera_smm.so /usr/lib/*/libgalera_smm.so 2>/dev/null | head -n 1 || true)
   [ -n "$provider" ] || fail "galera-4 is missing: ./test --servers installs it"
   [ -n "$(type -P rsync)" ] || fail "rsync is missing: ./test --servers installs it"
   set_mariadb "node$1" "${galera_ports[$1]}"
-  # A node that is silent for two seconds is left out: it is on this machine.
+  # A node that is silent for ten seconds is left out: all are on this machine, which may stand still for some.
   mariadb+=(--performance-schema=OFF --binlog-format=ROW --innodb-autoinc-lock-mode=2 --wsrep-on=ON --wsrep-provider="$provider"
     --wsrep-node-address="127.0.0.1:${group_ports[$1]}" --wsrep-sst-method=rsync
     --wsrep-sst-receive-address="127.0.0.1:${sst_ports[$1]}"
-    --wsrep-provider-options="gmcast.listen_addr=tcp://127.0.0.1:${group_ports[$1]};ist.recv_addr=127.0.0.1:${ist_ports[$1]};base_port=${group_ports[$1]};gcache.size=32M;evs.keepalive_period=PT0.5S;evs.suspect_timeout=PT2S;evs.inactive_timeout=PT6S")
+    --wsrep-provider-options="gmcast.listen_addr=tcp://127.0.0.1:${group_ports[$1]};ist.recv_addr=127.0.0.1:${ist_ports[$1]};base_port=${group_ports[$1]};gcache.size=32M;evs.keepalive_period=PT0.5S;evs.suspect_timeout=PT10S;evs.inactive_timeout=PT20S")
 }
+
+# Tells it to end as long as it is there.
+has_ended() { ! kill "$1" 2>/dev/null; }
 
 start_galera() {
   local node server all="gcomm://127.0.0.1:${group_ports[0]},127.0.0.1:${group_ports[1]},127.0.0.1:${group_ports[2]}"
@@ -227,11 +244,7 @@ start_galera() {
   servers+=("$server")
   wait_for_node 0
   # One that is still starting does not hear it.
-  for _ in $(seq 100); do
-    kill "$server" 2>/dev/null || break
-    sleep 0.1
-  done
-  ! kill -0 "$server" 2>/dev/null || fail "the first node does not end"
+  wait_until "the first node does not end" has_ended "$server"
   wait "$server" || true
   unset 'servers[-1]'
   rm -f "$data"/node0/galera.cache "$data"/node0/gvwstate.dat
@@ -255,11 +268,11 @@ for engine in $engines; do "start_$engine"; done
 for engine in $engines; do
   case $engine in
     postgresql)
-      wait_for PostgreSQL "$postgresql_port"
+      wait_until "PostgreSQL does not answer" is_postgresql_ready
       export DOSSIERKIT_POSTGRESQL="Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=$postgresql_port;Database=postgres;Uid=dossierkit;Pwd=$password"
       ;;
     mariadb)
-      wait_for MariaDB "$mariadb_port"
+      wait_until "MariaDB does not answer" is_mariadb_ready
       export DOSSIERKIT_MARIADB="Driver=MariaDB Unicode;Server=127.0.0.1;Port=$mariadb_port;Database=mysql;Uid=dossierkit;Pwd=$password"
       ;;
     galera)
@@ -274,4 +287,7 @@ export DOSSIERKIT_SERVERS_COME_BACK=1
 # In the background, so that a signal is heard at once.
 "$@" <&0 &
 command=$!
-wait "$command"
+code=0
+wait "$command" || code=$?
+command=  # another process may have its number from now on
+exit "$code"

@@ -34,11 +34,12 @@ std::string Status(std::size_t node, const std::string& name) {
                                  .ValueAt(0, 0));
 }
 
-// All nodes are there and hold the same.
-bool IsWhole() {
+// The nodes from `first` on are a cluster of so many, and hold the same.
+bool Agree(std::size_t first, const std::string& count) {
   try {
-    for (std::size_t node = 0; node < 3; ++node) {
-      if (Status(node, "wsrep_cluster_size") != "3" || Status(node, "wsrep_local_state_comment") != "Synced")
+    for (std::size_t node = first; node < 3; ++node) {
+      if (Status(node, "wsrep_cluster_size") != count ||
+          Status(node, "wsrep_local_state_comment") != "Synced")
         return false;
     }
     return true;
@@ -46,6 +47,9 @@ bool IsWhole() {
     return false;
   }
 }
+
+// All nodes are there and hold the same.
+bool IsWhole() { return Agree(0, "3"); }
 
 class LostNodes : public testing::Test {
  protected:
@@ -55,7 +59,7 @@ class LostNodes : public testing::Test {
 
 TEST_F(LostNodes, OneThatIsKilledInTheMiddleOfSavesIsToldAndNothingThatWasSavedIsLost) {
   MakeDatabase("galera", kDatabase);
-  odbc::OdbcConnection host(ClusterString(kDatabase));
+  odbc::OdbcConnection host(ClusterString(kDatabase), kPatience);
   host.RunNative("create table t (n integer primary key)");
   std::set<std::string> saved;
   std::vector<std::string> told;
@@ -82,7 +86,7 @@ TEST_F(LostNodes, OneThatIsKilledInTheMiddleOfSavesIsToldAndNothingThatWasSavedI
   for (const std::string& failure : told)
     EXPECT_TRUE(failure.starts_with(kLost) || failure == kBusy) << failure;
   for (std::size_t node = 0; node < 3; ++node) {
-    odbc::OdbcConnection one(NodeString(node, kDatabase));
+    odbc::OdbcConnection one(NodeString(node, kDatabase), kPatience);
     const auto rows = Column(one, "select n from t");
     EXPECT_EQ(std::set<std::string>(rows.begin(), rows.end()), saved) << "on node " << node;
   }
@@ -90,10 +94,10 @@ TEST_F(LostNodes, OneThatIsKilledInTheMiddleOfSavesIsToldAndNothingThatWasSavedI
 
 TEST_F(LostNodes, OneThatTheOthersHaveLeftBehindIsNotUsed) {
   MakeDatabase("galera", kDatabase);
-  odbc::OdbcConnection host(ClusterString(kDatabase));
+  odbc::OdbcConnection host(ClusterString(kDatabase), kPatience);
   host.RunNative("create table t (n integer primary key)");
   ASSERT_EQ(NodeOf(host), 0U);
-  odbc::OdbcConnection admin(NodeString(0));
+  odbc::OdbcConnection admin(NodeString(0), kPatience);
   admin.RunNative("set global wsrep_provider_options = 'gmcast.isolate=1'");
   // Until it knows, it waits for the others.
   std::string told;
@@ -104,12 +108,13 @@ TEST_F(LostNodes, OneThatTheOthersHaveLeftBehindIsNotUsed) {
   EXPECT_EQ(told, kLost + std::string("WSREP has not yet prepared node for application use。"));
   host.Run("insert into t(n) values(2)");
   EXPECT_NE(NodeOf(host), 0U);
-  odbc::OdbcConnection another(ClusterString(kDatabase));
+  ASSERT_TRUE(WaitUntil([] { return Agree(1, "2"); }));
+  odbc::OdbcConnection another(ClusterString(kDatabase), kPatience);
   EXPECT_EQ(NodeOf(another), 1U);
   EXPECT_EQ(Column(another, "select n from t"), (std::vector<std::string>{"2"}));
   admin.RunNative("set global wsrep_provider_options = 'gmcast.isolate=0'");
   ASSERT_TRUE(WaitUntil(IsWhole));
-  odbc::OdbcConnection back(NodeString(0, kDatabase));
+  odbc::OdbcConnection back(NodeString(0, kDatabase), kPatience);
   EXPECT_EQ(Column(back, "select n from t"), (std::vector<std::string>{"2"}));
 }
 
@@ -119,7 +124,7 @@ class VisitOnACluster : public LostNodes {
   void SetUp() override {
     LostNodes::SetUp();
     MakeDatabase("galera", kDatabase);
-    host_ = std::make_shared<odbc::OdbcConnection>(ClusterString(kDatabase));
+    host_ = std::make_shared<odbc::OdbcConnection>(ClusterString(kDatabase), kPatience);
     visit_ = std::make_unique<FaultyVisit>(host_);
   }
   void KillItsNode() { KillServer(NodeString(NodeOf(*host_)), SIGKILL); }

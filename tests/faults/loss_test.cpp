@@ -50,7 +50,7 @@ class Loss : public testing::Test {
   }
 
   Rows Stored() {
-    odbc::OdbcConnection database(ServerString(engine_, kDatabase));
+    odbc::OdbcConnection database(ServerString(engine_, kDatabase), kPatience);
     Rows rows;
     for (const std::string& row : tests::Rows(database, "select A0299, A0202 from A02")) {
       const std::size_t bar = row.find('|');
@@ -102,13 +102,13 @@ class Loss : public testing::Test {
 };
 
 TEST_F(Loss, NothingIsLostWhereTheServerIsKilled) {
-  odbc::OdbcConnection host(ServerString(engine_, kDatabase));
+  odbc::OdbcConnection host(ServerString(engine_, kDatabase), kPatience);
   PlayRounds(
       host, 20, [&] { KillServer(ServerString(engine_), SIGKILL); }, [&] { WaitUntilBack(); });
 }
 
 TEST_F(Loss, NothingIsLostWhereTheServerIsStopped) {
-  odbc::OdbcConnection host(ServerString(engine_, kDatabase));
+  odbc::OdbcConnection host(ServerString(engine_, kDatabase), kPatience);
   // PostgreSQL calls SIGINT the fast way.
   PlayRounds(
       host, 10, [&] { KillServer(ServerString(engine_), engine_ == "postgresql" ? SIGINT : SIGTERM); },
@@ -117,13 +117,15 @@ TEST_F(Loss, NothingIsLostWhereTheServerIsStopped) {
 
 TEST_F(Loss, NothingIsLostWhereTheNetworkIsCut) {
   Proxy proxy(ServerString(engine_, kDatabase));
-  odbc::OdbcConnection host(proxy.String());
+  odbc::OdbcConnection host(proxy.String(), kPatience);
   PlayRounds(
       host, 70, [&] { proxy.Cut(); },
       [&] {
         const std::string told = Told([&] { host.Run("select count(*) from A02"); });
         EXPECT_TRUE(told.starts_with(kUnreachable)) << told;
         proxy.Mend();
+        // The server may still be storing what was on its way.
+        ASSERT_TRUE(WaitUntilAtRest(ServerString(engine_, kDatabase)));
       });
 }
 

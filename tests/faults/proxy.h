@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,6 +23,7 @@ class Proxy {
   void Cut();
   // The same as soon as so many bytes more have come from the server.
   void CutBehind(long bytes);
+  bool IsCut() const { return is_cut_; }
   void Mend();
 
  private:
@@ -36,7 +36,6 @@ class Proxy {
   std::atomic<bool> is_ending_ = false;
   std::atomic<bool> is_cut_ = false;
   std::atomic<long> left_ = -1;  // bytes; none: -1
-  std::mutex mutex_;
   std::vector<std::thread> passing_;
   std::thread accepting_;
 };

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <filesystem>
@@ -40,13 +39,14 @@ class ServerFaults : public testing::Test {
 
   std::string String() const { return ServerString(engine_, kDatabase); }
   std::shared_ptr<odbc::OdbcConnection> Host() const {
-    return std::make_shared<odbc::OdbcConnection>(proxy_->String());
+    return std::make_shared<odbc::OdbcConnection>(proxy_->String(), kPatience);
   }
   void Kill() const { KillServer(ServerString(engine_), SIGKILL); }
-  // The server is there, and can be reached.
+  // The server is there, and can be reached. What was cut off is no longer at work.
   void Mend() {
+    const bool was_cut = proxy_->IsCut();
     proxy_->Mend();
-    ASSERT_TRUE(WaitUntil([&] { return Answers(String()); }));
+    ASSERT_TRUE(was_cut ? WaitUntilAtRest(String()) : WaitUntil([&] { return Answers(String()); }));
   }
 
   void PlayTheWalk(const std::function<void()>& fault) {
@@ -77,7 +77,7 @@ class ServerFaults : public testing::Test {
 
   // All rows of all tables that are there.
   int RowsThere() const {
-    odbc::OdbcConnection database(String());
+    odbc::OdbcConnection database(String(), kPatience);
     int rows = 0;
     for (const server::CopiedTable& table : server::ChecksumsOf(server::StoreOf(database)))
       rows += static_cast<int>(table.rows);
@@ -163,8 +163,8 @@ TEST_F(ServerFaults, TheCommandsTellACutNetworkInOneLineWithoutThePassword) {
 }
 
 TEST_F(ServerFaults, ALockIsToldAndSavingAgainWorks) {
-  const auto other = std::make_shared<odbc::OdbcConnection>(String());
-  const auto host = std::make_shared<odbc::OdbcConnection>(String(), std::chrono::milliseconds(1000));
+  const auto other = std::make_shared<odbc::OdbcConnection>(String(), kPatience);
+  const auto host = std::make_shared<odbc::OdbcConnection>(String());
   FaultyVisit visit(host);
   other->BeginTrans();
   other->Run("update A13 set A1303 = '1' where A00='" + kPerson + "'");

@@ -174,7 +174,7 @@ TEST_F(Clerks, ClerksOfNeighbouringPersonsNeverWaitForOneAnother) {
   for (const char* person : {"P1", "P2", "P3"})
     Open()->Run("insert into A03(A00,A0302,A0399) values('" + std::string(person) + "','甲','1')");
   const auto one = Open();
-  odbc::OdbcConnection other(ServerString(engine_, kDatabase), std::chrono::seconds(1));
+  odbc::OdbcConnection other(ServerString(engine_, kDatabase), kPatience);
   one->BeginTrans();
   one->Run("update A03 set A0399 = A0399 +200 where a00='P2'");
   one->Run("delete from A03 where A00='P2'  and A0399 = 201");

@@ -55,7 +55,7 @@ class Rights : public testing::Test {
 };
 
 TEST_F(Rights, AClerkWorksDossiers) {
-  odbc::OdbcConnection clerk(Clerk());
+  odbc::OdbcConnection clerk(Clerk(), kPatience);
   const auto one = [&](const std::string& query) {
     return environment::TextOr(clerk.Execute(query)->Fields(0), "NULL");
   };
@@ -87,7 +87,7 @@ TEST_F(Rights, AClerkWorksDossiers) {
 }
 
 TEST_F(Rights, WhatAClerkChangesIsWrittenDownUnderHisName) {
-  odbc::OdbcConnection clerk(Clerk());
+  odbc::OdbcConnection clerk(Clerk(), kPatience);
   {
     const server::OwnRows visit(clerk, "P");
     clerk.Run("insert into A02( A00 ,A0299) values('P','1')");
@@ -98,13 +98,13 @@ TEST_F(Rights, WhatAClerkChangesIsWrittenDownUnderHisName) {
 }
 
 TEST_F(Rights, AClerkMarksWhomHeHasOpen) {
-  odbc::OdbcConnection clerk(Clerk());
+  odbc::OdbcConnection clerk(Clerk(), kPatience);
   EXPECT_EQ(server::MarkOpen(clerk, "P", "张", std::chrono::seconds(60)), std::nullopt);
   server::UnmarkOpen(clerk, "P", "张");
 }
 
 TEST_F(Rights, AClerkMayDoNothingElse) {
-  odbc::OdbcConnection clerk(Clerk());
+  odbc::OdbcConnection clerk(Clerk(), kPatience);
   for (const char* statement :
        {"create table mine (a integer)", "drop table A01", "drop view S_GUID",
         "alter table A02 add x integer", "create view mine as select * from A01", "truncate table A01",

@@ -53,7 +53,7 @@ class Copies {
     free_.pop_back();
     if (!copy.altered.empty() && is_postgresql_) {
       copy.connection.reset();
-      server_->RunNative("drop database " + copy.name);
+      RunAlone(*server_, "drop database " + copy.name);
       return MakeCopy(copy.name);
     }
     if (!copy.connection) {
@@ -102,7 +102,7 @@ class Copies {
 
   Copy MakeCopy(const std::string& name) {
     if (is_postgresql_) {
-      server_->RunNative("create database " + name + " template " + kTemplate + " strategy file_copy");
+      RunAlone(*server_, "create database " + name + " template " + kTemplate + " strategy file_copy");
       return {name, OpenServer(engine_, name), {}, {}};
     }
     server_->RunNative("create database " + name);

@@ -18,8 +18,12 @@ inline constexpr char kBusy[] = "数据库正被占用，请稍后再试。";
 // The description of the Failure that `act` throws, empty where it throws none.
 std::string Told(const std::function<void()>& act);
 
-// True once `is_so` gives true; false after so many seconds.
-bool WaitUntil(const std::function<bool()>& is_so, int seconds = 60);
+// True once `is_so` gives true; false where it does not for as long as no machine needs.
+bool WaitUntil(const std::function<bool()>& is_so);
+
+// True once the server answers and no other session is on the database, as one that was cut off may be for a
+// moment; false as above.
+bool WaitUntilAtRest(const std::string& connection_string);
 
 // A server answers statements that are not kept to one of its nodes.
 bool Answers(const std::string& connection_string);
@@ -27,7 +31,7 @@ bool Answers(const std::string& connection_string);
 // The process of the server that a connection reaches; scripts/servers.sh starts it again once it has ended.
 int ProcessOf(odbc::OdbcConnection& server);
 
-// Sends the server of a connection string a signal, and waits until its process has ended.
+// Sends the server of a connection string a signal, and waits until it has ended with all its processes.
 void KillServer(const std::string& connection_string, int signal);
 
 // Runs an action before each statement.

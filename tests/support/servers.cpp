@@ -2,8 +2,10 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
 
 #include "platform/environment/text.h"
+#include "tests/support/server_faults.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -14,7 +16,7 @@ namespace {
 }
 
 // As scripts/servers.sh tells it.
-std::string Told(const std::string& engine) {
+std::string StringOf(const std::string& engine) {
   const std::string variable = "DOSSIERKIT_" + environment::UpperCase(engine);
   const char* string = std::getenv(variable.c_str());
   if (string == nullptr || *string == '\0')
@@ -39,28 +41,37 @@ std::string ToDatabase(const std::string& string, const std::string& database) {
 }  // namespace
 
 std::string ServerString(const std::string& engine, const std::string& database) {
-  return engine == "galera" ? NodeString(0, database) : ToDatabase(Told(engine), database);
+  return engine == "galera" ? NodeString(0, database) : ToDatabase(StringOf(engine), database);
 }
 
 std::string NodeString(std::size_t node, const std::string& database) {
-  const std::string cluster = Told("galera");
+  const std::string cluster = StringOf("galera");
   const std::string nodes = cluster.substr(cluster.find("Server=") + 7);
   return ToDatabase(
       With(cluster, "Server", environment::Split(nodes.substr(0, nodes.find(';')), ",").at(node)), database);
 }
 
-std::string ClusterString(const std::string& database) { return ToDatabase(Told("galera"), database); }
+std::string ClusterString(const std::string& database) { return ToDatabase(StringOf("galera"), database); }
 
 std::shared_ptr<odbc::OdbcConnection> OpenServer(const std::string& engine, const std::string& database) {
-  return std::make_shared<odbc::OdbcConnection>(ServerString(engine, database));
+  return std::make_shared<odbc::OdbcConnection>(ServerString(engine, database), kPatience);
+}
+
+void RunAlone(odbc::OdbcConnection& server, const std::string& statement) {
+  std::string told;
+  const bool has_ended = WaitUntil([&] {
+    told = Told([&] { server.RunNative(statement); });
+    return told.find("is being accessed by other users") == std::string::npos;
+  });
+  if (!has_ended || !told.empty()) throw std::runtime_error(statement + ": " + told);
 }
 
 void MakeDatabase(const std::string& engine, const std::string& database) {
   const auto server = OpenServer(engine);
-  server->RunNative("drop database if exists " + database);
-  server->RunNative("create database " + database +
-                    (engine == "postgresql" ? " template template0 encoding 'UTF8' locale 'C'"
-                                            : " character set utf8mb4 collate utf8mb4_general_nopad_ci"));
+  RunAlone(*server, "drop database if exists " + database);
+  RunAlone(*server, "create database " + database +
+                        (engine == "postgresql" ? " template template0 encoding 'UTF8' locale 'C'"
+                                                : " character set utf8mb4 collate utf8mb4_general_nopad_ci"));
 }
 
 std::string ServerOfThisRun() {
