@@ -23,7 +23,7 @@ fuzz_one() {
   fi
   mkdir -p "$corpus"
   [ -n "${SEED:-}" ] || set -- "$@" fuzz/seeds/"$2"
-  if "${fuzz[@]}" -timeout=10 -rss_limit_mb=1024 -print_final_stats=1 \
+  if "${fuzz[@]}" -timeout=60 -rss_limit_mb=1024 -print_final_stats=1 \
     -artifact_prefix=build/fuzz/artifacts/"$2"- "$corpus" "${@:3}" >"$log" 2>&1; then
     echo "$2: $(sed -n 's/.*number_of_executed_units: *//p' "$log") executions, $(grep -o 'Seed: [0-9]*' "$log")"
   else

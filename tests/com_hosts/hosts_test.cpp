@@ -42,7 +42,7 @@ HWND TheWindow() {
 }
 
 bool Await(const std::function<bool()>& holds) {
-  const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(120);
   while (!holds()) {
     if (std::chrono::steady_clock::now() > until) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -353,7 +353,7 @@ TEST_F(ShippedLibrary, AHostMayBeginAndEndItsApartmentForEachVisit) {
       EXPECT_EQ(Show(object), S_OK) << kind;
     });
     // The thread of an apartment that COM made ends a moment later.
-    EXPECT_EQ(WaitForSingleObject(shown, 30'000), WAIT_OBJECT_0) << kind;
+    EXPECT_EQ(WaitForSingleObject(shown, 120'000), WAIT_OBJECT_0) << kind;
     CloseHandle(shown);
   }
 }

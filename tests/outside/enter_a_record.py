@@ -15,10 +15,14 @@ import gi
 
 gi.require_version("Atspi", "2.0")
 import pyatspi
+from gi.repository import Atspi
 
-PATIENCE = 60  # seconds until a window or control that does not come is given up
+PATIENCE = 300  # seconds until a window or control that does not come is given up
 PERSON = "陆怀谷"
 RETURN = 0xFF0D
+
+# A program that is given no processor for a while answers late; by itself the bus waits for less than a second.
+Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
 
 
 def wait_for(what, look):

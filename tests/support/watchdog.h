@@ -12,7 +12,7 @@ void ExpectProgressWithin(unsigned seconds, const char* what);
 // addresses alone.
 void PrintStack();
 
-// Runs all tests, each of which may go 60 s without beginning, ending or noting a failure. Gives what
+// Runs all tests, each of which may go 5 minutes without beginning, ending or noting a failure. Gives what
 // main() returns.
 int RunTests(int argc, char** argv);
 

@@ -178,7 +178,8 @@ TEST_F(NativeGuest, AHostThatDestroysTheWindowBelowForAnotherThreadEndsTheVisit)
   std::thread other;
   form->on_load = [&] {
     other = std::thread([window = host.Get()] {
-      Sleep(500);  // the window has come to rest
+      while (!IsWindowVisible(FindWindowW(win32::kWindowClass, nullptr))) Sleep(20);
+      Sleep(500);  // it has come to rest
       SendMessageW(window, WM_APP, 0, 0);
     });
   };

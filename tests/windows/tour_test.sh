@@ -10,7 +10,7 @@ fail() {
 	echo "tour_test: $*" >&2
 	exit 1
 }
-timeout -k 5 120 "$1" "$2" --tour "Z:$folder" >"$folder/out" || fail "ended with $?: $(cat "$folder/out")"
+timeout -k 5 600 "$1" "$2" --tour "Z:$folder" >"$folder/out" || fail "ended with $?: $(cat "$folder/out")"
 pages=$(tr -d '\r' <"$folder/out" | tr '\n' ' ')
 [ "$pages" = "01 基本信息 02 学习经历 03 工作经历 04 主要兼职 05 访问进修 06 学术会议 07 专业成果 08 获奖信息 \
 09 论文著作 10 成果介绍 11 主要成就 12 培养人才 13 领域认识 14 近期工作 15 授权专利 16 单位推荐情况 " ] ||

@@ -1,6 +1,5 @@
 #include <QAccessible>
 #include <QContextMenuEvent>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QListView>
 #include <QScrollBar>
@@ -183,11 +182,10 @@ TEST_F(QtLists, AGridOfManyRowsShowsAtOnce) {
   form->row_count = 10000;
   Play([&] {
     EXPECT_EQ(Table()->model()->rowCount(), 10000);
-    QElapsedTimer timer;
-    timer.start();
+    const double begin = ProcessorSeconds();
     Press(Table(), Qt::Key_End);
     Table()->grab();
-    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_LT(ProcessorSeconds() - begin, 2);
   });
 }
 

@@ -1,4 +1,3 @@
-#include <QElapsedTimer>
 #include <QListView>
 #include <QTabBar>
 #include <QTreeView>
@@ -260,8 +259,7 @@ TEST_F(QtPickers, AWindowMayCloseInADoubleClickOrAKey) {
 
 TEST_F(QtPickers, AHundredThousandNodesAndRowsAreShownAtOnce) {
   Open([&] {
-    QElapsedTimer timer;
-    timer.start();
+    const double begin = ProcessorSeconds();
     auto& nodes = picker->tree->Nodes();
     for (int i = 0; i < 100000; ++i) {
       nodes.Add(i < 100 ? toolkit::kNoNode : 5 + i / 100, Relation::kChild, "N" + std::to_string(i), "节点");
@@ -277,7 +275,7 @@ TEST_F(QtPickers, AHundredThousandNodesAndRowsAreShownAtOnce) {
     picker->list->SetListIndex(100039);
     List()->grab();
     EXPECT_EQ(List()->currentIndex().row(), 100039);
-    EXPECT_LT(timer.elapsed(), 10000);
+    EXPECT_LT(ProcessorSeconds() - begin, 10);
   });
 }
 

@@ -283,7 +283,7 @@ void CALLBACK Choose(HWND, UINT, UINT_PTR timer, DWORD) {
       dialog ? GetDlgItem(dialog, kEdit) ? GetDlgItem(dialog, kEdit) : GetDlgItem(dialog, kCombo) : nullptr;
   if (!box || !IsWindowVisible(dialog)) {
     // The test has failed; a dialog that nobody answers would wait for ever.
-    if (++chooser->ticks > 200) std::abort();
+    if (++chooser->ticks > 2000) std::abort();
     return;
   }
   KillTimer(nullptr, timer);
