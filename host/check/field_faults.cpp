@@ -123,6 +123,10 @@ class FieldCheck {
     if (is_text && !item.length.empty() && !Fits16Bits(item.length)) {
       Add(item, "FieldLength",
           "“" + item.length + "”不是 16 位整数，" + Opening() + "；请改为字数，至多 32767");
+    } else if (set_.IsFreeText(item) && !item.length.empty() && environment::ToInt16(item.length) < 0) {
+      Add(item, "FieldLength",
+          "“" + item.length + "”是负数，录入框不限制长度；请改为字数，至多 " +
+              std::to_string(IsShortText(item) ? kLongestShortText : 32767) + "，或清空");
     } else if (set_.IsFreeText(item) && IsShortText(item) && LimitOf(item).value_or(0) > kLongestShortText) {
       Add(item, "FieldLength",
           "“" + item.length +

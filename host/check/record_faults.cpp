@@ -223,8 +223,16 @@ class RecordCheck {
 
   // What a host hands on when it opens the person again.
   void CheckPersonTypes() {
-    const ado::Snapshot rows = Read(connection_, "select A00,A0136 from A01 where A0136<1 or A0136>3");
+    const ado::Snapshot rows =
+        Read(connection_, "select A00,A0136 from A01 where A0136 is null or A0136<1 or A0136>3");
     for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+      if (rows.ValueAt(row, 1).IsNull()) {
+        findings_.Add(
+            "A01", RowOf(TextAt(rows, row, 0), ""), "A0136",
+            "是空值，不知道应以哪一个 PersonType 打开此人，也就不知道菜单的最后一项是哪一种推荐情况；"
+            "请改为 1、2 或 3");
+        continue;
+      }
       findings_.Add(
           "A01", RowOf(TextAt(rows, row, 0), ""), "A0136",
           "“" + TextAt(rows, row, 1) +

@@ -10,6 +10,7 @@
 #include "platform/environment/text.h"
 #include "platform/environment/value.h"
 #include "platform/jet/coerce.h"
+#include "platform/jet/engine_failure.h"
 
 namespace dossierkit::server {
 namespace {
@@ -101,6 +102,8 @@ class Copier {
       : from_(from), to_(to), progress_(progress), schema_(SchemaOf(from)) {}
 
   std::vector<CopiedTable> Run() {
+    // What an earlier copy left whose server went away under it.
+    if (Answer(to_, words_.is_being_made) == "1") DropAll();
     RequireEmpty(to_);
     CountRows();
     to_.connection->BeginTrans();
@@ -125,6 +128,7 @@ class Copier {
   }
 
   std::vector<CopiedTable> Fill() {
+    if (!words_.begin_making.empty()) to_.run_native(std::string(words_.begin_making));
     for (const std::string& statement : TableStatements(to_.engine, schema_)) to_.run_native(statement);
     std::vector<CopiedTable> copied;
     for (const Table& table : schema_.tables) {
@@ -136,6 +140,7 @@ class Copier {
     }
     // A trigger would step in where rows are copied.
     for (const std::string& statement : TriggerStatements(to_.engine, schema_)) to_.run_native(statement);
+    if (!words_.end_making.empty()) to_.run_native(std::string(words_.end_making));
     return copied;
   }
 
@@ -187,14 +192,16 @@ class Copier {
     } catch (const Failure&) {
       // The first failure is the one to be told.
     }
-    // Not every server takes tables back that were made.
-    for (const std::string& statement : DropStatements(to_.engine, schema_)) {
-      try {
-        to_.run_native(statement);
-      } catch (const Failure&) {
-        return;  // it has gone
-      }
+    try {
+      // Not every server takes tables back that were made.
+      DropAll();
+    } catch (const Failure&) {
+      // It has gone: the next copy finds what is left.
     }
+  }
+
+  void DropAll() {
+    for (const std::string& statement : DropStatements(to_.engine, schema_)) to_.run_native(statement);
   }
 
   void Tell() const {
@@ -205,8 +212,31 @@ class Copier {
   const Store& to_;
   const Progress& progress_;
   const Schema schema_;
+  const Words& words_ = WordsOf(to_.engine);
   std::int64_t done_ = 0;
   std::int64_t all_ = 0;
+};
+
+// While it lives, nobody else makes that database, or clears away what seems to be left of it.
+class Claim {
+ public:
+  explicit Claim(const Store& store) : store_(store), words_(WordsOf(store.engine)) {
+    if (!words_.claim.empty() && Answer(store, words_.claim) != "1")
+      throw jet::FailureOf(jet::EngineFailure::kBusy, {}, std::string(words_.claim));
+  }
+  ~Claim() {
+    try {
+      Answer(store_, words_.release);
+    } catch (const std::exception&) {
+      // It ended with its session.
+    }
+  }
+  Claim(const Claim&) = delete;
+  Claim& operator=(const Claim&) = delete;
+
+ private:
+  const Store& store_;
+  const Words& words_;
 };
 
 // While it lives, a database is read as it stood at one moment, by a transaction that writes nothing.
@@ -243,6 +273,7 @@ class Reading {
 
 std::vector<CopiedTable> CopyDatabase(const Store& from, const Store& to, const Progress& progress) {
   const Reading reading(from);
+  const Claim claim(to);
   return Copier(from, to, progress).Run();
 }
 

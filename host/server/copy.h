@@ -25,8 +25,9 @@ using Progress = std::function<void(std::int64_t done, std::int64_t all)>;
 // Makes in the empty database `to` the tables, indexes and triggers of `from`, and copies its rows as they
 // stand at one moment, all of them or none; S_GUID, whose rows belong to nobody, stays empty. Before that is
 // stored, counts and checksums of both sides are compared. Throws a Failure: a database that has a table or
-// view already, or whose order is not that of bytes, is refused before anything is done, and every other
-// failure leaves no table behind unless the server has gone.
+// view already, or whose order is not that of bytes, or into which another copy is made, is refused before
+// anything is done, and every other failure leaves no table behind. Where the server itself goes away, what
+// it may keep is cleared away by the next copy.
 DOSSIERKIT_EXPORT std::vector<CopiedTable> CopyDatabase(const Store& from, const Store& to,
                                                         const Progress& progress = {});
 

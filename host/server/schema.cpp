@@ -159,6 +159,7 @@ std::vector<std::string> DropStatements(const std::string& engine, const Schema&
     if (!IsScratch(table) || words.identifiers.empty())
       statements.push_back("drop table if exists " + Quoted(words, table.name));
   }
+  if (!words.end_making.empty()) statements.emplace_back(words.end_making);
   return statements;
 }
 

@@ -38,6 +38,14 @@ struct Words {
   std::span<const std::string_view> triggers;
   // What is dropped besides the tables, where a database could not be completed.
   std::span<const std::string_view> drops;
+  // Where tables do not go with the transaction in which they were made: a question that gives "1" to one
+  // session at a time, until the next one; then, for a table that stands in a database only while it is being
+  // made, what makes it, the question that gives "1" where it stands, and what drops it, behind all others.
+  std::string_view claim;
+  std::string_view release;
+  std::string_view begin_making;
+  std::string_view is_being_made;
+  std::string_view end_making;
 
   // Questions in the engine's own SQL: any table or view that is there; the settings of a database that
   // cannot be used; table, column, type, whether NULL is refused; index, table, item, whether it is unique.

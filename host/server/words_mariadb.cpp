@@ -80,6 +80,13 @@ const Words kMariadb{
     .identifiers = kIdentifiers,
     .triggers = kTriggers,
     .drops = kDrops,
+    .claim = "select get_lock(md5(database()), 0)",
+    .release = "select release_lock(md5(database()))",
+    .begin_making = "create table dossierkit_unfinished (entry_number integer primary key) engine = InnoDB",
+    .is_being_made =
+        "select 1 from information_schema.tables where table_schema = database() and table_name = "
+        "'dossierkit_unfinished'",
+    .end_making = "drop table if exists dossierkit_unfinished",
     .any_table =
         "select table_name from information_schema.tables where table_schema = database() "
         "order by table_name limit 1",

@@ -58,6 +58,11 @@ const Words kPostgresql{
     .identifiers = kIdentifiers,
     .triggers = kTriggers,
     .drops = kDrops,
+    .claim = "",
+    .release = "",
+    .begin_making = "",
+    .is_being_made = "",
+    .end_making = "",
     .any_table =
         "select relname from pg_class where relnamespace = to_regnamespace(current_schema()) and "
         "relkind in ('r', 'p', 'v', 'm', 'f') order by relname limit 1",

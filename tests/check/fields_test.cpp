@@ -48,6 +48,13 @@ const std::vector<Mutation> kMutations = {
      "update s_infoitem set FieldLength='12O' where itemname='A0302';",
      {"表 s_infoitem，行 A03.A0302，列 FieldLength：“12O”不是 16 位整数，一打开“工作经历”，窗口就会关闭；"
       "请改为字数，至多 32767。"}},
+    {"ANegativeLength",
+     "update s_infoitem set FieldLength='-1' where itemname in ('A0302','A1201');",
+     {"表 s_infoitem，行 A03.A0302，列 FieldLength：“-1”是负数，录入框不限制长度；请改为字数，至多 "
+      "255，或清空。",
+      "表 s_infoitem，行 A12.A1201，列 FieldLength：“-1”是负数，录入框不限制长度；请改为字数，至多 "
+      "32767，或清空。"}},
+    {"ALengthOfZero", "update s_infoitem set FieldLength='0' where itemname='A0302';", {}},
     {"ALengthThatNoShortTextMayHave",
      "update s_infoitem set FieldLength='256' where itemname='A0302';",
      {"表 s_infoitem，行 A03.A0302，列 FieldLength：“256”超过 255，录入 256 个字以上就无法保存"
@@ -55,6 +62,9 @@ const std::vector<Mutation> kMutations = {
     {"TheGreatestLengthOfAShortText", "update s_infoitem set FieldLength='255' where itemname='A0302';", {}},
     {"ALengthWithoutEffect",
      "update s_infoitem set FieldLength='300' where itemname in ('A0303','A0117');",
+     {}},
+    {"ANegativeLengthWithoutEffect",
+     "update s_infoitem set FieldLength='-1' where itemname in ('A0303','A0117');",
      {}},
     {"CodesOnALongText",
      "update s_infoitem set FieldType='Ntext' where itemname='A0303';",

@@ -96,8 +96,7 @@ const std::vector<Mutation> kMutations = {
      {"表 A12，列 A00：有的行没有人员标识，谁也看不到它们；请填写所属人员的标识，或删除这些行。"}},
     {"RecordsOfAPersonInSmallLetters", "update A03 set A00=lower(A00) where A00='" + kPerson + "';", {}},
     {"APersonTypeThatDoesNotExist",
-     "update A01 set A0136=4 where A00='" + kPerson +
-         "'; update A01 set A0136=3 where A0199=2; update A01 set A0136=null where A0199=3;",
+     "update A01 set A0136=4 where A00='" + kPerson + "'; update A01 set A0136=3 where A0199=2;",
      {"表 A01，行 A00=" + kPerson +
       "，列 A0136：“4”不是 1、2、3 之一，以它为 PersonType 打开此人时，菜单的最后一项不是推荐情况，一点击它，"
       "窗口就会关闭；请改为 1、2 或 3。"}},
@@ -106,6 +105,11 @@ const std::vector<Mutation> kMutations = {
      {"表 A01，行 A00=" + kPerson +
       "，列 A0136：“0”不是 1、2、3 之一，以它为 PersonType 打开此人时，菜单的最后一项不是推荐情况，一点击它，"
       "窗口就会关闭；请改为 1、2 或 3。"}},
+    {"APersonTypeThatIsNull",
+     "update A01 set A0136=null where A00='" + kPerson + "';",
+     {"表 A01，行 A00=" + kPerson +
+      "，列 A0136：是空值，不知道应以哪一个 PersonType 打开此人，也就不知道菜单的最后一项是哪一种推荐情况；"
+      "请改为 1、2 或 3。"}},
     {"ARunningNumberTwice", "update A01 set A0199=2 where A0199=3;", {}},
     {"OneRecordThatIsNotNumberOne",
      "delete from A03 where A00='" + kPerson + "' and A0399<>2;",
@@ -132,7 +136,7 @@ const std::vector<Mutation> kMutations = {
       "，列 A0399：有记录的序号“0”不是大于 0 "
       "的整数，选中它时表单是空的或窗口会关闭；请为此人的记录重新编号。"}},
     {"APersonTwice",
-     "insert into A01(A00,A0101,A0199) values('47eaa099-2cb6-416d-a6dc-283cf0480ff9','陆怀谷',13);",
+     "insert into A01(A00,A0101,A0136,A0199) values('47eaa099-2cb6-416d-a6dc-283cf0480ff9','陆怀谷',1,13);",
      {"表 A01，行 A00=" + kPerson +
       "，列 A00：有 2 行，此人会被拒绝（提示“无法维护此人信息”）；请只保留一行。"}},
     {"ARecordTwiceInASetOfOne",

@@ -10,8 +10,10 @@
 #include <chrono>
 #include <cstdint>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/environment/text.h"
+#include "tests/support/swallowing.h"
 
 namespace dossierkit::tests {
 namespace {
@@ -67,11 +69,25 @@ Proxy::~Proxy() {
 
 void Proxy::Cut() { is_cut_ = true; }
 
-void Proxy::CutBehind(long bytes) { left_ = bytes; }
+void Proxy::Swallow() {
+  const std::lock_guard lock(mutex_);
+  is_swallowing_ = true;
+  SwallowAll(listener_);
+  for (const int client : clients_) SwallowAll(client);
+}
+
+void Proxy::ActBehind(long bytes, std::function<void()> act) {
+  act_ = std::move(act);
+  left_ = bytes;
+}
 
 void Proxy::Mend() {
   left_ = -1;
   is_cut_ = false;
+  const std::lock_guard lock(mutex_);
+  is_swallowing_ = false;
+  SwallowNothing(listener_);
+  for (const int client : clients_) SwallowNothing(client);
 }
 
 void Proxy::Accept() {
@@ -83,24 +99,41 @@ void Proxy::Accept() {
 }
 
 void Proxy::Pass(int client) {
+  {
+    const std::lock_guard lock(mutex_);
+    clients_.insert(client);
+    if (is_swallowing_) SwallowAll(client);
+  }
   const int server = socket(AF_INET, SOCK_STREAM, 0);
   const sockaddr_in address = Address(port_);
-  bool goes_on =
-      !is_cut_ && connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+  if (!is_cut_ && connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0)
+    PassBetween(client, server);
+  close(server);
+  const std::lock_guard lock(mutex_);
+  clients_.erase(client);
+  close(client);
+}
+
+void Proxy::PassBetween(int client, int server) {
   std::array<char, 4096> bytes;
-  while (goes_on && !is_ending_ && !is_cut_) {
+  while (!is_ending_ && !is_cut_) {
     std::array<pollfd, 2> both{{{client, POLLIN, 0}, {server, POLLIN, 0}}};
     if (poll(both.data(), both.size(), 5) <= 0) continue;
+    if (is_swallowing_) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+      continue;
+    }
     for (const bool from_server : {false, true}) {
       if (both[from_server ? 1 : 0].revents == 0) continue;
       const ssize_t count = recv(from_server ? server : client, bytes.data(), bytes.size(), 0);
-      if (from_server && count > 0 && left_ >= 0 && (left_ -= count) < 0) is_cut_ = true;
-      goes_on = goes_on && count > 0 && !is_cut_ &&
-                SendAll(from_server ? client : server, bytes.data(), static_cast<std::size_t>(count));
+      if (count <= 0) return;
+      if (from_server && left_ >= 0 && (left_ -= count) < 0) act_();
+      if (is_cut_) return;
+      // What was on its way is lost.
+      if (is_swallowing_) break;
+      if (!SendAll(from_server ? client : server, bytes.data(), static_cast<std::size_t>(count))) return;
     }
   }
-  close(server);
-  close(client);
 }
 
 }  // namespace dossierkit::tests

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
+#include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -21,21 +24,32 @@ class Proxy {
 
   // Ends all connections, and each new one at once.
   void Cut();
-  // The same as soon as so many bytes more have come from the server.
-  void CutBehind(long bytes);
+  // From now on nothing arrives here and nothing comes back, no sign that it arrived either, as where a
+  // switch is dead.
+  void Swallow();
+  // Acts as soon as so many bytes more have come from the server, before they are passed on.
+  void ActBehind(long bytes, std::function<void()> act);
+  void CutBehind(long bytes) {
+    ActBehind(bytes, [this] { Cut(); });
+  }
   bool IsCut() const { return is_cut_; }
   void Mend();
 
  private:
   void Accept();
   void Pass(int client);
+  void PassBetween(int client, int server);
 
   std::string string_;
   int port_ = 0;
   int listener_ = -1;
   std::atomic<bool> is_ending_ = false;
   std::atomic<bool> is_cut_ = false;
-  std::atomic<long> left_ = -1;  // bytes; none: -1
+  std::atomic<bool> is_swallowing_ = false;
+  std::function<void()> act_;
+  std::atomic<long> left_ = -1;  // bytes before it; none: -1
+  std::mutex mutex_;             // of the clients
+  std::set<int> clients_;
   std::vector<std::thread> passing_;
   std::thread accepting_;
 };

@@ -76,12 +76,14 @@ class ServerFaults : public testing::Test {
   }
 
   // All rows of all tables that are there.
+  static int RowsOf(const server::Store& store) {
+    int rows = 0;
+    for (const server::CopiedTable& table : server::ChecksumsOf(store)) rows += static_cast<int>(table.rows);
+    return rows;
+  }
   int RowsThere() const {
     odbc::OdbcConnection database(String(), kPatience);
-    int rows = 0;
-    for (const server::CopiedTable& table : server::ChecksumsOf(server::StoreOf(database)))
-      rows += static_cast<int>(table.rows);
-    return rows;
+    return RowsOf(server::StoreOf(database));
   }
 
   void PlayTheCopy(const std::function<void()>& fault) {
@@ -97,7 +99,6 @@ class ServerFaults : public testing::Test {
     EXPECT_NE(told.find(kLost), std::string::npos) << told;
     Mend();
     EXPECT_EQ(RowsThere(), 0) << "all or nothing";
-    MakeDatabase(engine_, kDatabase);
     EXPECT_EQ(server::CopyDatabase(server::StoreOf(sample), server::StoreOf(*host)).size(), 39U);
   }
 
@@ -160,6 +161,30 @@ TEST_F(ServerFaults, TheCommandsTellACutNetworkInOneLineWithoutThePassword) {
     Mend();
     EXPECT_EQ(RunProgram(folder_, command + " --connection " + string).code, 0);
   }
+}
+
+// The second run, which meets what the first one left, is stopped as well.
+TEST_F(ServerFaults, CreateServerTellsAServerThatIsKilledOrStoppedAndTheNextRunMakesTheDatabase) {
+  const std::string password = String().substr(String().find("Pwd=") + 4);
+  const std::string create = "create-server --connection '" + proxy_->String() + "'";
+  const int stop = engine_ == "postgresql" ? SIGINT : SIGTERM;  // PostgreSQL calls SIGINT the fast way
+  for (const auto& [signal, bytes] : {std::pair(SIGKILL, 60000L), std::pair(stop, 3000L)}) {
+    SCOPED_TRACE(signal);
+    proxy_->ActBehind(bytes, [&, signal = signal] { KillServer(ServerString(engine_), signal); });
+    const Outcome made = RunProgram(folder_, create);
+    EXPECT_EQ(made.code, 1);
+    EXPECT_EQ(made.out, "");
+    EXPECT_TRUE(made.error.starts_with("dossier: ")) << made.error;
+    EXPECT_NE(made.error.find(kLost), std::string::npos) << made.error;
+    EXPECT_EQ(made.error.find('\n'), made.error.size() - 1) << made.error;
+    EXPECT_EQ(made.error.find(password), std::string::npos);
+    Mend();
+    EXPECT_EQ(RowsThere(), 0);
+  }
+  const Outcome again = RunProgram(folder_, create);
+  EXPECT_EQ(again.code, 0) << again.error;
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  EXPECT_EQ(RowsThere(), RowsOf(server::StoreOf(sample)));
 }
 
 TEST_F(ServerFaults, ALockIsToldAndSavingAgainWorks) {

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -175,6 +176,67 @@ TEST_F(Copying, AFailureAtAnyStatementLeavesNothing) {
     }
     ExpectNothingMade();
   }
+}
+
+// From some statement on nothing reaches the target any more.
+TEST_F(Copying, WhatIsLeftWhereAServerGoesAwayIsClearedAwayByTheNextCopy) {
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  const auto begin = FiguresOf(server::ChecksumsOf(StoreOf(sample)));
+  for (const std::string last : {"insert into", "create trigger tr_a01_number"}) {
+    SCOPED_TRACE(last);
+    MakeDatabase(engine_, "copied");
+    {
+      const auto server = OpenServer(engine_, "copied");
+      server::Store to = StoreOf(*server);
+      bool has_gone = false;
+      to.run_native = [&](const std::string& text) {
+        if (has_gone) throw environment::Failure(environment::kEngineFailure, "与数据库服务器的连接已断开。");
+        has_gone = environment::LowerCase(text).starts_with(last);
+        return server->RunNative(text);
+      };
+      EXPECT_THROW(server::CopyDatabase(StoreOf(sample), to), environment::Failure);
+      EXPECT_TRUE(has_gone);
+    }
+    const auto server = OpenServer(engine_, "copied");
+    EXPECT_EQ(server::SchemaOf(StoreOf(*server)).tables.empty(), engine_ == "postgresql");
+    EXPECT_EQ(FiguresOf(server::CopyDatabase(StoreOf(sample), StoreOf(*server))), begin);
+    EXPECT_EQ(FiguresOf(server::ChecksumsOf(StoreOf(*server))), begin);
+    EXPECT_THROW(server::CopyDatabase(StoreOf(sample), StoreOf(*server)), environment::Failure);
+    EXPECT_EQ(server::SchemaOf(StoreOf(*server)).tables.size(), 40U) << "what was completed stays";
+  }
+}
+
+// A table of somebody else, who took what was left for his.
+TEST_F(Copying, NoTableOfAnotherIsClearedAway) {
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  const auto server = OpenServer(engine_, "copied");
+  if (engine_ != "postgresql")
+    server->RunNative("create table dossierkit_unfinished (n integer primary key)");
+  server->RunNative("create table of_another (a integer)");
+  EXPECT_EQ(Copy(SampleDatabaseFile(), string_).error,
+            "dossier: 数据库中已有表 of_another，没有做任何改动：请指定一个空的数据库。\n");
+  EXPECT_EQ(environment::TextOf(server->RunNative("select count(*) from of_another").ValueAt(0, 0)), "0");
+}
+
+TEST_F(Copying, OfTwoIntoOneDatabaseTheSecondIsToldAndTheFirstIsCompleted) {
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  sqlite::SqliteConnection same(SampleDatabaseFile());
+  const auto one = OpenServer(engine_, "copied");
+  odbc::OdbcConnection other(string_, std::chrono::milliseconds(200));
+  std::string told;
+  const auto copied =
+      server::CopyDatabase(StoreOf(sample), StoreOf(*one), [&](std::int64_t done, std::int64_t) {
+        if (done == 0 || !told.empty()) return;
+        try {
+          server::CopyDatabase(StoreOf(same), StoreOf(other));
+          told = "copied";
+        } catch (const environment::Failure& failure) {
+          told = failure.description();
+        }
+      });
+  EXPECT_EQ(told, "数据库正被占用，请稍后再试。");
+  EXPECT_EQ(FiguresOf(copied), FiguresOf(server::ChecksumsOf(StoreOf(*one))));
+  EXPECT_EQ(copied.size(), 39U);
 }
 
 TEST_F(Copying, ARowThatTheTargetCannotHoldIsNamed) {

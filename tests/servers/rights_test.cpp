@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 
 #include "adapters/sqlite/sqlite_connection.h"
@@ -51,8 +53,50 @@ class Rights : public testing::Test {
     return clerk + "Uid=zhang;Pwd=a clerk's";
   }
 
+  // What a role may do with each table and view of a database, in small letters and their order.
+  std::map<std::string, std::string> RightsOf(const std::string& role, const std::string& database) const {
+    const auto rows = OpenServer(engine_, database)
+                          ->RunNative(engine_ == "postgresql"
+                                          ? "select relname, string_agg(privilege_type, ',') from pg_class, "
+                                            "aclexplode(relacl) where grantee = cast('" +
+                                                role + "' as regrole) group by relname"
+                                          : "select table_name, table_priv from mysql.tables_priv where "
+                                            "user = '" +
+                                                role + "' and db = '" + database + "'");
+    std::map<std::string, std::string> rights;
+    for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+      auto each = environment::Split(environment::LowerCase(environment::TextOf(rows.ValueAt(row, 1))), ",");
+      std::sort(each.begin(), each.end());
+      std::string& told = rights[environment::TextOf(rows.ValueAt(row, 0))];
+      for (const std::string& right : each) told += (told.empty() ? "" : " ") + right;
+    }
+    return rights;
+  }
+
   const std::string engine_ = ServerOfThisRun();
 };
+
+TEST_F(Rights, OnEachTableAreThoseThatADossierNeeds) {
+  std::map<std::string, std::string> wanted;
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  for (const server::CopiedTable& table : server::ChecksumsOf(server::StoreOf(sample)))
+    wanted[environment::LowerCase(table.name)] = "select";
+  ASSERT_EQ(wanted.size(), 39U);
+  for (const char* written : {"a01", "a02", "a03", "a04", "a05", "a06", "a08", "a09", "a10", "a11", "a12",
+                              "a13", "a14", "a15", "a21", "b01", "s_guid"})
+    wanted[written] = "delete insert select update";
+  ASSERT_EQ(wanted.size(), 40U);
+  std::map<std::string, std::string> base = wanted;
+  base["dossierkit_open"] = "delete insert select update";
+  if (engine_ == "postgresql") {
+    EXPECT_EQ(RightsOf("dossierkit_clerk", kDatabase), base);
+    EXPECT_EQ(RightsOf("dossierkit_visit", kDatabase), base);
+    return;
+  }
+  base["dossierkit_visit"] = "delete insert select";
+  EXPECT_EQ(RightsOf("dossierkit_clerk", kDatabase), base);
+  EXPECT_EQ(RightsOf("dossierkit_clerk", "rights_visit"), wanted);
+}
 
 TEST_F(Rights, AClerkWorksDossiers) {
   odbc::OdbcConnection clerk(Clerk(), kPatience);

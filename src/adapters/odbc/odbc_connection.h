@@ -16,7 +16,8 @@ namespace dossierkit::odbc {
 
 // One session on a server, used from one thread. Outside a transaction every statement is one of its own and
 // is stored when Run returns. Where the server had gone, the next statement outside a transaction connects
-// anew.
+// anew. One whose machine gives no sign for four times as long as `busy_timeout` has gone as well; one that
+// is slow has not.
 class DOSSIERKIT_EXPORT OdbcConnection : public ado::Connection {
  public:
   // Connects by a connection string of ODBC (UTF-8), as in "Driver=PostgreSQL Unicode;Server=..;Database=..;

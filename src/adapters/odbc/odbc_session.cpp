@@ -8,12 +8,22 @@
 #include <utility>
 
 #include "adapters/odbc/connection_string.h"
+#include "adapters/odbc/sockets.h"
 #include "platform/environment/text.h"
 
 namespace dossierkit::odbc {
 namespace {
 
 using environment::Failure;
+
+// How many times as long as a lock is waited for a network may be silent.
+constexpr int kSilence = 4;
+
+// Rounded up, since ODBC knows no shorter times.
+unsigned SecondsOf(std::chrono::milliseconds time) {
+  return static_cast<unsigned>(
+      std::max<std::int64_t>(1, std::chrono::ceil<std::chrono::seconds>(time).count()));
+}
 
 // The detail that the words of a failure hold; nothing where they are others.
 std::optional<std::string> DetailOf(std::string_view words, const Meaning& meaning) {
@@ -67,31 +77,35 @@ void Session::Connect(std::size_t first, std::chrono::milliseconds patience) {
 
 void Session::ConnectToServer() {
   std::string& string = servers_[server_];
-  const auto seconds = static_cast<unsigned>(
-      std::max<std::int64_t>(1, std::chrono::ceil<std::chrono::seconds>(busy_timeout_).count()));
-  const auto connect = [&] {
-    try {
-      link_.reset();
-      link_ = std::make_unique<Link>(string, seconds, engine_ != nullptr && engine_->speaks_utf8);
-    } catch (const DriverFailure& failure) {
-      throw ConnectFailure(failure.diagnosis, string);
-    }
-  };
-  connect();
+  const std::string seconds = std::to_string(SecondsOf(busy_timeout_));
+  // One that says nothing is found out by a connection that is not read from for longer: not every driver
+  // heeds the time that ODBC has for that. Later on a statement may take as long as it takes.
+  LinkTo(WithAttributes(string, "CONN_TIMEOUT=" + seconds + ";READ_TIMEOUT=" + seconds));
   if (engine_ == nullptr) {
     engine_ = &EngineNamed(Told({}, [&] { return link_->Info(SQL_DBMS_NAME); }));
     // Only now it is known what the engine needs.
-    const std::string known = string;
     for (std::string& one : servers_) one = WithAttributes(one, std::string(engine_->attributes));
-    if (string != known || engine_->speaks_utf8) connect();
   }
+  LinkTo(WithAttributes(string, "CONN_TIMEOUT=" + seconds));
   is_lost_ = in_transaction_ = is_undone_ = false;
   for (const std::string_view setting : engine_->session) {
     Run(environment::Replace(environment::Replace(setting, "%ms", std::to_string(busy_timeout_.count())),
-                             "%s", std::to_string(seconds)));
+                             "%s", seconds));
   }
   if (!engine_->requirement.empty() && Ask(std::string(engine_->requirement)) == engine_->refused_answer)
     throw Failure(environment::kEngineFailure, std::string(engine_->refusal));
+}
+
+void Session::LinkTo(const std::string& string) {
+  try {
+    link_.reset();
+    const Sockets before;
+    link_ =
+        std::make_unique<Link>(string, SecondsOf(busy_timeout_), engine_ != nullptr && engine_->speaks_utf8);
+    before.EndInSilence(kSilence * std::chrono::seconds(SecondsOf(busy_timeout_)));
+  } catch (const DriverFailure& failure) {
+    throw ConnectFailure(failure.diagnosis, string);
+  }
 }
 
 void Session::BeginTransaction() {

@@ -53,6 +53,7 @@ class Session {
   // Tries all servers, `first` (of any size) before the others, again and again for as long.
   void Connect(std::size_t first, std::chrono::milliseconds patience);
   void ConnectToServer();
+  void LinkTo(const std::string& string);
   environment::Failure FailureOf(const Diagnosis& diagnosis, const std::string& statement);
 
   std::vector<std::string> servers_;  // a connection string each
