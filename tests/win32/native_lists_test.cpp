@@ -307,6 +307,32 @@ TEST_F(NativeLists, ACaptionThatAFrameCutsOffStandsInItsTip) {
   });
 }
 
+// Beside the caption of a frame with a border its edge shows: of 200 pixels 174 are the caption's.
+TEST_F(NativeLists, AFrameHasAnotherTipOnlyWhereItsCaptionIsCutOff) {
+  Visit([&] {
+    const auto frame = form->Get<toolkit::Frame>("frmInner");
+    const HWND native = Native("frmInner");
+    const win32::Look look(96);
+    const auto caption = [&](int most) {
+      std::string text = "一";
+      while (look.TextWidth(look.FontOf(frame->GetFont()), windows::Wide(text + "一")) <= most) text += "一";
+      return text;
+    };
+    frame->SetAccessibleName("住址");
+    frame->SetToolTipText("说明");
+    frame->SetCaption(caption(174));
+    EXPECT_EQ(TipOf(native), L"说明");
+    frame->SetCaption(caption(174) + "一");
+    EXPECT_EQ(TipOf(native), windows::Wide(caption(174) + "一"));
+    frame->SetBorder(false);
+    EXPECT_EQ(TipOf(native), L"说明");
+    frame->SetCaption(caption(200));
+    EXPECT_EQ(TipOf(native), L"说明");
+    frame->SetCaption(caption(200) + "一");
+    EXPECT_EQ(TipOf(native), windows::Wide(caption(200) + "一"));
+  });
+}
+
 // --- screen readers --------------------------------------------------------------------------------
 
 TEST_F(NativeLists, AListSaysItsRows) {

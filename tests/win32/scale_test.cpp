@@ -143,27 +143,29 @@ TEST_F(NativeScale, AListStaysAtTheRowAndTheColumnThatItWasScrolledTo) {
   });
 }
 
+// Also where what has the keyboard is out of sight.
 TEST_F(NativeScale, AWindowStaysWhereItsPartsWereScrolledTo) {
   Visit([&] {
     SetWindowPos(Window(), nullptr, 0, 0, 360, 240, SWP_NOMOVE | SWP_NOZORDER);
+    user.Click("txtName");
     RunMessages();
     const HWND content = GetParent(Native("TbMain"));
     const HWND area = GetParent(content);
-    Ask(area, WM_VSCROLL, SB_LINEDOWN);
-    Ask(area, WM_HSCROLL, SB_LINEDOWN);
-    Ask(area, WM_HSCROLL, SB_LINEDOWN);
+    for (const UINT bar : {WM_VSCROLL, WM_HSCROLL}) Ask(area, bar, SB_TOP);
+    for (int i = 0; i < 6; ++i) Ask(area, WM_VSCROLL, SB_LINEDOWN);
+    for (int i = 0; i < 2; ++i) Ask(area, WM_HSCROLL, SB_LINEDOWN);
     const auto offset = [&] {
       POINT corner = {0, 0};
       MapWindowPoints(content, area, &corner, 1);
       return std::pair(-corner.x, -corner.y);
     };
-    ASSERT_EQ(offset(), std::pair(40L, 20L));
+    ASSERT_EQ(offset(), std::pair(40L, 120L));
     const auto before = PictureOf(Window());
     ToScreen(Window(), 144);
-    EXPECT_EQ(offset(), std::pair(60L, 30L));
+    EXPECT_EQ(offset(), std::pair(60L, 180L));
     EXPECT_EQ(ClientOf(content), (toolkit::Size{930, 600}));
     ToScreen(Window(), 96);
-    EXPECT_EQ(offset(), std::pair(40L, 20L));
+    EXPECT_EQ(offset(), std::pair(40L, 120L));
     EXPECT_EQ(Difference(PictureOf(Window()), before), "");
   });
 }
@@ -269,6 +271,105 @@ TEST_F(NativeScale, ListsAndTreesOfManyRowsStayWhereTheyWereScrolledTo) {
     EXPECT_EQ(picker->list->RowAt(150, 15), 45);
     ToScreen(window, 96);
     EXPECT_EQ(Difference(PictureOf(window), with_list), "");
+  });
+}
+
+// Windows may scroll to the beginning with another font, where Wine stays.
+class ScrollsUp : public NativeScale {
+ protected:
+  static LRESULT CALLBACK Receive(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
+    const LRESULT result = CallWindowProcW(Before(), window, id, wide, low);
+    if (id == WM_SETFONT) {
+      SendMessageW(window, EM_LINESCROLL, 0, -1000);
+      SendMessageW(window, LB_SETTOPINDEX, 0, 0);
+      if (const HTREEITEM root = TreeView_GetRoot(window))
+        SendMessageW(window, TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(root));
+    }
+    return result;
+  }
+};
+
+TEST_F(ScrollsUp, ATextStaysAtTheCharacterWhereItsFirstLineBegan) {
+  Visit([&] {
+    std::string note;
+    for (int i = 0; i < 600; ++i) note += "一";
+    form->Get<toolkit::TextBox>("txtNote")->SetText(note);
+    const HWND notes = Native("txtNote");
+    Ask(notes, EM_LINESCROLL, 0, 12);
+    const LRESULT first = Ask(notes, EM_LINEINDEX, 12);
+    AnswerBefore(notes, Receive);
+    for (const int dpi : {144, 192, 96}) {
+      ToScreen(Window(), dpi);
+      const LRESULT line = Ask(notes, EM_GETFIRSTVISIBLELINE);
+      EXPECT_LE(Ask(notes, EM_LINEINDEX, static_cast<WPARAM>(line)), first) << dpi;
+      EXPECT_GT(Ask(notes, EM_LINEINDEX, static_cast<WPARAM>(line) + 1), first) << dpi;
+    }
+  });
+}
+
+TEST_F(ScrollsUp, ListsAndTreesStayAtTheirFirstRow) {
+  Pick([&] {
+    for (int i = 0; i < 100; ++i) picker->tree->Nodes().Add("G" + std::to_string(i), "节点");
+    RunMessages();
+    const HWND window = Native("frmPicker");
+    const HWND tree = Native("tree");
+    auto item = TreeView_GetRoot(tree);
+    for (int i = 0; i < 20; ++i) item = TreeView_GetNextVisible(tree, item);
+    Ask(tree, TVM_SELECTITEM, TVGN_FIRSTVISIBLE, item);
+    AnswerBefore(tree, Receive);
+    ToScreen(window, 144);
+    EXPECT_EQ(TreeView_GetFirstVisible(tree), item);
+    picker->strip->SetTab(1);
+    picker->FillList(100);
+    RunMessages();
+    const HWND list = Native("list");
+    Ask(list, LB_SETTOPINDEX, 45);
+    AnswerBefore(list, Receive);
+    ToScreen(window, 96);
+    EXPECT_EQ(Ask(list, LB_GETTOPINDEX), 45);
+  });
+}
+
+// Windows keeps the width of a tab until its text is set.
+class KeepsWidths : public NativeScale {
+ protected:
+  static LRESULT CALLBACK Receive(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
+    if (id == TCM_SETPADDING) Pending() = static_cast<int>(LOWORD(low));
+    if (id == TCM_SETITEMW) Padding() = Pending();
+    return CallWindowProcW(Before(), window, id, wide, low);
+  }
+  static int& Pending() {
+    static int pending = 0;
+    return pending;
+  }
+  static int& Padding() {
+    static int padding = 0;
+    return padding;
+  }
+};
+
+TEST_F(KeepsWidths, ATabHasTheRoomOfTheNewScreen) {
+  Pick([&] {
+    AnswerBefore(Part("Tab1", WC_TABCONTROLW), Receive);
+    ToScreen(Native("frmPicker"), 144);
+    EXPECT_EQ(Padding(), 18);
+    ToScreen(Native("frmPicker"), 96);
+    EXPECT_EQ(Padding(), 12);
+  });
+}
+
+TEST_F(NativeScale, AnEdgeGrowsAlsoAroundABoxThatDoesNot) {
+  Pick([&] {
+    picker->strip->SetTab(1);
+    picker->list->SetContainer(*picker);
+    picker->list->Move({0, 0, 300, 300});
+    RunMessages();
+    ToScreen(Native("frmPicker"), 119);
+    EXPECT_EQ(PlaceOf("list"), (toolkit::Rect{0, 0, 25, 25}));
+    EXPECT_EQ(ClientOf(Native("list")), (toolkit::Size{21, 21}));
+    ToScreen(Native("frmPicker"), 120);
+    EXPECT_EQ(PlaceOf("list"), (toolkit::Rect{0, 0, 25, 25}));
+    EXPECT_EQ(ClientOf(Native("list")), (toolkit::Size{19, 19}));
   });
 }
 
