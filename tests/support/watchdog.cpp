@@ -1,6 +1,9 @@
 #include "tests/support/watchdog.h"
 
 #include <gtest/gtest.h>
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 #include <cstdlib>
 #include <cstring>
@@ -34,6 +37,10 @@ class Watch : public testing::EmptyTestEventListener {
 }  // namespace
 
 int RunTests(int argc, char** argv) {
+#ifndef _WIN32
+  // Files have the rights that the tests expect, whatever the caller's are given.
+  umask(022);
+#endif
   testing::InitGoogleTest(&argc, argv);
   testing::UnitTest::GetInstance()->listeners().Append(new Watch);
   return RUN_ALL_TESTS();
