@@ -138,6 +138,29 @@ TEST_F(Clerks, ANumberThatIsFreeStaysAsItIs) {
   EXPECT_EQ(One(*database, "select A0199 from A01 where A00='R'"), "501");
 }
 
+// A transaction that began before the other's was stored, and on MariaDB sees its rows no more.
+TEST_F(Clerks, ANumberThatWasTakenSinceATransactionBeganIsSeen) {
+  const auto one = Open();
+  if (engine_ != "postgresql") one->RunNative("set session transaction isolation level repeatable read");
+  one->BeginTrans();
+  EXPECT_EQ(One(*one, "select max(A0199) from A01"), "12");
+  Open()->Run("insert into A01(A00,A0199) values('P',13)");
+  one->Run("insert into A01(A00,A0199) values('Q',13)");
+  one->CommitTrans();
+  EXPECT_EQ(One(*one, "select A0199 from A01 where A00='Q'"), "14");
+}
+
+// Who has none does not wait for those who have.
+TEST_F(Clerks, APersonWithoutANumberWaitsForNobody) {
+  const auto one = Open();
+  odbc::OdbcConnection other(ServerString(engine_, kDatabase), kPatience);
+  one->BeginTrans();
+  one->Run("insert into A01(A00,A0199) values('P',13)");
+  other.Run("insert into A01(A00) values('Q')");
+  EXPECT_EQ(One(other, "select count(*) from A01"), "13") << "the first one is not stored yet";
+  one->CommitTrans();
+}
+
 TEST_F(Clerks, NoNumberGoesBeyondTheLargest) {
   Open()->Run("insert into A01(A00,A0199) values('P',32760)");
   ASSERT_EQ(RunInProcesses(kClerks,
@@ -207,6 +230,17 @@ TEST_F(Clerks, AMarkEndsWithItsLease) {
   EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(-1)), std::nullopt);
   EXPECT_EQ(server::MarkOpen(*one, "P", "李", seconds(60)), std::nullopt);
   EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(60)), "李");
+}
+
+TEST_F(Clerks, WhoIsToldOfAnotherDoesNotProlongHisLease) {
+  using std::chrono::seconds;
+  const auto one = Open();
+  EXPECT_EQ(server::MarkOpen(*one, "P", "张", seconds(600)), std::nullopt);
+  EXPECT_EQ(server::MarkOpen(*one, "P", "李", seconds(36000)), "张");
+  const std::string ends =
+      engine_ == "postgresql" ? "clock_timestamp() + interval '600 seconds'" : "now(6) + interval 600 second";
+  const auto rows = one->RunNative("select count(*) from dossierkit_open where lease_end <= " + ends);
+  EXPECT_EQ(environment::TextOf(rows.ValueAt(0, 0)), "1");
 }
 
 TEST_F(Clerks, MarkingAPersonAgainBeginsTheLeaseAnew) {
