@@ -6,7 +6,6 @@
 #include <future>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "tests/faults/proxy.h"
@@ -50,8 +49,7 @@ class Silence : public testing::Test {
     EXPECT_TRUE(WaitUntil([&] { return Told(connect).empty(); }));
     return host;
   }
-  static Ended Timed(const std::function<void()>& act) {
-    const auto begin = Clock::now();
+  static Ended Timed(const std::function<void()>& act, Clock::time_point begin = Clock::now()) {
     const std::string told = Told(act);
     return {told, std::chrono::duration<double>(Clock::now() - begin).count()};
   }
@@ -64,21 +62,18 @@ TEST_F(Silence, IsToldAfterFourTimesTheWaitForALockAndASlowStatementGoesOn) {
   // The statement was heard, and its answer is swallowed.
   auto waiting = std::async(std::launch::async, [&] {
     Proxy proxy(String());
+    const auto begin = Clock::now();  // before the server is heard for the last time
     const auto host = Connect(proxy);
-    std::thread swallowing([&] {
-      std::this_thread::sleep_for(std::chrono::milliseconds(200));
-      proxy.Swallow();
-    });
-    Ended ended = Timed([&] { host->RunNative(Sleep("1")); });
-    swallowing.join();
-    return ended;
+    proxy.ActBehind(0, [&] { proxy.Swallow(); });
+    return Timed([&] { host->RunNative(Sleep("1")); }, begin);
   });
   // The statement itself is swallowed; afterwards the network comes back.
   auto sending = std::async(std::launch::async, [&] {
     Proxy proxy(String());
+    const auto begin = Clock::now();
     const auto host = Connect(proxy);
     proxy.Swallow();
-    Ended ended = Timed([&] { host->Run("insert into t(n) values('1')"); });
+    Ended ended = Timed([&] { host->Run("insert into t(n) values('1')"); }, begin);
     proxy.Mend();
     EXPECT_TRUE(WaitUntil([&] { return Told([&] { host->Run("select n from t"); }).empty(); }));
     host->Run("insert into t(n) values('2')");
