@@ -161,6 +161,18 @@ TEST_F(Clerks, APersonWithoutANumberWaitsForNobody) {
   one->CommitTrans();
 }
 
+// Persons are the same without regard to case.
+TEST_F(Clerks, TheRecordsOfAPersonGoWithHisLastRow) {
+  const auto one = Open();
+  one->Run("insert into A01(A00,A0199) values('P',13)");
+  one->Run("insert into A01(A00,A0199) values('p',14)");
+  one->Run("insert into A03(A00,A0399) values('P','1')");
+  one->Run("delete from A01 where A0199=13");
+  EXPECT_EQ(One(*one, "select count(*) from A03 where A00='P'"), "1");
+  one->Run("delete from A01 where A0199=14");
+  EXPECT_EQ(One(*one, "select count(*) from A03 where A00='P'"), "0");
+}
+
 TEST_F(Clerks, NoNumberGoesBeyondTheLargest) {
   Open()->Run("insert into A01(A00,A0199) values('P',32760)");
   ASSERT_EQ(RunInProcesses(kClerks,

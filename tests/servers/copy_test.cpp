@@ -237,6 +237,13 @@ TEST_F(Copying, OfTwoIntoOneDatabaseTheSecondIsToldAndTheFirstIsCompleted) {
   EXPECT_EQ(told, "数据库正被占用，请稍后再试。");
   EXPECT_EQ(FiguresOf(copied), FiguresOf(server::ChecksumsOf(StoreOf(*one))));
   EXPECT_EQ(copied.size(), 39U);
+  EXPECT_EQ(server::SchemaOf(StoreOf(*one)).tables.size(), 40U) << "and S_GUID";
+  try {
+    server::CopyDatabase(StoreOf(same), StoreOf(other));
+    FAIL();
+  } catch (const environment::Failure& failure) {
+    EXPECT_TRUE(failure.description().starts_with("数据库中已有表 ")) << failure.description();
+  }
 }
 
 TEST_F(Copying, ARowThatTheTargetCannotHoldIsNamed) {

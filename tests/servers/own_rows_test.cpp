@@ -46,6 +46,7 @@ TEST_F(RowsOfAVisit, WhatWasLeftBehindByAnotherVisitIsNotShownAndNothingIsLeft) 
     const auto visit = database_.visit("P");
     EXPECT_EQ(One("select count(*) from A02"), "3");
   }
+  Draw();  // of no visit
   EXPECT_EQ(
       environment::TextOf(
           server
@@ -54,6 +55,14 @@ TEST_F(RowsOfAVisit, WhatWasLeftBehindByAnotherVisitIsNotShownAndNothingIsLeft) 
                              : "select count(*) from dossierkit_visit where connection = connection_id()")
               .ValueAt(0, 0)),
       "0");
+}
+
+TEST_F(RowsOfAVisit, TwoVisitsAtOnceSeeTheirOwn) {
+  Run("delete from A02 where A00='Q'  and A0299 = 3");
+  const auto visit = database_.visit("P");
+  const server::OwnRows anothers(dynamic_cast<odbc::OdbcConnection&>(*database_.another), "Q");
+  EXPECT_EQ(One("select count(*) from A02"), "3");
+  EXPECT_EQ(One(*database_.another, "select count(*) from A02"), "2");
 }
 
 TEST(UnpreparedServers, AreToldAndStayAsTheyAre) {
