@@ -67,27 +67,8 @@ class NativeTest : public ViewTest {
   }
   // What shows where the mouse rests on a window; empty where nothing does.
   static std::wstring TipOf(HWND window) {
-    struct Search {
-      HWND window;
-      std::wstring found;
-    } search{window, {}};
-    const auto look = [](HWND tips, LPARAM low) -> BOOL {
-      wchar_t name[64] = {};
-      GetClassNameW(tips, static_cast<wchar_t*>(name), 63);
-      if (lstrcmpW(static_cast<wchar_t*>(name), TOOLTIPS_CLASSW) != 0) return TRUE;
-      auto& sought = *reinterpret_cast<Search*>(low);
-      wchar_t text[200] = {};
-      TTTOOLINFOW tool = {};
-      tool.cbSize = TTTOOLINFOW_V2_SIZE;
-      tool.uFlags = TTF_IDISHWND;
-      tool.hwnd = GetWindow(tips, GW_OWNER);
-      tool.uId = reinterpret_cast<UINT_PTR>(sought.window);
-      tool.lpszText = static_cast<wchar_t*>(text);
-      SendMessageW(tips, TTM_GETTEXTW, 200, reinterpret_cast<LPARAM>(&tool));
-      sought.found += static_cast<wchar_t*>(text);
-      return TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+    TipSearch search{window, {}};
+    EnumThreadWindows(GetCurrentThreadId(), FindTip, reinterpret_cast<LPARAM>(&search));
     return search.found;
   }
   // From now on the window answers first as `procedure` does, which hands on to Before().
@@ -104,6 +85,28 @@ class NativeTest : public ViewTest {
     PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
     PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
     tests::RunMessages();
+  }
+
+ private:
+  struct TipSearch {
+    HWND window;
+    std::wstring found;
+  };
+  static BOOL CALLBACK FindTip(HWND tips, LPARAM low) {
+    wchar_t name[64] = {};
+    GetClassNameW(tips, static_cast<wchar_t*>(name), 63);
+    if (lstrcmpW(static_cast<wchar_t*>(name), TOOLTIPS_CLASSW) != 0) return TRUE;
+    auto& sought = *reinterpret_cast<TipSearch*>(low);
+    wchar_t text[200] = {};
+    TTTOOLINFOW tool = {};
+    tool.cbSize = TTTOOLINFOW_V2_SIZE;
+    tool.uFlags = TTF_IDISHWND;
+    tool.hwnd = GetWindow(tips, GW_OWNER);
+    tool.uId = reinterpret_cast<UINT_PTR>(sought.window);
+    tool.lpszText = static_cast<wchar_t*>(text);
+    SendMessageW(tips, TTM_GETTEXTW, 200, reinterpret_cast<LPARAM>(&tool));
+    sought.found += static_cast<wchar_t*>(text);
+    return TRUE;
   }
 };
 
