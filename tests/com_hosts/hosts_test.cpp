@@ -272,6 +272,9 @@ class ThrowingWindow {
 
 // Windows may keep what they throw, as Wine does, or hand it on to the loop that runs: the visit's.
 TEST_F(ShippedLibrary, AHostWhoseTimersAndWindowsThrowInAVisitHasThemBackBehindIt) {
+#ifndef _WIN64
+  GTEST_SKIP() << "On 32 bits no exception of GCC's passes a frame of Windows: the host itself ends there.";
+#endif
   InOwnApartment([&] {
     const ThrowingWindow window;
     const auto object = Make();
