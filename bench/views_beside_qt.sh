@@ -7,17 +7,14 @@
 #   bench/views_beside_qt.sh [--check]
 set -euo pipefail
 root=$(cd "$(dirname "$(readlink -f "$0")")/.." && pwd)
+# Programs, display and Wine's server on one processor, the last one: on two, one would fall asleep whenever it waits
+# for the other, and take longer to wake up than the other for its answer.
+processor=$(taskset -cp $$ | grep -o '[0-9]*$')
 [ -n "${BESIDE_QT_DISPLAY:-}" ] ||
-  BESIDE_QT_DISPLAY=1 exec "$root/tests/outside/on_a_display.sh" "$0" "$@"
+  BESIDE_QT_DISPLAY=1 exec taskset -c "$processor" "$root/tests/outside/on_a_display.sh" "$0" "$@"
 
 figures=$(mktemp)
-# A processor that fell asleep would take longer to wake up than Wine's server for its answer.
-awake=()
-for _ in $(seq "$(nproc)"); do
-  chrt --idle 0 sh -c 'while :; do :; done' &
-  awake+=($!)
-done
-trap 'kill "${awake[@]}"; rm -f "$figures"' EXIT
+trap 'rm -f "$figures"' EXIT
 for turn in 1 2 3 4 5; do
   QT_QPA_PLATFORM=xcb "$root/build/release/bin/views_bench" | sed "s/^/qt $turn /" >>"$figures"
   "$root/scripts/wine.sh" "$root/build/windows-x64/bin/views_bench.exe" | tr -d '\r' | sed "s/^/wine $turn /" >>"$figures"

@@ -11,4 +11,7 @@ fi
 coproc display { exec Xvfb -displayfd 1 -noreset -screen 0 1280x1024x24 2>/dev/null; }
 trap 'kill "${display_PID:-}" 2>/dev/null || true' EXIT
 read -r -t 60 number <&"${display[0]}" || { echo "on_a_display: Xvfb does not start" >&2; exit 1; }
-DISPLAY=":$number" dbus-run-session -- "$@"
+# Any desktop has resources. Where a display has none, Xlib looks for files of them whenever it is asked for one, and
+# Wine asks at each font that it selects.
+resources=$(dirname "$(readlink -f "$0")")/x_resources
+DISPLAY=":$number" XENVIRONMENT="$resources" dbus-run-session -- "$@"

@@ -24,14 +24,18 @@ class Held {
     for (const int key : {VK_SHIFT, VK_LSHIFT}) hold(key, shift & toolkit::kShift);
     for (const int key : {VK_CONTROL, VK_LCONTROL}) hold(key, shift & toolkit::kCtrl);
     for (const int key : {VK_MENU, VK_LMENU}) hold(key, shift & toolkit::kAlt);
-    SetKeyboardState(keys.data());
+    changed_ = keys != before_;
+    if (changed_) SetKeyboardState(keys.data());
   }
-  ~Held() { SetKeyboardState(before_.data()); }
+  ~Held() {
+    if (changed_) SetKeyboardState(before_.data());
+  }
   Held(const Held&) = delete;
   Held& operator=(const Held&) = delete;
 
  private:
   std::array<BYTE, 256> before_ = {};
+  bool changed_ = false;
 };
 
 struct Presses {

@@ -244,6 +244,40 @@ TEST_F(NativeLists, AMenuItemThatIsMarkedFromOutsideIsMarkedAndNotClicked) {
   });
 }
 
+// What is left to be painted after a change is all that looks otherwise.
+TEST_F(NativeLists, AMenuPaintsEachRowThatChanged) {
+  Visit([&] {
+    const auto menu = form->Get<toolkit::VerticalMenu>("VMenu1");
+    const HWND list = Part("VMenu1", L"LISTBOX");
+    const auto looks = [&] {
+      std::vector<COLORREF> colors;
+      for (int y = 2; y < 4 * 38; y += 3) {
+        for (int x = 2; x < 100; x += 3) colors.push_back(ColorAt(list, x, y));
+      }
+      return colors;
+    };
+    std::vector<COLORREF> before = looks();
+    const auto changed_wholly = [&](const std::string& what) {
+      const std::vector<COLORREF> now = looks();
+      EXPECT_NE(now, before) << what;
+      InvalidateRect(list, nullptr, TRUE);
+      EXPECT_EQ(looks(), now) << what;
+      before = now;
+    };
+    user.ClickMenu(3);
+    changed_wholly("a click");
+    user.Press(toolkit::kKeyUp);
+    changed_wholly("a mark that moved");
+    user.Press(toolkit::kKeyTab);
+    changed_wholly("the keyboard went");
+    menu->set_menuitemcur(1);
+    menu->set_menuitemcaption("甲乙丙丁");
+    changed_wholly("a caption");
+    menu->SetEnabled(false);
+    changed_wholly("disabled");
+  });
+}
+
 TEST_F(NativeLists, AMenuHasTheCaptionsOfItsItems) {
   Visit([&] {
     const auto menu = form->Get<toolkit::VerticalMenu>("VMenu1");
@@ -289,6 +323,45 @@ TEST_F(NativeLists, AToolbarButtonThatLostTheMouseIsNotClicked) {
     PostMessageW(add, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
     tests::RunMessages();
     EXPECT_EQ(TakeLog(), Log{});
+  });
+}
+
+// --- labels ----------------------------------------------------------------------------------------
+
+// A touch pad turns the wheel by small parts.
+TEST_F(NativeLists, AHelpTextScrollsByTheWheelAlsoInParts) {
+  Visit([&] {
+    const auto label = form->Get<toolkit::Label>("labName");
+    label->SetWordWrap(true);
+    label->SetOpaque(true);
+    label->Move({120, 4300, 3000, 900});
+    std::string lines;
+    for (int i = 0; i < 30; ++i) lines += "一二三\n";
+    label->SetCaption(lines);
+    const HWND native = Native("labName");
+    const auto turn = [&](int by) {
+      Ask(native, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(by)));
+      return GetScrollPos(native, SB_VERT);
+    };
+    EXPECT_EQ(turn(-120), 3);
+    EXPECT_EQ(turn(-20), 3);
+    EXPECT_EQ(turn(-20), 4);
+    EXPECT_EQ(turn(20), 4);
+    EXPECT_EQ(turn(60), 2);
+    EXPECT_EQ(turn(120), 0);
+  });
+}
+
+// As long as there can be: a text that is cut off is read there.
+TEST_F(NativeLists, ATipStaysForHalfAMinute) {
+  Visit([&] {
+    std::vector<LRESULT> times;
+    const HWND window = GetAncestor(Native("labName"), GA_ROOT);
+    HWND tip = nullptr;
+    while ((tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr)) != nullptr) {
+      if (GetWindow(tip, GW_OWNER) == window) times.push_back(Ask(tip, TTM_GETDELAYTIME, TTDT_AUTOPOP));
+    }
+    EXPECT_EQ(times, std::vector<LRESULT>{32'767});
   });
 }
 

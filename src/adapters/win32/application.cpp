@@ -15,8 +15,8 @@ constexpr UINT kSweep = WM_USER + 1;
 
 }  // namespace
 
-// A window of ours, which knows it by its user data: the common controls' own way to come before a window,
-// with data that they look up twice for each message, makes a page take twice as long under Wine.
+// A window of ours: the common controls' own way to come before a window, with data that they look up twice
+// for each message, makes a page take twice as long under Wine.
 struct Application::Link_ {
   Application* application = nullptr;
   WNDPROC before = nullptr;
@@ -24,7 +24,10 @@ struct Application::Link_ {
   int depth = 0;  // of its messages on the stack
 };
 
+Application* Application::first_ = nullptr;
+
 Application::Application() {
+  first_ = this;
   queue_ = CreateWindowExW(0, kQueueClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, OwnModule(), nullptr);
   SetWindowLongPtrW(queue_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   SetWindowLongPtrW(queue_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(QueueProcedure));
@@ -38,6 +41,9 @@ Application::~Application() {
     links_.erase(window);
   }
   DestroyWindow(queue_);
+  Application** place = &first_;
+  while (*place != this) place = &(*place)->next_;
+  *place = next_;
 }
 
 // --- windows and views ---------------------------------------------------------------------------
@@ -49,9 +55,10 @@ void Application::Link(HWND window, NativeView& view) {
   link->view = &view;
   if (linked) return;
   link->application = this;
-  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(link.get()));
-  link->before = reinterpret_cast<WNDPROC>(
-      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+  const auto ours = reinterpret_cast<LONG_PTR>(Procedure);
+  const bool of_ours = GetWindowLongPtrW(window, GWLP_WNDPROC) == ours;  // by its class
+  link->before =
+      of_ours ? DefWindowProcW : reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, ours));
 }
 
 void Application::Unlink(HWND window) {
@@ -113,8 +120,9 @@ void Application::ReactivateTop() {
 // --- messages ------------------------------------------------------------------------------------
 
 LRESULT CALLBACK Application::Procedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
-  const auto* link = reinterpret_cast<const Link_*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  return link ? link->application->Receive(window, {id, wide, low}) : DefWindowProcW(window, id, wide, low);
+  const auto* link = LinkOf(window);
+  return link ? (*link)->application->Receive(window, *link, {id, wide, low})
+              : DefWindowProcW(window, id, wide, low);
 }
 
 LRESULT CALLBACK Application::QueueProcedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept {
@@ -125,21 +133,26 @@ LRESULT CALLBACK Application::QueueProcedure(HWND window, UINT id, WPARAM wide, 
 }
 
 LRESULT Application::PassOn(HWND window, const Message& message) {
-  const auto* link = reinterpret_cast<const Link_*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  return link ? CallWindowProcW(link->before, window, message.id, message.wide, message.low)
+  const auto* link = LinkOf(window);
+  return link ? CallWindowProcW((*link)->before, window, message.id, message.wide, message.low)
               : DefWindowProcW(window, message.id, message.wide, message.low);
 }
 
-LRESULT Application::Receive(HWND window, const Message& message) noexcept {
-  const auto found = links_.find(window);
-  if (found == links_.end()) return PassOn(window, message);
-  const std::shared_ptr<Link_> link = found->second;
+const std::shared_ptr<Application::Link_>* Application::LinkOf(HWND window) {
+  for (const Application* application = first_; application; application = application->next_) {
+    const auto found = application->links_.find(window);
+    if (found != application->links_.end()) return &found->second;
+  }
+  return nullptr;
+}
+
+// The link may go in the course of the message.
+LRESULT Application::Receive(HWND window, std::shared_ptr<Link_> link, const Message& message) noexcept {
   LRESULT result = 0;
   ++link->depth;
   Guard([&] { result = Pass(window, link, message); });
   --link->depth;
   if (message.id == WM_NCDESTROY) {
-    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     links_.erase(window);
     if (link->view) link->view->Lost();
   }

@@ -97,14 +97,20 @@ class Application {
 
   static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept;
   static LRESULT CALLBACK QueueProcedure(HWND window, UINT id, WPARAM wide, LPARAM low) noexcept;
-  LRESULT Receive(HWND window, const Message& message) noexcept;
+  LRESULT Receive(HWND window, std::shared_ptr<Link_> link, const Message& message) noexcept;
   LRESULT Pass(HWND window, const std::shared_ptr<Link_>& link, const Message& message);
   std::optional<LRESULT> Told(const Message& message) const;
   void RunLater();
   bool OnStack(HWND window) const;
   void Sweep();
 
-  WindowClasses classes_;
+  // What belongs to a window: looked up here, since Windows keeps user data at a cost for each window that
+  // comes and goes. Null for a window that is not linked, or not any more.
+  static const std::shared_ptr<Link_>* LinkOf(HWND window);
+
+  static Application* first_;  // of those that live, all in the one thread that has windows
+  Application* next_ = first_;
+  WindowClasses classes_{Procedure};
   std::unordered_map<HWND, std::shared_ptr<Link_>> links_;
   std::vector<HWND> doomed_;
   std::vector<WindowView*> windows_;

@@ -1,5 +1,7 @@
 #include "adapters/win32/box_frame.h"
 
+#include <algorithm>
+
 #include "adapters/win32/native_view.h"
 #include "adapters/win32/painting.h"
 
@@ -22,7 +24,10 @@ std::optional<LRESULT> BoxFrame::Receive(HWND window, const Message& message) co
       // The first rectangle, either way.
       auto& place = *reinterpret_cast<RECT*>(message.low);
       place = Inside(place);
-      return Application::PassOn(window, message);  // scroll bars
+      if (HasScrollBar(window)) return Application::PassOn(window, message);
+      place.right = std::max(place.left, place.right);
+      place.bottom = std::max(place.top, place.bottom);
+      return 0;
     }
     case WM_NCPAINT: {
       if (HasScrollBar(window)) Application::PassOn(window, message);

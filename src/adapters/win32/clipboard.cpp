@@ -16,7 +16,8 @@ class Opened {
   Opened() {
     for (int i = 0; i < kTries && !open_; ++i) {
       if (i > 0) Sleep(kBetween);
-      open_ = OpenClipboard(nullptr);
+      // Who writes is to own it, and nobody does without a window.
+      open_ = OpenClipboard(GetActiveWindow());
     }
   }
   ~Opened() {

@@ -103,7 +103,7 @@ void EditView::Enter(const std::wstring& text) {
 void EditView::ShowStyle() {
   NativeView::ShowStyle();
   ShowGround();
-  ShowPlacement();
+  if (!ShowsAll()) ShowPlacement();
 }
 
 void EditView::Rescale(const Look& look) {
@@ -118,17 +118,21 @@ void EditView::ShowGround() {
   if (ground_) DeleteObject(ground_);
   ground_ = CreateSolidBrush(ground);
   frame_.SetFill(ground);
-  RedrawWindow(Handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+  if (IsWindowVisible(Handle())) RedrawWindow(Handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
 }
 
 // The line of a box stands in the middle of its height.
-void EditView::ShowPlacement() {
+bool EditView::MeasureEdge() {
   const int height = GetMetrics().GetScale().Pixels(box_.Place()).height;
   const int line = GetLook().LineHeight(GetLook().FontOf(box_.GetFont()));
   const int inside = height - 2 * GetMetrics().Ring();
   const int above = multi_line_ ? GetMetrics().Scaled(2) : std::max(0, (inside - line) / 2);
   const int beside = GetMetrics().Scaled(kTextMargin);
-  const bool changed = frame_.SetPadding({beside, above, multi_line_ ? 0 : beside, 0});
+  return frame_.SetPadding({beside, above, multi_line_ ? 0 : beside, 0});
+}
+
+void EditView::ShowPlacement() {
+  const bool changed = MeasureEdge();
   NativeView::ShowPlacement();
   if (changed) BoxFrame::Refresh(Handle());
 }

@@ -34,6 +34,7 @@ class EditView : public NativeView {
   toolkit::Selection NativeSelection() const;
   void SetNativeSelection(const toolkit::Selection& selection);
 
+  bool MeasureEdge() override;
   void ShowStyle() override;
   void ShowPlacement() override;
 

@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "adapters/win32/rows.h"
-#include "adapters/win32/surface_views.h"
 #include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
 
@@ -31,7 +30,6 @@ GridView::GridView(ViewContext& context, toolkit::DataGrid& grid)
   if (head_) context.application.Link(head_, *this);
   frame_.SetFill(GetLook().Colors().base);
   Ask(LVM_SETBKCOLOR, 0, GetLook().Colors().base);
-  BoxFrame::Refresh(Handle());
 }
 
 GridView::~GridView() {
@@ -233,21 +231,7 @@ void GridView::ShowWidths() {
   }
 }
 
-bool GridView::Arriving() const {
-  const toolkit::UserControl* page = GetControl().Page();
-  const auto* view = page ? static_cast<const PageView*>(page->GetView()) : nullptr;
-  return view && !view->Arrived();
-}
-
-void GridView::Settle() {
-  if (!std::exchange(waiting_, false) || !Handle()) return;
-  ShowContent();
-  ShowSelection();
-}
-
 void GridView::ShowContent() {
-  waiting_ = Arriving();
-  if (waiting_) return;
   if (filled_ != grid_.Fillings()) {
     filled_ = grid_.Fillings();
     Reset();
@@ -257,7 +241,6 @@ void GridView::ShowContent() {
 }
 
 void GridView::ShowSelection() {
-  if (waiting_) return;
   const int row = grid_.Row() - 1;
   const auto showing = Showing();
   if (row < static_cast<int>(Ask(LVM_GETITEMCOUNT, 0, 0))) {
@@ -321,7 +304,13 @@ void GridView::ShowHeadTip(POINT at) const {
 // --- painting ------------------------------------------------------------------------------------
 
 LRESULT GridView::PaintRows(NMLVCUSTOMDRAW& drawing) {
-  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    painted_widths_.clear();
+    for (std::size_t column = 0; column < grid_.ColumnCount(); ++column)
+      painted_widths_.push_back(static_cast<LONG>(Ask(LVM_GETCOLUMNWIDTH, column, 0)));
+    painted_with_keyboard_ = GetFocus() == Handle();
+    return CDRF_NOTIFYITEMDRAW;
+  }
   if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
   const auto row = static_cast<int>(drawing.nmcd.dwItemSpec);
   RECT place = {LVIR_BOUNDS, 0, 0, 0};
@@ -330,7 +319,7 @@ LRESULT GridView::PaintRows(NMLVCUSTOMDRAW& drawing) {
   const Palette& colors = GetLook().Colors();
   const bool chosen = row == grid_.Row() - 1 && grid_.ShowsRow();
   const RowLook look =
-      LookOfRow(colors, chosen, GetFocus() == Handle(),
+      LookOfRow(colors, chosen, painted_with_keyboard_,
                 {row % 2 ? colors.other_base : colors.base,
                  IsWindowEnabled(Handle()) ? GetLook().ColorOf(grid_.ForeColor()) : colors.faint_ink, false});
   RECT client = {};
@@ -341,8 +330,8 @@ LRESULT GridView::PaintRows(NMLVCUSTOMDRAW& drawing) {
   const HFONT font = GetLook().FontOf(grid_.GetFont());
   const int margin = GetMetrics().Scaled(kCellMargin);
   RECT cell = place;
-  for (std::size_t column = 0; column < grid_.ColumnCount(); ++column) {
-    const auto width = static_cast<LONG>(Ask(LVM_GETCOLUMNWIDTH, column, 0));
+  for (std::size_t column = 0; column < std::min(grid_.ColumnCount(), painted_widths_.size()); ++column) {
+    const LONG width = painted_widths_[column];
     cell.right = cell.left + width;
     if (width > 0 && cell.right > 0 && cell.left < client.right) {
       const RECT text = {cell.left + margin, cell.top, cell.right - margin, cell.bottom - 1};

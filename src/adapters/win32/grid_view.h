@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "adapters/win32/box_frame.h"
 #include "adapters/win32/native_view.h"
@@ -15,21 +16,19 @@ class GridView : public NativeView {
   ~GridView() override;
 
   int RowsInSight() const override;
-  void Settle() override;
   void Rescale(const Look& look) override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   std::optional<LRESULT> Notified(NMHDR& notice) override;
   void Lost() override;
 
  protected:
+  bool MeasureEdge() override { return true; }
   void ShowStyle() override;
   void ShowText() override { Repaint(); }
   void ShowContent() override;
   void ShowSelection() override;
 
  private:
-  // The page to which it belongs does not show yet: what comes is shown together.
-  bool Arriving() const;
   int RowUnder(int y) const;
   void RowWanted(int row);
   void ColumnResized(int column, int pixels);
@@ -56,7 +55,9 @@ class GridView : public NativeView {
   HIMAGELIST height_ = nullptr;  // an empty picture, as high as a row
   BoxFrame frame_;
   std::wstring tip_;
-  bool waiting_ = false;
+  // As they are while it is painted.
+  std::vector<LONG> painted_widths_;
+  bool painted_with_keyboard_ = false;
   unsigned filled_;  // the filling of the grid that the native list shows
 };
 

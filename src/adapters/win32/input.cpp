@@ -3,6 +3,7 @@
 #include <imm.h>
 #include <windowsx.h>
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -64,12 +65,14 @@ toolkit::Point PlaceIn(const NativeView& view, HWND window, LPARAM place) {
   return {view.GetMetrics().Twips(at.x), view.GetMetrics().Twips(at.y)};
 }
 
-// The characters that the system has made of the key that comes now, which wait right behind it.
-std::vector<Message> CharactersBehind(HWND window) {
+// The characters that the system has made of the key that comes now, which wait right behind it: those with
+// Alt of a key with Alt.
+std::vector<Message> CharactersBehind(HWND window, UINT key) {
   std::vector<Message> characters;
+  const bool alt = key == WM_SYSKEYDOWN;
   MSG message;
-  while (PeekMessageW(&message, window, WM_CHAR, WM_DEADCHAR, PM_REMOVE | PM_NOYIELD) ||
-         PeekMessageW(&message, window, WM_SYSCHAR, WM_SYSDEADCHAR, PM_REMOVE | PM_NOYIELD))
+  while (PeekMessageW(&message, window, alt ? WM_SYSCHAR : WM_CHAR, alt ? WM_SYSDEADCHAR : WM_DEADCHAR,
+                      PM_REMOVE | PM_NOYIELD))
     characters.push_back({message.message, message.wParam, message.lParam});
   return characters;
 }
@@ -87,9 +90,13 @@ std::u32string TextOf(const std::vector<Message>& characters) {
 
 }  // namespace
 
+// Asked for together: each question for one goes to the system.
 int ShiftNow() {
-  return (IsDown(VK_SHIFT) ? toolkit::kShift : 0) | (IsDown(VK_CONTROL) ? toolkit::kCtrl : 0) |
-         (IsDown(VK_MENU) ? toolkit::kAlt : 0);
+  std::array<BYTE, 256> keys = {};
+  GetKeyboardState(keys.data());
+  const auto down = [&keys](std::size_t key) { return (keys[key] & 0x80) != 0; };
+  return (down(VK_SHIFT) ? toolkit::kShift : 0) | (down(VK_CONTROL) ? toolkit::kCtrl : 0) |
+         (down(VK_MENU) ? toolkit::kAlt : 0);
 }
 
 NativeView* Input::ViewOf(HWND window) const { return application_.ViewOf(window); }
@@ -187,7 +194,7 @@ std::optional<LRESULT> Input::Key(HWND window, const Message& message) {
   toolkit::Form* form = toolkit::FormOf(view->GetControl());
   if (!form) return std::nullopt;
   const auto keep = form->shared_from_this();
-  const std::vector<Message> characters = CharactersBehind(window);
+  const std::vector<Message> characters = CharactersBehind(window, message.id);
   const bool passed = form->UserKey({static_cast<int>(message.wide), ShiftNow(), TextOf(characters)});
   if (!passed || !ViewOf(window)) return 0;
   // A control on a hidden tab may have the model's focus but not the native one: its keys come to the window.

@@ -5,11 +5,14 @@
 namespace dossierkit::win32 {
 
 ItemView::ItemView(ViewContext& context, toolkit::Control& control, const NativeWindow& native)
-    : NativeView(context, control, native), frame_(*this) {
-  BoxFrame::Refresh(Handle());
-}
+    : NativeView(context, control, native), frame_(*this) {}
 
 ItemView::~ItemView() { DeleteObject(ground_); }
+
+void ItemView::Settle() {
+  NativeView::Settle();
+  Update(&toolkit::RowUpdates::Settle);
+}
 
 bool ItemView::ReportAndShow(const std::function<void()>& report) {
   const auto life = Life();

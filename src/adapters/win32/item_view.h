@@ -13,7 +13,7 @@ namespace dossierkit::win32 {
 // nothing itself: it is asked for, and shown once the model has followed.
 class ItemView : public NativeView, protected toolkit::RowUpdates::Rows {
  public:
-  void Settle() override { Update(&toolkit::RowUpdates::Settle); }
+  void Settle() override;
   std::optional<LRESULT> Receive(HWND window, const Message& message) override;
   HBRUSH Colours(HDC device) override;
   ~ItemView() override;
@@ -27,6 +27,7 @@ class ItemView : public NativeView, protected toolkit::RowUpdates::Rows {
   // Has a step of RowUpdates shown.
   void Update(void (toolkit::RowUpdates::*step)());
 
+  bool MeasureEdge() override { return true; }
   void ShowStyle() override;
   void ShowText() override { Repaint(); }
   void ShowContent() override { Update(&toolkit::RowUpdates::Content); }

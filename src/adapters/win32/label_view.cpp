@@ -24,7 +24,10 @@ std::optional<LRESULT> LabelView::Receive(HWND window, const Message& message) {
     case WM_VSCROLL: Scroll(LOWORD(message.wide)); return 0;
     case WM_MOUSEWHEEL:
       if (!scrolls_) break;
-      ScrollTo(first_ - 3 * static_cast<short>(HIWORD(message.wide)) / WHEEL_DELTA);
+      // A touch pad turns it by less than a line at a time.
+      turned_ += 3 * static_cast<short>(HIWORD(message.wide));
+      ScrollTo(first_ - turned_ / WHEEL_DELTA);
+      turned_ %= WHEEL_DELTA;
       return 0;
     default: break;
   }
@@ -52,7 +55,7 @@ void LabelView::Arrange() {
       lines_ = LinesOf(GetLook(), text, font,
                        std::max(1, width - SystemMeasure(SM_CXVSCROLL, GetMetrics().Dpi())));
   }
-  ShowScrollBar(Handle(), SB_VERT, scrolls_);
+  if (HasScrollBar(Handle()) != scrolls_) ShowScrollBar(Handle(), SB_VERT, scrolls_);
   SCROLLINFO info = {};
   info.cbSize = sizeof info;
   info.fMask = SIF_RANGE | SIF_PAGE;
@@ -93,13 +96,13 @@ void LabelView::ShowPlacement() {
 
 void LabelView::ShowStyle() {
   NativeView::ShowStyle();
-  Arrange();
+  if (!ShowsAll()) Arrange();
 }
 
 void LabelView::ShowText() {
   SetWindowTextW(Handle(), windows::Wide(label_.Caption()).c_str());
   first_ = 0;
-  Arrange();
+  if (!ShowsAll()) Arrange();
 }
 
 void LabelView::Paint(HDC device, const RECT& place) {

@@ -32,8 +32,9 @@ class LabelView : public NativeView {
 
   toolkit::Label& label_;
   std::vector<std::wstring> lines_;
-  int first_ = 0;  // line that shows
-  int most_ = 1;   // lines that show at a time
+  int first_ = 0;   // line that shows
+  int turned_ = 0;  // of the wheel, in parts of a line
+  int most_ = 1;    // lines that show at a time
   bool scrolls_ = false;
 };
 

@@ -160,8 +160,9 @@ Look::~Look() {
 }
 
 const Look& Looks::Of(int dpi) {
-  auto& look = looks_[dpi];
-  if (!look) look = std::make_unique<const Look>(dpi);
+  const bool contrast = HighContrast();
+  auto& look = looks_[{dpi, contrast}];
+  if (!look) look = std::make_unique<const Look>(dpi, contrast);
   return *look;
 }
 

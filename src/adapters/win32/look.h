@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "adapters/windows/windows_headers.h"
 #include "platform/toolkit/loop/scale.h"
@@ -129,13 +130,14 @@ class Look {
   mutable Backing backing_;
 };
 
-// The looks of all resolutions that windows have had. Each stays: its fonts may still be in use.
+// The looks of all resolutions that windows have had, with high contrast and without. Each stays: its fonts
+// may still be in use.
 class Looks {
  public:
   const Look& Of(int dpi);
 
  private:
-  std::map<int, std::unique_ptr<const Look>> looks_;
+  std::map<std::pair<int, bool>, std::unique_ptr<const Look>> looks_;
 };
 
 }  // namespace dossierkit::win32

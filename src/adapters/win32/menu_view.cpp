@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "adapters/win32/accessible.h"
 #include "adapters/win32/list_box_view.h"
@@ -93,13 +94,19 @@ void MenuView::Rescale(const Look& look) {
 void MenuView::ShowStyle() {
   Ask(LB_SETITEMHEIGHT, 0, GetMetrics().Scaled(kRowHeight));
   Ask(WM_SETFONT, reinterpret_cast<WPARAM>(GetLook().FontOf(menu_.GetFont())), FALSE);
-  SetWindowTextW(Handle(), windows::Wide(menu_.menucaption()).c_str());
   NativeView::ShowStyle();
+  InvalidateRect(list_, nullptr, FALSE);
 }
 
 void MenuView::ShowContent() {
   std::vector<std::wstring> captions;
-  for (const auto& item : menu_.Items()) captions.push_back(windows::Wide(item.caption));
+  std::vector<std::string> pictures;
+  for (const auto& item : menu_.Items()) {
+    captions.push_back(windows::Wide(item.caption));
+    pictures.push_back(item.icon);
+  }
+  if (captions != captions_ || pictures != pictures_) InvalidateRect(list_, nullptr, FALSE);
+  pictures_ = std::move(pictures);
   if (captions != captions_) {
     const auto showing = Showing();
     captions_ = std::move(captions);
@@ -109,16 +116,43 @@ void MenuView::ShowContent() {
       Ask(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(caption.c_str()));
     Ask(WM_SETREDRAW, TRUE);
   }
-  SetWindowTextW(Handle(), windows::Wide(menu_.menucaption()).c_str());
-  Repaint();
+  const std::wstring head = windows::Wide(menu_.menucaption());
+  if (head != head_) {
+    head_ = head;
+    SetWindowTextW(Handle(), head.c_str());
+    Repaint();
+  }
   ShowSelection();
 }
 
+// A click marks, unmarks and marks again: the native list, which would paint at each, hears of the last.
 void MenuView::ShowSelection() {
-  const int row = menu_.Marked() - 1;
+  const int current = std::exchange(current_, menu_.menuitemcur() - 1);
+  const int marked = std::exchange(marked_, menu_.Marked() - 1);
+  if (current != current_) {
+    RepaintRow(current);
+    RepaintRow(current_);
+  }
+  if (marked != marked_) {
+    RepaintRow(marked);
+    RepaintRow(marked_);
+  }
+  if (mark_waits_ || static_cast<int>(Ask(LB_GETCURSEL)) == marked_) return;
+  mark_waits_ = true;
+  Context().application.Later(Life(), [this] { ShowMark(); });
+}
+
+void MenuView::RepaintRow(int row) const {
+  RECT place = {};
+  if (row >= 0 && Ask(LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place)) != LB_ERR)
+    InvalidateRect(list_, &place, FALSE);
+}
+
+void MenuView::ShowMark() {
+  mark_waits_ = false;
+  if (!list_) return;
   const auto showing = Showing();
-  if (static_cast<int>(Ask(LB_GETCURSEL)) != row) Ask(LB_SETCURSEL, static_cast<WPARAM>(row));
-  InvalidateRect(list_, nullptr, FALSE);
+  if (static_cast<int>(Ask(LB_GETCURSEL)) != marked_) Ask(LB_SETCURSEL, static_cast<WPARAM>(marked_));
 }
 
 void MenuView::Paint(HDC device, const RECT& place) {
@@ -135,6 +169,7 @@ void MenuView::Paint(HDC device, const RECT& place) {
 HBRUSH MenuView::Colours(HDC) { return ground_; }
 
 bool MenuView::Draw(const DRAWITEMSTRUCT& item) {
+  if (IsShowing()) return true;  // soon, with what else changed
   const int row = static_cast<int>(item.itemID);
   if (row < 0 || row >= menu_.menuitemsmax()) return true;
   const auto& model = menu_.Items()[static_cast<std::size_t>(row)];
@@ -227,7 +262,10 @@ void MenuView::Release(int row) {
 }
 
 std::optional<LRESULT> MenuView::Receive(HWND window, const Message& message) {
-  if (window != list_) return NativeView::Receive(window, message);
+  if (window != list_) {
+    if (message.id == WM_ENABLE) InvalidateRect(list_, nullptr, FALSE);
+    return NativeView::Receive(window, message);
+  }
   const auto row = [&] { return RowOfList(list_, {GET_X_LPARAM(message.low), GET_Y_LPARAM(message.low)}); };
   switch (message.id) {
     case WM_LBUTTONDOWN:
@@ -245,7 +283,7 @@ std::optional<LRESULT> MenuView::Receive(HWND window, const Message& message) {
       }
       return std::nullopt;
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: InvalidateRect(list_, nullptr, FALSE); return std::nullopt;
+    case WM_KILLFOCUS: RepaintRow(marked_); return std::nullopt;
     // The model moves by keys.
     case WM_RBUTTONDOWN:
     case WM_RBUTTONUP:

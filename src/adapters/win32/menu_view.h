@@ -35,6 +35,10 @@ class MenuView : public NativeView {
   int Head() const;
   void DropIcons();
   bool AnyIcon();
+  // Rows, from 0, that are to be painted anew; -1 for none.
+  void RepaintRow(int row) const;
+  // The native list has the marked row chosen: for who asks it, since it paints nothing of that.
+  void ShowMark();
   void Hover(int row);
   void Release(int row);
   // The caption of an item as its row shows it, and whether that is not all of it.
@@ -46,7 +50,12 @@ class MenuView : public NativeView {
   toolkit::VerticalMenu& menu_;
   HWND list_ = nullptr;
   HBRUSH ground_;
+  std::wstring head_;
   std::vector<std::wstring> captions_;  // as the list has them
+  std::vector<std::string> pictures_;   // files of the icons that show
+  int current_ = -1;                    // rows that show so
+  int marked_ = -1;
+  bool mark_waits_ = false;
   std::vector<HICON> loaded_;
   toolkit::PictureCache<HICON> icons_;  // null for a file that is missing
   int pressed_ = -1;

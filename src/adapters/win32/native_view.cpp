@@ -5,10 +5,12 @@
 #include "adapters/win32/accessible.h"
 #include "adapters/win32/box_frame.h"
 #include "adapters/win32/painting.h"
+#include "adapters/win32/surface_views.h"
 #include "adapters/win32/surroundings.h"
 #include "adapters/win32/window_view.h"
 #include "adapters/windows/texts.h"
 #include "platform/toolkit/controls/tab_strip.h"
+#include "platform/toolkit/controls/user_control.h"
 #include "platform/toolkit/loop/form.h"
 
 namespace dossierkit::win32 {
@@ -56,10 +58,9 @@ BOOL CALLBACK EnableChild(HWND child, LPARAM application) noexcept {
   return TRUE;
 }
 
-bool IsPane(HWND window) {
-  wchar_t name[32] = {};
-  GetClassNameW(window, name, 31);
-  return lstrcmpW(name, kPaneClass) == 0 || lstrcmpW(name, kWindowClass) == 0;
+// Something around its client area: a frame, or a scroll bar.
+bool HasEdge(HWND window) {
+  return !(GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) || HasScrollBar(window);
 }
 
 // The page is removed: its window takes along what stands in it.
@@ -84,9 +85,7 @@ HWND ParentOf(const toolkit::Control& control) {
 
 NativeView::NativeView(ViewContext& context, toolkit::Control& control, const NativeWindow& native)
     : NativeView(context, control, MakeWindow(control, native, PlaceOf(control, LookOf(context, control)))) {
-  // What was made later lies above; Windows has it the other way round.
-  SetWindowPos(window_, control.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
-               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  pane_ = native.window_class == kPaneClass;
 }
 
 NativeView::NativeView(ViewContext& context, toolkit::Control& control, HWND window)
@@ -110,13 +109,42 @@ NativeView::~NativeView() {
   }
 }
 
+// What was made later lies above; Windows has it the other way round.
+void NativeView::Stack(UINT more) {
+  SetWindowPos(window_, control_.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | more);
+}
+
+bool NativeView::Arriving() const {
+  const toolkit::UserControl* page = control_.Page();
+  const auto* view = page && page != &control_ ? static_cast<const PageView*>(page->GetView()) : nullptr;
+  return view && !view->Arrived();
+}
+
+// Each call that moves or shows a window has Windows forget what it has ready to paint it with: there is one.
 void NativeView::ShowAll() {
-  ShowStyle();
-  ShowText();
-  ShowContent();
-  ShowSelection();
-  ShowPlacement();
+  waiting_ = Arriving();
+  const UINT edge = MeasureEdge() ? SWP_FRAMECHANGED : 0;
+  if (control_.GetKind() != toolkit::Kind::kForm) Stack(edge | (waiting_ && Shown() ? SWP_SHOWWINDOW : 0));
+  if (!waiting_) ShowAllNow();
   ShowState();
+}
+
+void NativeView::ShowAllNow() {
+  {
+    const environment::During shows_all(shows_all_);
+    ShowStyle();
+    ShowText();
+    ShowContent();
+    ShowSelection();
+  }
+  ShowPlacement();
+}
+
+void NativeView::Settle() {
+  if (!waiting_ || !window_ || Arriving()) return;
+  waiting_ = false;
+  ShowAllNow();
 }
 
 void NativeView::Show(Aspect aspect) {
@@ -124,6 +152,8 @@ void NativeView::Show(Aspect aspect) {
 }
 
 void NativeView::ShowNow(Aspect aspect) {
+  if (waiting_ && aspect != Aspect::kPlacement && aspect != Aspect::kState && aspect != Aspect::kFocus)
+    return;
   switch (aspect) {
     case Aspect::kPlacement: ShowPlacement(); break;
     case Aspect::kState: ShowState(); break;
@@ -153,8 +183,7 @@ bool NativeView::Shown() const { return control_.Visible() && !toolkit::OnHidden
 void NativeView::ShowPlacement() {
   if (const HWND parent = ParentOf(control_); parent && GetParent(window_) != parent) {
     SetParent(window_, parent);
-    SetWindowPos(window_, control_.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    Stack();
     ShowState();
   }
   const toolkit::Rect place = PlaceOf(control_, *look_);
@@ -200,9 +229,9 @@ std::optional<LRESULT> NativeView::Receive(HWND window, const Message& message) 
   if (message.id == WM_GETOBJECT && static_cast<LONG>(message.low) == OBJID_CLIENT) {
     if (const LRESULT answer = AccessibleOf(window, message, control_.shared_from_this())) return answer;
   }
-  if (!IsPane(window)) return std::nullopt;
+  if (!pane_) return std::nullopt;
   if (message.id == WM_ERASEBKGND) return 1;
-  if (message.id == WM_NCPAINT && GetParent(window) && !HasScrollBar(window)) return 0;
+  if ((message.id == WM_NCPAINT || message.id == WM_NCCALCSIZE) && !HasEdge(window)) return 0;
   if (message.id != WM_PAINT) return std::nullopt;
   const Canvas canvas(window, GetLook());
   Paint(canvas.Get(), canvas.Area());

@@ -43,7 +43,8 @@ class NativeView : public toolkit::View {
   NativeView& operator=(const NativeView&) = delete;
 
   void Show(toolkit::Aspect aspect) override;
-  // Everything, after creation.
+  void Settle() override;
+  // Everything, after creation; what stands on a page that does not show yet, once that does.
   void ShowAll();
 
   toolkit::Control& GetControl() const { return control_; }
@@ -86,6 +87,8 @@ class NativeView : public toolkit::View {
   // The same with a window that was made already.
   NativeView(ViewContext& context, toolkit::Control& control, HWND window);
 
+  // Whether it has an edge, which the native window is to ask for again, and how wide, before anything shows.
+  virtual bool MeasureEdge() { return false; }
   virtual void ShowPlacement();
   virtual void ShowStyle();
   virtual void ShowText() {}
@@ -99,6 +102,8 @@ class NativeView : public toolkit::View {
   WindowView* Window() const;
   // The text that shows where the mouse rests on it; empty for none.
   void SetTip(const std::wstring& text) const;
+  // Visible, and its tab is in front.
+  bool Shown() const;
   // Has the window painted anew, soon.
   void Repaint() const;
   // What the native window itself does with a message. Only in the course of Receive; afterwards the view may
@@ -110,14 +115,19 @@ class NativeView : public toolkit::View {
   // While it lives, what the native window says is what the view itself does, and is not reported.
   [[nodiscard]] environment::During Showing() { return environment::During(showing_); }
   bool IsShowing() const { return showing_; }
+  // While everything is shown one after the other: where it stands comes last.
+  bool ShowsAll() const { return shows_all_; }
   // Runs a report; its failure waits until no frame of the system's is left, and ends the topmost window's
   // loop.
   void Report(const std::function<void()>& work) { context_.application.Guard(work); }
 
  private:
   void ShowNow(toolkit::Aspect aspect);
-  // Visible, and its tab is in front.
-  bool Shown() const;
+  void ShowAllNow();
+  // The page on which it stands does not show yet: what comes is shown together.
+  bool Arriving() const;
+  // Takes its place above or below what stands beside it.
+  void Stack(UINT more = 0);
 
   ViewContext& context_;
   toolkit::Control& control_;
@@ -125,6 +135,9 @@ class NativeView : public toolkit::View {
   HWND window_ = nullptr;
   std::shared_ptr<void> life_;
   bool showing_ = false;
+  bool shows_all_ = false;
+  bool waiting_ = false;  // shows nothing but its state and place
+  bool pane_ = true;      // a window of a class of ours
 };
 
 // The window into which the window of a control goes; null for a window, or where there is none yet.

@@ -16,7 +16,7 @@ constexpr double kCaptionPadding = 5;
 
 void FrameView::ShowText() {
   SetWindowTextW(Handle(), windows::Wide(static_cast<toolkit::Frame&>(GetControl()).Caption()).c_str());
-  ShowTip();
+  if (!ShowsAll()) ShowTip();
   Repaint();
 }
 
@@ -27,7 +27,7 @@ void FrameView::ShowPlacement() {
 
 void FrameView::ShowStyle() {
   NativeView::ShowStyle();
-  ShowTip();
+  if (!ShowsAll()) ShowTip();
 }
 
 // At its left and its right.
@@ -102,6 +102,10 @@ void PageView::Arrive() {
   for (const auto& control : static_cast<const toolkit::UserControl&>(GetControl()).Controls()) {
     if (control->GetView()) control->GetView()->Settle();
   }
+  // All of it is painted soon: nothing is to be erased for that at once.
+  if (Handle() && Shown())
+    SetWindowPos(Handle(), nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_DEFERERASE);
   Show(toolkit::Aspect::kState);
 }
 

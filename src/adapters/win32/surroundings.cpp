@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <shellscalingapi.h>
 
+#include <utility>
+
 #include "adapters/win32/window_classes.h"
 
 namespace dossierkit::win32 {
@@ -51,9 +53,11 @@ CommonControls::~CommonControls() {
 
 InSurroundings::InSurroundings(const CommonControls& controls) {
   activated_ = controls.context_ != INVALID_HANDLE_VALUE && ActivateActCtx(controls.context_, &cookie_);
-  const INITCOMMONCONTROLSEX wanted = {sizeof wanted,
-                                       ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES};
-  InitCommonControlsEx(&wanted);
+  if (!std::exchange(controls.registered_, true)) {
+    const INITCOMMONCONTROLSEX wanted = {sizeof wanted,
+                                         ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES};
+    InitCommonControlsEx(&wanted);
+  }
   if (const auto set = Find<SetAwareness>("SetThreadDpiAwarenessContext"))
     awareness_before_ = set(PerMonitor());
 }

@@ -16,6 +16,7 @@ class CommonControls {
  private:
   friend class InSurroundings;
   HANDLE context_;
+  mutable bool registered_ = false;  // their classes
 };
 
 // Windows that are made while it lives have those controls, and are drawn in the resolution of their screen.

@@ -21,6 +21,8 @@ TTTOOLINFOW ToolOf(HWND tips, HWND window) {
 ToolTips::ToolTips(HWND owner, HFONT font, int most_width)
     : tips_(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"", WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
                             0, 0, 0, owner, nullptr, OwnModule(), nullptr)) {
+  // A long text takes longer to read than the five seconds of Windows: as long as there can be.
+  SendMessageW(tips_, TTM_SETDELAYTIME, TTDT_AUTOPOP, SHRT_MAX);
   SetLook(font, most_width);
 }
 

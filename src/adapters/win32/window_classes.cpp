@@ -18,13 +18,13 @@ HINSTANCE OwnModule() {
   return module;
 }
 
-WindowClasses::WindowClasses() {
+WindowClasses::WindowClasses(WNDPROC procedure) {
   if (users++ > 0) return;
   for (const wchar_t* name : kClasses) {
     WNDCLASSEXW wanted = {};
     wanted.cbSize = sizeof wanted;
     wanted.style = CS_DBLCLKS;
-    wanted.lpfnWndProc = DefWindowProcW;
+    wanted.lpfnWndProc = name == kQueueClass ? DefWindowProcW : procedure;
     wanted.hInstance = OwnModule();
     wanted.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
     wanted.lpszClassName = name;

@@ -14,11 +14,11 @@ inline constexpr wchar_t kQueueClass[] = L"DossierKit.Queue";
 // The program or library that this code is a part of.
 HINSTANCE OwnModule();
 
-// Registered while one of these lives: before a library may go, its classes must have gone. Throws
-// std::system_error.
+// Registered while one of these lives: before a library may go, its classes must have gone. Windows and parts
+// of them come with the procedure, which costs less than to give it to each. Throws std::system_error.
 class WindowClasses {
  public:
-  WindowClasses();
+  explicit WindowClasses(WNDPROC procedure);
   ~WindowClasses();
   WindowClasses(const WindowClasses&) = delete;
   WindowClasses& operator=(const WindowClasses&) = delete;

@@ -214,8 +214,10 @@ void WindowView::ScrollTo(const toolkit::Point& offset) {
   const toolkit::Size content = SizeOf(content_);
   offset_ = {std::clamp(offset.left, 0, std::max(0, content.width - view.width)),
              std::clamp(offset.top, 0, std::max(0, content.height - view.height))};
-  SetWindowPos(content_, nullptr, -offset_.left, -offset_.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const toolkit::Rect now = PlaceIn(area_, content_, nullptr);
+  if (now.left != -offset_.left || now.top != -offset_.top)
+    SetWindowPos(content_, nullptr, -offset_.left, -offset_.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   SetScrollPos(area_, SB_HORZ, offset_.left, TRUE);
   SetScrollPos(area_, SB_VERT, offset_.top, TRUE);
 }
