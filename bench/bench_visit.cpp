@@ -28,8 +28,9 @@ std::string GeneratedDatabase(int persons, int records) {
   const fs::path path = fs::path(BENCH_FOLDER) /
                         ("generated-" + std::to_string(persons) + "-" + std::to_string(records) + ".db");
   if (!fs::exists(path)) {
-    const std::string command = std::string(DATA_FOLDER "/generate-large.sh ") + std::to_string(persons) +
-                                " " + std::to_string(records) + " '" + path.string() + "' >&2";
+    const std::string command = std::string("'" DATA_FOLDER "/generate-large.sh' ") +
+                                std::to_string(persons) + " " + std::to_string(records) + " '" +
+                                path.string() + "' >&2";
     if (std::system(command.c_str()) != 0) throw std::runtime_error("cannot generate " + path.string());
   }
   return path.string();

@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <set>
 #include <sstream>
 
-#include "bench/awake.h"
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
 #include "bench/server_visit.h"
@@ -29,6 +29,7 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 constexpr char kDatabase[] = "bench_clerks";
+constexpr const char* kEngines[] = {"postgresql", "mariadb", "galera"};
 constexpr double kLeast = 0.8;  // statements a second, in times of the bare ones
 
 fs::path FileOf(const std::string& what, int clerk) {
@@ -275,11 +276,14 @@ int Run(const std::vector<std::string>& arguments) {
   double seconds = 30;
   bool check = false;
   std::vector<int> counts;
+  std::vector<std::string> engines;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     if (arguments[i] == "--check") {
       check = true;
     } else if (arguments[i] == "--seconds" && i + 1 < arguments.size()) {
       seconds = std::atof(arguments[++i].c_str());
+    } else if (std::find(std::begin(kEngines), std::end(kEngines), arguments[i]) != std::end(kEngines)) {
+      engines.push_back(arguments[i]);
     } else if (const int clerks = std::atoi(arguments[i].c_str()); clerks > 0) {
       counts.push_back(clerks);
     } else {
@@ -287,14 +291,14 @@ int Run(const std::vector<std::string>& arguments) {
     }
   }
   if (seconds <= 0) {
-    std::cerr << "usage: clerks_bench [--check] [--seconds N] [CLERKS..]\n";
+    std::cerr << "usage: clerks_bench [--check] [--seconds N] [postgresql|mariadb|galera..] [CLERKS..]\n";
     return 2;
   }
   if (counts.empty()) counts = {1, 8, 32, 128};
+  if (engines.empty()) engines.assign(std::begin(kEngines), std::end(kEngines));
   fs::create_directories(BENCH_FOLDER);
-  const Awake awake;
   bool all = true;
-  for (const std::string engine : {"postgresql", "mariadb", "galera"}) {
+  for (const std::string& engine : engines) {
     for (const int clerks : counts) all = Measure(engine, clerks, seconds) && all;
   }
   return check && !all ? 1 : 0;

@@ -1,7 +1,6 @@
 // The component on servers, beside the same statements sent bare through ODBC.
 #include <stdexcept>
 
-#include "bench/awake.h"
 #include "bench/bench_visit.h"
 #include "bench/measure.h"
 #include "bench/server_visit.h"
@@ -263,7 +262,6 @@ std::vector<Limit> OnBoth(const std::vector<Limit>& limits) {
 
 int main(int argc, char** argv) {
   using dossierkit::bench::OnBoth;
-  const dossierkit::bench::Awake awake;
   return dossierkit::bench::RunBenchmarks(argc, argv,
                                           OnBoth({{"ChangeOfSet", "ratio", 1.5},
                                                   {"ChangeOfSetLarge", "ratio", 1.2},

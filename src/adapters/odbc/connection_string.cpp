@@ -1,6 +1,8 @@
 #include "adapters/odbc/connection_string.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <string_view>
 
 #include "platform/environment/text.h"
 
@@ -42,6 +44,34 @@ std::vector<std::string_view> PiecesOf(const std::string& connection_string) {
   return pieces;
 }
 
+// A password of an attribute whose value is options of its own, name=value name='it\'s a value' .., that
+// begins behind the sign of equality: as it is written there, and as it is meant.
+std::vector<std::string> PasswordAt(const std::string& options, std::size_t equals) {
+  std::size_t position = std::min(options.find_first_not_of(' ', equals + 1), options.size());
+  const bool is_quoted = position < options.size() && options[position] == '\'';
+  if (is_quoted) ++position;
+  std::string written;
+  std::string meant;
+  for (; position < options.size() && options[position] != (is_quoted ? '\'' : ' '); ++position) {
+    if (options[position] == '\\' && position + 1 < options.size()) written += options[position++];
+    written += options[position];
+    meant += options[position];
+  }
+  return {written, meant};
+}
+
+// The passwords in the value of an attribute that is none itself.
+std::vector<std::string> PasswordsIn(const std::string& options) {
+  std::vector<std::string> passwords;
+  for (std::size_t equals = options.find('='); equals != std::string::npos;
+       equals = options.find('=', equals + 1)) {
+    const std::string before(environment::WithoutOuterBlanks(std::string_view(options).substr(0, equals)));
+    if (!IsPassword(before.substr(before.find_last_of(" '") + 1))) continue;
+    for (std::string& password : PasswordAt(options, equals)) passwords.push_back(std::move(password));
+  }
+  return passwords;
+}
+
 bool IsServer(const std::string& name) {
   return environment::EqualIgnoringCase(name, "Server") || environment::EqualIgnoringCase(name, "Servername");
 }
@@ -53,6 +83,10 @@ bool IsPassword(const std::string& name) {
     if (environment::LowerCase(name).find(word) != std::string::npos) return true;
   }
   return false;
+}
+
+bool HoldsPassword(const std::string& name, const std::string& value) {
+  return IsPassword(name) || (IsPassword(value) && value.find_first_of("=%") != std::string::npos);
 }
 
 std::vector<std::pair<std::string, std::string>> AttributesOf(const std::string& connection_string) {
@@ -114,10 +148,12 @@ std::vector<std::string> ServersOf(const std::string& connection_string) {
 std::string WithoutPasswords(const std::string& text, const std::string& connection_string) {
   std::string shown = text;
   for (const auto& [name, value] : AttributesOf(connection_string)) {
-    if (!IsPassword(name) || value.empty()) continue;
-    // As it is written there, too, where a brace in it is doubled.
-    for (const std::string& secret : {environment::Replace(value, "}", "}}"), value})
-      shown = environment::Replace(shown, secret, "***");
+    for (const std::string& password : IsPassword(name) ? std::vector{value} : PasswordsIn(value)) {
+      if (password.empty()) continue;
+      // As it is written there, too, where a brace in it is doubled.
+      for (const std::string& secret : {environment::Replace(password, "}", "}}"), password})
+        shown = environment::Replace(shown, secret, "***");
+    }
   }
   return shown;
 }

@@ -22,6 +22,9 @@ std::vector<std::string> ServersOf(const std::string& connection_string);
 
 // True for the name of an attribute that holds a secret.
 bool IsPassword(const std::string& name);
+// True for such an attribute, and for one whose value is options of its own with a secret among them, as
+// pqopt={sslmode=require password=...} has one.
+bool HoldsPassword(const std::string& name, const std::string& value);
 
 // `text` less every password that `connection_string` holds: "***" in its place.
 std::string WithoutPasswords(const std::string& text, const std::string& connection_string);

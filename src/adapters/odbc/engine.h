@@ -22,6 +22,12 @@ struct Meaning {
   std::string_view behind = {};
 };
 
+struct Understood {
+  jet::EngineFailure what;
+  std::string detail;
+  bool is_cut;  // the detail is a piece of the words, as a name
+};
+
 struct Engine {
   // As the driver tells the server's name.
   std::string_view name;
@@ -30,6 +36,8 @@ struct Engine {
   std::string_view attributes;
   // Its driver's UTF-16 is not to be trusted: it is spoken to in UTF-8, past the W functions.
   bool speaks_utf8;
+  // A statement of its driver runs one text after the other as well as a new one for each.
+  bool keeps_statements;
   // What a session begins with; "%ms" and "%s" are how long it waits for another's lock.
   std::span<const std::string_view> session;
   // A question whose answer changes with every change of a table.
@@ -46,6 +54,9 @@ struct Engine {
 // Each in a file of its own.
 extern const Engine kPostgresql;
 extern const Engine kMariadb;
+
+// What the first meaning says that fits; kOther with all of the words where none does.
+Understood UnderstoodBy(const Engine& engine, std::string_view state, int number, const std::string& words);
 
 // The engine of that name. Throws a Failure with the name for a server that is not known.
 const Engine& EngineNamed(const std::string& dbms_name);

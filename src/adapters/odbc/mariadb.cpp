@@ -70,6 +70,9 @@ const Engine kMariadb{
     // Connector/ODBC 3.1 takes U+8FDB for half of a pair: for each of its kind it cuts a text short that it
     // reads, and writes behind its own memory where it sends one.
     .speaks_utf8 = true,
+    // Before it runs another text it tells the server to forget the one before, and where the server has gone
+    // it says so as something else.
+    .keeps_statements = false,
     .session = kSession,
     .schema_version =
         "select cast(coalesce(sum(crc32(concat(table_name, ' ', column_name, ' ', column_type, ' ', "

@@ -59,7 +59,10 @@ ado::Snapshot OdbcConnection::RunNative(const std::string& statement) {
 std::string ShownConnectionString(const std::string& connection_string) {
   std::string shown;
   for (const auto& [name, value] : AttributesOf(connection_string)) {
-    shown.append(shown.empty() ? "" : ";").append(name).append("=").append(IsPassword(name) ? "***" : value);
+    shown.append(shown.empty() ? "" : ";")
+        .append(name)
+        .append("=")
+        .append(HoldsPassword(name, value) ? "***" : value);
   }
   return shown;
 }

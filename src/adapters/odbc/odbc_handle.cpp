@@ -26,7 +26,7 @@ std::string WordsOf(std::string message) {
     if (close == std::string::npos) break;
     message.erase(0, close + 1);
   }
-  for (const char* beginning : {"ERROR: ", "FATAL: "}) {
+  for (const char* beginning : {"ERROR: ", "FATAL: ", "错误: ", "致命错误: "}) {
     if (message.starts_with(beginning)) message.erase(0, std::char_traits<char>::length(beginning));
   }
   if (const std::size_t end = message.rfind(";\nError while executing the query"); end != std::string::npos)
@@ -114,14 +114,15 @@ void Handle<kind>::Require(SQLRETURN result) const {
   if (!SQL_SUCCEEDED(result)) throw DriverFailure(DiagnosisOf(kind, handle_, speaks_utf8_));
 }
 
-Link::Link(const std::string& connection_string, unsigned seconds, bool speaks_utf8)
+Link::Link(const std::string& connection_string, unsigned seconds, bool speaks_utf8, bool keeps_statements)
     : environment_(SQL_NULL_HANDLE),
       connection_([this] {
         environment_.Require(
             SQLSetEnvAttr(environment_.Get(), SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), SQL_IS_UINTEGER));
         return environment_.Get();
       }()),
-      speaks_utf8_(speaks_utf8) {
+      speaks_utf8_(speaks_utf8),
+      keeps_statements_(keeps_statements) {
   connection_.SetSpeaksUtf8(speaks_utf8);
   SQLSetConnectAttr(connection_.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(seconds), SQL_IS_UINTEGER);
   if (speaks_utf8) {
@@ -137,8 +138,27 @@ Link::Link(const std::string& connection_string, unsigned seconds, bool speaks_u
   }
 }
 
-// A connection that was never made has nothing to close.
-Link::~Link() { SQLDisconnect(connection_.Get()); }
+Link::~Link() {
+  // Its connection takes it along.
+  spare_.reset();
+  // One that was never made has nothing to close.
+  SQLDisconnect(connection_.Get());
+}
+
+Link::Statement Link::Take() const {
+  if (spare_) return std::move(spare_);
+  auto statement = std::make_unique<Handle<SQL_HANDLE_STMT>>(connection_.Get());
+  statement->SetSpeaksUtf8(speaks_utf8_);
+  // A brace in a text is no escape of ODBC's.
+  statement->Require(
+      SQLSetStmtAttr(statement->Get(), SQL_ATTR_NOSCAN, Number(SQL_NOSCAN_ON), SQL_IS_UINTEGER));
+  return statement;
+}
+
+void Link::Keep(Statement statement) const {
+  if (keeps_statements_ && SQL_SUCCEEDED(SQLFreeStmt(statement->Get(), SQL_CLOSE)))
+    spare_ = std::move(statement);
+}
 
 std::string Link::Info(SQLUSMALLINT what) const {
   std::array<SQLWCHAR, 256> text{};
@@ -158,52 +178,57 @@ void Link::End(bool commit) {
   connection_.Require(SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), commit ? SQL_COMMIT : SQL_ROLLBACK));
 }
 
-Query::Query(const Link& link) : speaks_utf8_(link.SpeaksUtf8()), statement_(link.Get()) {
-  statement_.SetSpeaksUtf8(speaks_utf8_);
-  // A brace in a text is no escape of ODBC's.
-  statement_.Require(
-      SQLSetStmtAttr(statement_.Get(), SQL_ATTR_NOSCAN, Number(SQL_NOSCAN_ON), SQL_IS_UINTEGER));
+Query::Query(const Link& link) : link_(link), speaks_utf8_(link.SpeaksUtf8()), statement_(link.Take()) {}
+
+// What failed is not used again: nobody knows what a driver leaves in it.
+Query::~Query() {
+  if (!has_failed_) link_.Keep(std::move(statement_));
+}
+
+void Query::Require(SQLRETURN result) {
+  has_failed_ = !SQL_SUCCEEDED(result);
+  statement_->Require(result);
 }
 
 void Query::Execute(const std::string& text) {
   SQLRETURN result = SQL_SUCCESS;
   if (speaks_utf8_) {
     std::string bytes = text;
-    result = SQLExecDirect(statement_.Get(), Bytes(bytes), static_cast<SQLINTEGER>(bytes.size()));
+    result = SQLExecDirect(statement_->Get(), Bytes(bytes), static_cast<SQLINTEGER>(bytes.size()));
   } else {
     Wide wide = ToWide(text);
-    result = SQLExecDirectW(statement_.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+    result = SQLExecDirectW(statement_->Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
   }
   // An update or a delete that finds no row.
-  if (result != SQL_NO_DATA) statement_.Require(result);
+  if (result != SQL_NO_DATA) Require(result);
 }
 
-int Query::ColumnCount() const {
+int Query::ColumnCount() {
   SQLSMALLINT count = 0;
-  statement_.Require(SQLNumResultCols(statement_.Get(), &count));
+  Require(SQLNumResultCols(statement_->Get(), &count));
   return count;
 }
 
-std::string Query::ColumnName(int column) const {
+std::string Query::ColumnName(int column) {
   SQLSMALLINT bytes = 0;
   if (speaks_utf8_) {
     std::array<char, 1024> text;
-    statement_.Require(SQLColAttribute(statement_.Get(), ColumnNumber(column), SQL_DESC_LABEL, text.data(),
-                                       static_cast<SQLSMALLINT>(text.size()), &bytes, nullptr));
+    Require(SQLColAttribute(statement_->Get(), ColumnNumber(column), SQL_DESC_LABEL, text.data(),
+                            static_cast<SQLSMALLINT>(text.size()), &bytes, nullptr));
     return text.data();
   }
   std::array<SQLWCHAR, 1024> text;
-  statement_.Require(SQLColAttributeW(statement_.Get(), ColumnNumber(column), SQL_DESC_LABEL, text.data(),
-                                      static_cast<SQLSMALLINT>(text.size() * sizeof(SQLWCHAR)), &bytes,
-                                      nullptr));
+  Require(SQLColAttributeW(statement_->Get(), ColumnNumber(column), SQL_DESC_LABEL, text.data(),
+                           static_cast<SQLSMALLINT>(text.size() * sizeof(SQLWCHAR)), &bytes, nullptr));
   return ToUtf8(Wide(text.data()));
 }
 
-// The type's name would take several times as long.
-ColumnKind Query::KindOf(int column) const {
+// The type's name would take several times as long. So would the concise type, which tells apart dates and
+// times: for that one psqlODBC reads the statement and the catalogue.
+ColumnKind Query::KindOf(int column) {
   SQLLEN type = 0;
-  statement_.Require(SQLColAttribute(statement_.Get(), ColumnNumber(column), SQL_DESC_CONCISE_TYPE, nullptr,
-                                     0, nullptr, &type));
+  Require(
+      SQLColAttribute(statement_->Get(), ColumnNumber(column), SQL_DESC_TYPE, nullptr, 0, nullptr, &type));
   switch (type) {
     case SQL_BIT:
     case SQL_TINYINT: return ColumnKind::kBoolean;  // which MariaDB holds them in
@@ -215,9 +240,7 @@ ColumnKind Query::KindOf(int column) const {
     case SQL_DOUBLE:
     case SQL_NUMERIC:
     case SQL_DECIMAL: return ColumnKind::kFloating;
-    case SQL_TYPE_DATE:
-    case SQL_TYPE_TIME:
-    case SQL_TYPE_TIMESTAMP: return ColumnKind::kDate;
+    case SQL_DATETIME: return ColumnKind::kDate;
     case SQL_CHAR:
     case SQL_VARCHAR:
     case SQL_LONGVARCHAR:
@@ -229,17 +252,16 @@ ColumnKind Query::KindOf(int column) const {
 }
 
 bool Query::Fetch() {
-  const SQLRETURN result = SQLFetch(statement_.Get());
+  const SQLRETURN result = SQLFetch(statement_->Get());
   if (result == SQL_NO_DATA) return false;
-  statement_.Require(result);
+  Require(result);
   return true;
 }
 
 template <typename C>
 bool Query::Get(int column, SQLSMALLINT type, C& value) {
   SQLLEN length = 0;
-  statement_.Require(
-      SQLGetData(statement_.Get(), ColumnNumber(column), type, &value, sizeof(value), &length));
+  Require(SQLGetData(statement_->Get(), ColumnNumber(column), type, &value, sizeof(value), &length));
   return length != SQL_NULL_DATA;
 }
 
@@ -266,10 +288,10 @@ bool Query::AppendPieces(int column, SQLSMALLINT type, std::size_t zeros, Units&
   std::array<typename Units::value_type, 2048> piece;
   for (bool more = true; more;) {
     SQLLEN bytes = 0;
-    const SQLRETURN result = SQLGetData(statement_.Get(), ColumnNumber(column), type, piece.data(),
+    const SQLRETURN result = SQLGetData(statement_->Get(), ColumnNumber(column), type, piece.data(),
                                         static_cast<SQLLEN>(sizeof(piece)), &bytes);
     if (result == SQL_NO_DATA) break;
-    statement_.Require(result);
+    Require(result);
     if (bytes == SQL_NULL_DATA) return false;
     more = result == SQL_SUCCESS_WITH_INFO;
     whole.append(piece.data(), more ? piece.size() - zeros : static_cast<std::size_t>(bytes) / kUnit);

@@ -5,6 +5,7 @@
 #include <sqlext.h>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -52,9 +53,9 @@ class Handle {
 // A connection to a server.
 class Link {
  public:
-  // Connects, within `seconds`. Texts go through the W functions, or as UTF-8 past them. Throws a
-  // DriverFailure.
-  Link(const std::string& connection_string, unsigned seconds, bool speaks_utf8);
+  // Connects, within `seconds`. Texts go through the W functions, or as UTF-8 past them; queries have a
+  // statement each, or one after the other the same. Throws a DriverFailure.
+  Link(const std::string& connection_string, unsigned seconds, bool speaks_utf8, bool keeps_statements);
   ~Link();
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
@@ -67,24 +68,36 @@ class Link {
   void End(bool commit);
   bool SpeaksUtf8() const { return speaks_utf8_; }
 
+  using Statement = std::unique_ptr<Handle<SQL_HANDLE_STMT>>;
+  // A statement without rows for a query, and one that a query has done with: to make and free one costs a
+  // driver a good part of what a short query does.
+  Statement Take() const;
+  void Keep(Statement statement) const;
+
  private:
   Handle<SQL_HANDLE_ENV> environment_;
   Handle<SQL_HANDLE_DBC> connection_;
   bool speaks_utf8_;
+  bool keeps_statements_;
+  mutable Statement spare_;
 };
 
 // One statement and its rows.
 class Query {
  public:
+  // `link` must outlive it.
   explicit Query(const Link& link);
+  ~Query();
+  Query(const Query&) = delete;
+  Query& operator=(const Query&) = delete;
 
   // Sends one text, of which the driver changes nothing.
   void Execute(const std::string& text);
 
-  int ColumnCount() const;
-  std::string ColumnName(int column) const;  // from 0, as all columns
+  int ColumnCount();
+  std::string ColumnName(int column);  // from 0, as all columns
   // What its cells are; kUnknown where ODBC has no type for them.
-  ado::ColumnKind KindOf(int column) const;
+  ado::ColumnKind KindOf(int column);
 
   // True while there is a row.
   bool Fetch();
@@ -102,8 +115,12 @@ class Query {
   template <typename Units>
   bool AppendPieces(int column, SQLSMALLINT type, std::size_t zeros, Units& whole);
 
+  void Require(SQLRETURN result);
+
+  const Link& link_;
   bool speaks_utf8_;
-  Handle<SQL_HANDLE_STMT> statement_;
+  Link::Statement statement_;
+  bool has_failed_ = false;
   Wide wide_;
   std::string text_;
 };

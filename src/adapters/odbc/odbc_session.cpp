@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <optional>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -23,17 +22,6 @@ constexpr int kSilence = 4;
 unsigned SecondsOf(std::chrono::milliseconds time) {
   return static_cast<unsigned>(
       std::max<std::int64_t>(1, std::chrono::ceil<std::chrono::seconds>(time).count()));
-}
-
-// The detail that the words of a failure hold; nothing where they are others.
-std::optional<std::string> DetailOf(std::string_view words, const Meaning& meaning) {
-  if (meaning.before.empty()) return std::string(words);
-  const std::size_t found = words.find(meaning.before);
-  if (found == std::string_view::npos) return {};
-  const std::string_view rest = words.substr(found + meaning.before.size());
-  if (meaning.behind.empty()) return std::string(words);
-  const std::size_t end = rest.find(meaning.behind);
-  return end == std::string_view::npos ? std::nullopt : std::optional<std::string>(rest.substr(0, end));
 }
 
 // A name as the statement writes it: some servers tell it in small letters.
@@ -101,7 +89,8 @@ void Session::LinkTo(const std::string& string) {
     link_.reset();
     const Sockets before;
     link_ =
-        std::make_unique<Link>(string, SecondsOf(busy_timeout_), engine_ != nullptr && engine_->speaks_utf8);
+        std::make_unique<Link>(string, SecondsOf(busy_timeout_), engine_ != nullptr && engine_->speaks_utf8,
+                               engine_ != nullptr && engine_->keeps_statements);
     before.EndInSilence(kSilence * std::chrono::seconds(SecondsOf(busy_timeout_)));
   } catch (const DriverFailure& failure) {
     throw ConnectFailure(failure.diagnosis, string);
@@ -142,18 +131,13 @@ Failure Session::FailureOf(const Diagnosis& diagnosis, const std::string& statem
   const std::string words = WithoutPasswords(diagnosis.words, servers_[server_]);
   // Before the engine is known.
   if (engine_ == nullptr) return jet::FailureOf(What::kOther, words, statement);
-  for (const Meaning& meaning : engine_->meanings) {
-    if (!diagnosis.state.starts_with(meaning.state)) continue;
-    if (meaning.number != 0 && meaning.number != diagnosis.number) continue;
-    const auto detail = DetailOf(words, meaning);
-    if (!detail) continue;
-    if (meaning.what == What::kConnectionLost) is_lost_ = true;
-    if (meaning.what == What::kRolledBack) is_undone_ = in_transaction_;
-    // A single statement that was undone can be repeated.
-    const What what = meaning.what == What::kRolledBack && !in_transaction_ ? What::kBusy : meaning.what;
-    return jet::FailureOf(what, meaning.behind.empty() ? *detail : AsWritten(*detail, statement), statement);
-  }
-  return jet::FailureOf(What::kOther, words, statement);
+  const Understood failure = UnderstoodBy(*engine_, diagnosis.state, diagnosis.number, words);
+  if (failure.what == What::kConnectionLost) is_lost_ = true;
+  if (failure.what == What::kRolledBack) is_undone_ = in_transaction_;
+  // A single statement that was undone can be repeated.
+  const What what = failure.what == What::kRolledBack && !in_transaction_ ? What::kBusy : failure.what;
+  return jet::FailureOf(what, failure.is_cut ? AsWritten(failure.detail, statement) : failure.detail,
+                        statement);
 }
 
 }  // namespace dossierkit::odbc

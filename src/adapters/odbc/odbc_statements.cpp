@@ -15,7 +15,7 @@ namespace {
 
 using ado::ColumnKind;
 
-ado::Column ColumnAt(const Query& query, int index, const jet::Statement& statement) {
+ado::Column ColumnAt(Query& query, int index, const jet::Statement& statement) {
   const auto at = static_cast<std::size_t>(index);
   ado::Column column = statement.ColumnAt(at, query.ColumnName(index), {});
   // Of an expression the statement may know better.

@@ -21,6 +21,17 @@ constexpr Meaning kMeanings[] = {
     {"42702", 0, What::kAmbiguousName, "column reference \"", "\" is ambiguous"},
     {"42601", 0, What::kErrorNear, "syntax error at or near \"", "\""},
     {"42601", 0, What::kIncomplete, "syntax error at end of input"},
+    // In the words of another language, of which these are Chinese, the state tells what it is.
+    {"42P01", 0, What::kSyntax, "FROM"},
+    {"42P01", 0, What::kNoSuchTable, "\"", "\""},
+    {"42P01", 0, What::kNoSuchTable},
+    {"42703", 0, What::kUnknownField, "的列 \"", "\""},
+    {"42703", 0, What::kUnknownName, "\"", "\""},
+    {"42703", 0, What::kUnknownName, "列 ", " 不存在"},
+    {"42703", 0, What::kUnknownName},
+    {"42702", 0, What::kAmbiguousName, "\"", "\""},
+    {"42601", 0, What::kErrorNear, "，位置在 \"", "\""},
+    {"42601", 0, What::kIncomplete, "，位置在输入末尾"},
     {"42501", 0, What::kOther},
     {"42", 0, What::kSyntax},
     {"55P03", 0, What::kBusy},
@@ -60,6 +71,7 @@ const Engine kPostgresql{
     // the driver keeps no log, in which a password might stand.
     .attributes = "BoolsAsChar=0;UseDeclareFetch=0;Protocol=7.4-2;Debug=0;CommLog=0",
     .speaks_utf8 = false,
+    .keeps_statements = true,
     .session = kSession,
     // The tables of users are numbered from 16384 on.
     .schema_version =

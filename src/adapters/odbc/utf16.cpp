@@ -20,6 +20,12 @@ Wide ToWide(std::string_view text) {
   Wide wide;
   wide.reserve(text.size());
   for (std::size_t position = 0; position < text.size();) {
+    // Most of a statement.
+    if (const auto byte = static_cast<unsigned char>(text[position]); byte < 0x80) {
+      wide += byte;
+      ++position;
+      continue;
+    }
     const char32_t character = environment::NextCharacter(text, position);
     if (character < kBehindOneUnit) {
       wide.push_back(static_cast<SQLWCHAR>(character));
