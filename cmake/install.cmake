@@ -6,7 +6,7 @@ set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/DossierKit)
 set(share ${CMAKE_INSTALL_DATADIR}/dossierkit)
 # In small letters as the other folders, unless whoever builds names one.
-if(NOT "$CACHE{CMAKE_INSTALL_DOCDIR}")
+if("$CACHE{CMAKE_INSTALL_DOCDIR}" STREQUAL "")
   set(CMAKE_INSTALL_DOCDIR ${CMAKE_INSTALL_DATAROOTDIR}/doc/dossierkit)
 endif()
 

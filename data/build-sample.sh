@@ -35,7 +35,7 @@ db=$work/new.db
 
 # Runs an SQL file on the new database; anything said on standard error is a failure.
 run() {
-	if ! sqlite3 -batch -bail "$db" <"$1" >"$work/out" 2>"$work/err" || [ -s "$work/err" ]; then
+	if ! sqlite3 -init /dev/null -batch -bail "$db" <"$1" >"$work/out" 2>"$work/err" || [ -s "$work/err" ]; then
 		cat "$work/err" >&2
 		fail "$2"
 	fi

@@ -119,7 +119,7 @@ pragma quick_check;
 -- as the sample
 pragma journal_mode = wal;
 END
-if ! sqlite3 -batch -bail "$db" <"$work/fill.sql" >"$work/out" 2>"$work/err" || [ -s "$work/err" ]; then
+if ! sqlite3 -init /dev/null -batch -bail "$db" <"$work/fill.sql" >"$work/out" 2>"$work/err" || [ -s "$work/err" ]; then
 	cat "$work/err" >&2
 	fail 'the data could not be made'
 fi

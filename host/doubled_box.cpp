@@ -23,9 +23,17 @@ QString Text(const environment::Value& value) {
   return QString::fromStdString(environment::TextOr(value, ""));
 }
 
-// The captions of the basic data, by column.
-std::map<std::string, QString> Captions(ado::Connection& database) {
-  std::map<std::string, QString> captions = {{"A0136", "人员类别"}, {"A0199", "人员序号"}};
+// By column, whose names a server may give in small letters.
+struct IgnoringCase {
+  bool operator()(const std::string& left, const std::string& right) const {
+    return environment::LowerCase(left) < environment::LowerCase(right);
+  }
+};
+using CaptionsByColumn = std::map<std::string, QString, IgnoringCase>;
+
+// Of the basic data.
+CaptionsByColumn Captions(ado::Connection& database) {
+  CaptionsByColumn captions = {{"A0136", "人员类别"}, {"A0199", "人员序号"}};
   const auto rows = database.Execute("select itemname,itemdesc from s_infoitem where tblname='A01'");
   for (std::int32_t row = 1; row <= rows->RecordCount(); ++row) {
     const QString caption = Text(rows->ValueAt(row, 1));
@@ -36,8 +44,7 @@ std::map<std::string, QString> Captions(ado::Connection& database) {
 
 class DoubledBox : public QDialog {
  public:
-  DoubledBox(const care::DoubledPerson& doubled, const std::map<std::string, QString>& captions,
-             QWidget* over)
+  DoubledBox(const care::DoubledPerson& doubled, const CaptionsByColumn& captions, QWidget* over)
       : QDialog(over) {
     setWindowTitle("人员重复");
     resize(760, 520);
@@ -61,8 +68,7 @@ class DoubledBox : public QDialog {
   int Kept() const { return kept_; }
 
  private:
-  QTableWidget* MakeTable(const care::DoubledPerson& doubled,
-                          const std::map<std::string, QString>& captions) {
+  QTableWidget* MakeTable(const care::DoubledPerson& doubled, const CaptionsByColumn& captions) {
     auto* table = new QTableWidget(0, static_cast<int>(doubled.rows.size()) + 1, this);
     QStringList headings = {"项目"};
     for (std::size_t row = 0; row < doubled.rows.size(); ++row) headings << QString("第 %1 条").arg(row + 1);
@@ -81,11 +87,12 @@ class DoubledBox : public QDialog {
 
   // The fields in which the rows differ, in bold, or those in which they are equal and not empty.
   static void AddFields(QTableWidget& table, const care::DoubledPerson& doubled,
-                        const std::map<std::string, QString>& captions, bool differing) {
+                        const CaptionsByColumn& captions, bool differing) {
     for (std::size_t column = 0; column < doubled.columns.size(); ++column) {
       std::set<QString> texts;
       for (const auto& row : doubled.rows) texts.insert(Text(row[column]));
-      if (doubled.columns[column] == "A00" || (texts.size() > 1) != differing || *texts.rbegin() == QString())
+      if (environment::EqualIgnoringCase(doubled.columns[column], "A00") || (texts.size() > 1) != differing ||
+          *texts.rbegin() == QString())
         continue;
       const auto caption = captions.find(doubled.columns[column]);
       QStringList cells = {caption == captions.end() ? QString::fromStdString(doubled.columns[column])

@@ -57,7 +57,8 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   bool visit_options = false;
   std::size_t next = 0;
   const auto value_of = [&](const std::string& option) -> const std::string& {
-    if (next >= arguments.size()) throw UsageError(option + " takes a value");
+    // An empty one is what a script hands over that lost its variable.
+    if (next >= arguments.size() || arguments[next].empty()) throw UsageError(option + " takes a value");
     return arguments[next++];
   };
   // The rest of a command that takes two options, and cannot do without either.
@@ -131,7 +132,6 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.photos = value_of(argument);
     } else if (argument == "--person") {
       options.person = value_of(argument);
-      if (options.person.empty()) throw UsageError("--person takes an identifier");
     } else if (argument == "--new") {
       new_person = true;
     } else if (argument == "--operation-type") {
@@ -143,7 +143,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.own_rows = true;
     } else if (argument == "--clerk") {
       options.clerk = value_of(argument);
-      if (options.clerk.empty() || environment::Length(options.clerk) > kLongestClerk)
+      if (environment::Length(options.clerk) > kLongestClerk)
         throw UsageError("--clerk takes a name of at most 128 characters");
     } else if (argument == "--trace-sql") {
       options.trace_file = value_of(argument);
@@ -232,7 +232,8 @@ Without --person or --new: a window with the people of the database.
   copy                  moves a database between a file and a server, or two servers, each named by a file or a
                         connection string; the target must be empty, and both sides are compared
 
-The working copies lie in $XDG_DATA_HOME/dossierkit, by default in ~/.local/share/dossierkit.
+The working copies lie in $XDG_DATA_HOME/dossierkit, by default in ~/.local/share/dossierkit; on Windows, where there
+are the check, create-sample, create-empty and the tour alone, in %LOCALAPPDATA%\dossierkit.
 Prints "ShowDossier returned True" or "... False" and exits with 0; exits with 1 where a call failed
 and with 2 on wrong arguments. The check exits with 0 without faults, with 1 with faults and with 2
 where it cannot read.

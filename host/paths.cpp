@@ -1,5 +1,6 @@
 #include "host/paths.h"
 
+#include <random>
 #include <system_error>
 
 #include "host/system.h"
@@ -33,7 +34,17 @@ fs::path DataFolder() {
 fs::path WorkingPhotos() {
   fs::path working = DataFolder() / "photos";
   std::error_code error;
-  if (!fs::exists(working, error)) CopyPhotos(SamplePhotos(), working);
+  if (fs::exists(working, error)) return working;
+  // All of them or none: a folder that is there is not filled again.
+  const fs::path begun = DataFolder() / ("photos." + std::to_string(std::random_device()()));
+  try {
+    CopyPhotos(SamplePhotos(), begun);
+  } catch (const environment::Failure&) {
+    fs::remove_all(begun, error);
+    throw;
+  }
+  fs::rename(begun, working, error);
+  if (error) fs::remove_all(begun, error);  // another program was faster
   return working;
 }
 
@@ -81,7 +92,12 @@ void RequireNoFile(const std::string& what, const fs::path& target) {
 static void CreateFrom(const fs::path& source, const std::string& what, const fs::path& target) {
   RequireNoFile(what, target);
   std::error_code error;
-  if (!fs::copy_file(source, target, error)) RefuseToMake(what, target, error.message());
+  if (!fs::copy_file(source, target, error)) {
+    std::error_code ignored;
+    // Half of one would be taken for a database. What somebody else has just made stays.
+    if (error != std::errc::file_exists) fs::remove(target, ignored);
+    RefuseToMake(what, target, error.message());
+  }
   fs::permissions(target, fs::perms::owner_write, fs::perm_options::add, error);
 }
 

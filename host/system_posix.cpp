@@ -1,5 +1,6 @@
 #ifndef _WIN32
 
+#include <pwd.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -23,8 +24,11 @@ fs::path DataHome() {
     const char* value = std::getenv(name);
     return fs::path(value ? value : "");
   };
-  const fs::path data = variable("XDG_DATA_HOME");
-  return data.is_absolute() ? data : variable("HOME") / ".local" / "share";
+  fs::path data = variable("XDG_DATA_HOME");
+  if (data.is_absolute()) return data;
+  const passwd* user = getpwuid(geteuid());
+  const fs::path home = variable("HOME");
+  return (home.is_absolute() || !user ? home : fs::path(user->pw_dir)) / ".local" / "share";
 }
 
 }  // namespace dossierkit::host

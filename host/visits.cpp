@@ -43,6 +43,28 @@ bool IsOpenedAllTheSame(const std::string& clerk, QWidget* over) {
   return look == box.clickedButton();
 }
 
+// The component does not hand back the identifiers of new persons: they are seen where it draws them.
+class SeesNewPersons : public ado::Connection {
+ public:
+  SeesNewPersons(std::shared_ptr<ado::Connection> inner, std::shared_ptr<std::vector<std::string>> drawn)
+      : inner_(std::move(inner)), drawn_(std::move(drawn)) {}
+
+  bool IsOpen() const override { return inner_->IsOpen(); }
+  ado::Snapshot Run(const std::string& statement) override {
+    ado::Snapshot rows = inner_->Run(statement);
+    if (statement == "select id from S_GUID where val='a'" && rows.RowCount() > 0)
+      drawn_->push_back(environment::Middle(environment::TextOr(rows.ValueAt(0, 0), ""), 1, 36));
+    return rows;
+  }
+  std::int32_t BeginTrans() override { return inner_->BeginTrans(); }
+  void CommitTrans() override { inner_->CommitTrans(); }
+  void RollbackTrans() override { inner_->RollbackTrans(); }
+
+ private:
+  std::shared_ptr<ado::Connection> inner_;
+  std::shared_ptr<std::vector<std::string>> drawn_;
+};
+
 }  // namespace
 
 Visits::Visits(std::shared_ptr<ado::Connection> database, std::shared_ptr<ado::Connection> connection,
@@ -58,33 +80,28 @@ bool Visits::Open(const VisitRequest& request, QWidget* over) {
       over, [&] { mark.emplace(*database_, request.person, sharing_.clerk); }, "不能标明谁正在维护此人：");
   if (mark && !mark->Another().empty() && !IsOpenedAllTheSame(mark->Another(), over)) return false;
   std::vector<std::string> persons;
-  if (!request.person.empty()) persons.push_back(request.person);
+  if (!request.person.empty() && (!mark || mark->Another().empty())) persons.push_back(request.person);
   PartDoubled(persons, over);
   PutInOrder(persons, over);
-  std::optional<std::int64_t> highest;
-  Try(over, [&] { highest = HighestBesides(request.person); });
 
   bool saved = false;
   std::exception_ptr failure;
+  const auto drawn = std::make_shared<std::vector<std::string>>();
   try {
-    saved = ShowDossier(request);
+    saved = ShowDossier(request, drawn);
   } catch (...) {
     failure = std::current_exception();
   }
-  // The component does not hand back the identifiers of the persons who were stored meanwhile.
-  Try(over, [&] {
-    if (!highest) return;
-    for (std::string& person : StoredSince(*highest)) persons.push_back(std::move(person));
-  });
+  persons.insert(persons.end(), drawn->begin(), drawn->end());
   PartDoubled(persons, over);
   PutInOrder(persons, over);
   if (failure) std::rethrow_exception(failure);
   return saved;
 }
 
-bool Visits::ShowDossier(const VisitRequest& request) {
+bool Visits::ShowDossier(const VisitRequest& request, std::shared_ptr<std::vector<std::string>> drawn) {
   IUserCtrl dossier;
-  dossier.SetConnection(connection_);
+  dossier.SetConnection(std::make_shared<SeesNewPersons>(connection_, std::move(drawn)));
   dossier.personID = request.person;
   dossier.OperationType =
       request.operation_type.value_or(request.person.empty() ? kNewPerson : kStoredPerson);
@@ -117,20 +134,6 @@ void Visits::PutInOrder(const std::vector<std::string>& persons, QWidget* over) 
   Try(over, [&] {
     for (const std::string& person : persons) care::RenumberRecords(*database_, person);
   });
-}
-
-std::int64_t Visits::HighestBesides(const std::string& person) const {
-  const auto rows =
-      database_->Execute("select iif(max(A0199) is null,0,max(A0199)) from A01 where A00<>" + Quoted(person));
-  return environment::ToInt32(rows->Fields(0));
-}
-
-std::vector<std::string> Visits::StoredSince(std::int64_t number) const {
-  const auto rows = database_->Execute("select A00 from A01 where A0199>" + std::to_string(number));
-  std::vector<std::string> persons;
-  for (std::int32_t row = 1; row <= rows->RecordCount(); ++row)
-    persons.push_back(environment::TextOr(rows->ValueAt(row, 0), ""));
-  return persons;
 }
 
 }  // namespace dossierkit::host

@@ -22,7 +22,9 @@ struct VisitRequest {
 };
 
 // Numbers the person's records before and after each visit, asks which row of a doubled person stays, and
-// tells who else has the person open.
+// tells who else has the person open. Of a person whom another clerk has open nothing is numbered and nobody
+// is asked: his window would then write into other records than it shows. The persons who were stored
+// meanwhile are cared for as well, but only those whom this visit began.
 class Visits {
  public:
   // `database` runs the host's own statements, `connection` is the component's. `photos` is a folder.
@@ -36,12 +38,10 @@ class Visits {
 
  private:
   std::int16_t PersonTypeOf(const std::string& person) const;
-  bool ShowDossier(const VisitRequest& request);
+  // The identifiers that the component drew for new persons go to `drawn`.
+  bool ShowDossier(const VisitRequest& request, std::shared_ptr<std::vector<std::string>> drawn);
   void PartDoubled(const std::vector<std::string>& persons, QWidget* over);
   void PutInOrder(const std::vector<std::string>& persons, QWidget* over);
-  // The greatest running number of all the other persons: who is stored from now on has a higher one.
-  std::int64_t HighestBesides(const std::string& person) const;
-  std::vector<std::string> StoredSince(std::int64_t number) const;
 
   std::shared_ptr<ado::Connection> database_;
   std::shared_ptr<ado::Connection> connection_;

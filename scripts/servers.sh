@@ -192,7 +192,7 @@ set_mariadb() {
   "${as_nobody[@]}" mkdir -p "$data/$1.tmp"
   # The program's statements write one table's name in capitals and in small letters.
   mariadb=("$program" --no-defaults --datadir="$data/$1" --port="$2" --bind-address=127.0.0.1
-    --socket="$data/$1.sock" --pid-file="$data/$1.pid" --tmpdir="$data/$1.tmp" --lower-case-table-names=1 --character-set-server=utf8mb4
+    --socket=../"$1.sock" --pid-file="$data/$1.pid" --tmpdir="$data/$1.tmp" --lower-case-table-names=1 --character-set-server=utf8mb4
     --skip-name-resolve --innodb-log-file-size=32M --innodb-fast-shutdown=2 --innodb-buffer-pool-size=64M --sync-frm=0 --max-connections=300)
   [ -n "$durable" ] || mariadb+=(--innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --innodb-flush-method=nosync)
 }

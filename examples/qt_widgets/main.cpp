@@ -38,7 +38,9 @@ class People : public QMainWindow {
     column->addWidget(&open_);
     column->addWidget(&quit_);
     setCentralWidget(content);
-    connect(&open_, &QPushButton::clicked, this, [this] { Open(*list_.currentItem()); });
+    connect(&open_, &QPushButton::clicked, this, [this] {
+      if (const auto* person = list_.currentItem()) Open(*person);
+    });
     connect(&quit_, &QPushButton::clicked, qApp, &QApplication::quit);
   }
 

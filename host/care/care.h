@@ -12,10 +12,10 @@
 namespace dossierkit::care {
 
 // Gives the records of the person in every set of many records the numbers 1 to n, in the order of the list.
-// To be called before and after each visit: a deletion leaves gaps and equal numbers, with which the next
-// visit writes into other records than the ones on show. A set that is not in order is written anew with
-// every column, all sets in one transaction; where all is in order nothing is written. Returns the number of
-// sets written. Throws a Failure, and nothing has changed then.
+// To be called before and after each visit, while nobody else has the person open: a deletion leaves gaps and
+// equal numbers, with which the next visit writes into other records than the ones on show. A set that is not
+// in order is written anew with every column, all sets in one transaction; where all is in order nothing is
+// written. Returns the number of sets written. Throws a Failure, and nothing has changed then.
 DOSSIERKIT_EXPORT int RenumberRecords(ado::Connection& connection, const std::string& person);
 
 // A person with several rows in A01, whom no visit opens.

@@ -71,7 +71,8 @@ std::vector<std::string> MariadbStatements(const Schema& schema) {
       statements.push_back(
           "create or replace trigger tr_dossierkit_audit_" + small + "_" + action + " after " + action +
           " on " + QuotedName("MariaDB", table.name) + " for each row " +
-          (action == "update" ? "if " + before + " <> " + after + " then " : "") +
+          // Its columns disregard the case of letters, and what stands beyond U+FFFF.
+          (action == "update" ? "if binary " + before + " <> binary " + after + " then " : "") +
           "insert into dossierkit_audit (changed, who, tbl, person, action, `before`, `after`) "
           "values (now(), user(), '" +
           small + "', " + (action == "delete" ? "old" : "new") + ".A00, '" + action + "', " + before + ", " +
@@ -119,8 +120,13 @@ class Restoring {
     const bool is_person = environment::EqualIgnoringCase(table_.name, "A01");
     if (!is_person && Count("A01") == 0) Refuse("此人已被删除，请先恢复其 A01 的记录。");
     if (!IsSetOfMany(table_)) {
+      const std::int64_t count = Count(table_.name);
+      if (count > 1) {
+        Refuse("此人在 " + environment::UpperCase(table_.name) + " 中有 " + std::to_string(count) +
+               " 行，不能确定恢复哪一行，没有做任何改动：请先去掉多余的行。");
+      }
       // A deletion in A01 would take along the person's rows in all sets.
-      server_.RunNative(Count(table_.name) > 0 ? Update() : Insert({}, {}));
+      server_.RunNative(count > 0 ? Update() : Insert({}, {}));
       return {};
     }
     const std::string column = Quoted(table_.name + "99");

@@ -12,7 +12,8 @@
 namespace dossierkit::server {
 
 // From now on every change of a row of the information sets is written down, by whatever program. Doing it
-// again, as after a new set, does no harm. Throws a Failure: its user needs the right to make triggers.
+// again, as after a new set or column, does no harm. Throws a Failure: its user needs the right to make
+// triggers.
 DOSSIERKIT_EXPORT void PrepareAudit(odbc::OdbcConnection& server);
 
 struct Change {
@@ -39,7 +40,8 @@ struct RestoredRecord {
 // Brings back the record as it stood before the change of that number. In a set of one record it takes the
 // place of the person's present one; in a set of many it overwrites none: where its number is taken it gets
 // the one behind the highest. It is itself a change that is written down. Throws a Failure, and nothing has
-// changed then: where there was no record before the change, or the person has no row in A01.
+// changed then: where there was no record before the change, the person has no row in
+// A01, or several in the set of one record.
 DOSSIERKIT_EXPORT RestoredRecord RestoreRecord(odbc::OdbcConnection& server, std::int64_t number);
 
 }  // namespace dossierkit::server

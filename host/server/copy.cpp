@@ -96,6 +96,28 @@ std::string Written(const Value& value, const jet::Renderer& renderer) {
   return value.IsNull() ? "null" : jet::ConstantOf(value, renderer);
 }
 
+// While it lives, nobody else makes that database, or clears away what seems to be left of it.
+class Claim {
+ public:
+  explicit Claim(const Store& store) : store_(store), words_(WordsOf(store.engine)) {
+    if (!words_.claim.empty() && Answer(store, words_.claim) != "1")
+      throw jet::FailureOf(jet::EngineFailure::kBusy, {}, std::string(words_.claim));
+  }
+  ~Claim() {
+    try {
+      Answer(store_, words_.release);
+    } catch (const std::exception&) {
+      // It ended with its session.
+    }
+  }
+  Claim(const Claim&) = delete;
+  Claim& operator=(const Claim&) = delete;
+
+ private:
+  const Store& store_;
+  const Words& words_;
+};
+
 class Copier {
  public:
   Copier(const Store& from, const Store& to, const Progress& progress)
@@ -140,6 +162,7 @@ class Copier {
     }
     // A trigger would step in where rows are copied.
     for (const std::string& statement : TriggerStatements(to_.engine, schema_)) to_.run_native(statement);
+    is_ending_ = true;
     if (!words_.end_making.empty()) to_.run_native(std::string(words_.end_making));
     return copied;
   }
@@ -193,8 +216,11 @@ class Copier {
       // The first failure is the one to be told.
     }
     try {
-      // Not every server takes tables back that were made.
-      DropAll();
+      // Where the session was lost its claim went too, and another copy may be at work.
+      const Claim claim(to_);
+      // Not every server takes tables back that were made, and of the last statement the answer may be lost.
+      // What another copy has completed meanwhile stays.
+      if (is_ending_ || Answer(to_, words_.is_being_made) == "1") DropAll();
     } catch (const Failure&) {
       // It has gone: the next copy finds what is left.
     }
@@ -215,28 +241,7 @@ class Copier {
   const Words& words_ = WordsOf(to_.engine);
   std::int64_t done_ = 0;
   std::int64_t all_ = 0;
-};
-
-// While it lives, nobody else makes that database, or clears away what seems to be left of it.
-class Claim {
- public:
-  explicit Claim(const Store& store) : store_(store), words_(WordsOf(store.engine)) {
-    if (!words_.claim.empty() && Answer(store, words_.claim) != "1")
-      throw jet::FailureOf(jet::EngineFailure::kBusy, {}, std::string(words_.claim));
-  }
-  ~Claim() {
-    try {
-      Answer(store_, words_.release);
-    } catch (const std::exception&) {
-      // It ended with its session.
-    }
-  }
-  Claim(const Claim&) = delete;
-  Claim& operator=(const Claim&) = delete;
-
- private:
-  const Store& store_;
-  const Words& words_;
+  bool is_ending_ = false;  // it may be complete
 };
 
 // While it lives, a database is read as it stood at one moment, by a transaction that writes nothing.

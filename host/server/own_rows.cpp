@@ -69,7 +69,6 @@ std::function<void()> SetUpMariadb(odbc::OdbcConnection& server, const std::stri
 
 OwnRows::OwnRows(sqlite::SqliteConnection& connection, const std::string& person) {
   const Store store = StoreOf(connection);
-  const Schema schema = SchemaOf(store);
   std::string up =
       "create temp table dossierkit_visit (person text collate nocase primary key);"
       "insert into dossierkit_visit values (" +
@@ -78,7 +77,7 @@ OwnRows::OwnRows(sqlite::SqliteConnection& connection, const std::string& person
       "create temp trigger tr_dossierkit_drawn after insert on main.S_GUID begin "
       "insert or ignore into dossierkit_visit values (substr(new.id, 2, 36)); end;";
   std::string down = "drop trigger if exists temp.tr_dossierkit_drawn;";
-  for (const Table& table : schema.tables) {
+  for (const Table& table : TablesOfFile(connection)) {
     if (!IsSetOfMany(table)) continue;
     const std::string name = QuotedName("SQLite", table.name);
     up += "create temp view " + name + " as select * from main." + name +

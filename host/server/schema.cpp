@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <set>
 #include <utility>
 
 #include "host/server/words.h"
@@ -62,8 +63,18 @@ std::string ItemsOf(const Words& words, const Schema& schema, const Index& index
   return items;
 }
 
-std::string IndexStatement(const Words& words, const Index& index, const std::string& items) {
-  return std::string(index.is_unique ? "create unique index " : "create index ") + Quoted(words, index.name) +
+// Some engines know an index by its table and its name, others by its name alone, which no table may have
+// either. `taken` are names in small letters.
+std::string FreeName(const Index& index, std::set<std::string>& taken) {
+  std::string name = index.name;
+  if (taken.contains(LowerCase(name))) name = index.table + "_" + name;
+  while (!taken.insert(LowerCase(name)).second) name += "_";
+  return name;
+}
+
+std::string IndexStatement(const Words& words, const Index& index, const std::string& name,
+                           const std::string& items) {
+  return std::string(index.is_unique ? "create unique index " : "create index ") + Quoted(words, name) +
          " on " + Quoted(words, index.table) + " (" + items + ")";
 }
 
@@ -132,10 +143,12 @@ std::vector<std::string> TableStatements(const std::string& engine, const Schema
     for (const std::string_view statement : words.identifiers)
       statements.push_back(Replace(statement, "{identifier}", words.identifier));
   }
+  if (words.has_keys_in_tables) return statements;
+  std::set<std::string> taken;
+  for (const Table& table : schema.tables) taken.insert(LowerCase(table.name));
   for (const Index& index : schema.indexes) {
     const std::string items = ItemsOf(words, schema, index);
-    if (!items.empty() && !words.has_keys_in_tables)
-      statements.push_back(IndexStatement(words, index, items));
+    if (!items.empty()) statements.push_back(IndexStatement(words, index, FreeName(index, taken), items));
   }
   return statements;
 }

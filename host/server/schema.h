@@ -32,9 +32,14 @@ struct Schema {
   std::vector<Index> indexes;
 };
 
-// The schema of a database; what the component's own views and triggers need besides is left out. Throws a
+// The schema of a database; what the component's own views and triggers need besides is left out, and of a
+// file an index that has a condition, or an item that is neither a column nor the length of one. Throws a
 // Failure where it cannot be read, or for a column of a type that not every engine has.
 Schema SchemaOf(const Store& database);
+
+// The tables of a file alone, with types as it declares them, whatever they are. Throws a Failure where they
+// cannot be read.
+std::vector<Table> TablesOfFile(ado::Connection& file);
 
 // What an engine makes of it: statements of its own, to be run one after the other in an empty database, the
 // former before there are rows and the latter behind them. Throws a Failure for an unknown engine. Record

@@ -38,11 +38,13 @@ struct Words {
   std::span<const std::string_view> triggers;
   // What is dropped besides the tables, where a database could not be completed.
   std::span<const std::string_view> drops;
-  // Where tables do not go with the transaction in which they were made: a question that gives "1" to one
-  // session at a time, until the next one; then, for a table that stands in a database only while it is being
-  // made, what makes it, the question that gives "1" where it stands, and what drops it, behind all others.
+  // Questions: one that gives "1" to one session of a database at a time, as often as it asks, and one that
+  // takes that back once.
   std::string_view claim;
   std::string_view release;
+  // Where tables do not go with the transaction in which they were made: for a table that stands in a
+  // database only while it is being made, what makes it, the question that gives "1" where it stands, and
+  // what drops it, behind all others.
   std::string_view begin_making;
   std::string_view is_being_made;
   std::string_view end_making;

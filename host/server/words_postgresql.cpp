@@ -58,8 +58,9 @@ const Words kPostgresql{
     .identifiers = kIdentifiers,
     .triggers = kTriggers,
     .drops = kDrops,
-    .claim = "",
-    .release = "",
+    // Of this database alone.
+    .claim = "select cast(pg_try_advisory_lock(199, 200) as integer)",
+    .release = "select pg_advisory_unlock(199, 200)",
     .begin_making = "",
     .is_being_made = "",
     .end_making = "",

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/environment/text.h"
+#include "tests/support/basic_data.h"
 #include "tests/support/faulty_visit.h"
 #include "tests/support/server_faults.h"
 #include "tests/support/servers.h"
@@ -148,6 +149,67 @@ TEST_F(VisitOnACluster, ASaveThatMeetsItIsToldOnceAndSavingAgainWorks) {
   ASSERT_EQ(told.size(), 1U) << testing::PrintToString(told);
   EXPECT_TRUE(told[0].starts_with(kLost)) << told[0];
   EXPECT_EQ(visit_->Hours(), "7");
+}
+
+TEST_F(VisitOnACluster, ADossierIsTypedWhoseNodeIsKilledHalfWay) {
+  using Texts = std::vector<std::string>;
+  Visit& visit = visit_->Scenes();
+  const auto fill = [&](const Texts& values) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      visit.user.Type(values[i]);
+      if (i + 1 < values.size()) visit.user.Press(toolkit::kKeyReturn);
+    }
+  };
+  const auto save = [&] { visit.user.Press('S', toolkit::kAlt); };
+  const auto add = [&] { visit.user.Press('N', toolkit::kAlt); };
+  std::string person;
+  const std::string told = Told([&] {
+    visit.OpenNew([&] {
+      // "hz" is 汉族 and 回族, so the picker asks.
+      visit.script.WillRun([&](toolkit::Form&) {
+        visit.user.Tab();
+        visit.user.Press(toolkit::kKeyReturn);
+      });
+      fill(kBasicDataAsTyped);
+      save();
+      person = visit.Window().personID;
+      visit.GoTo("A03");
+      fill({"199809", "200207", "江南大学"});
+      save();
+      add();
+      fill({"200208", "200407", "酿造研究所"});
+      KillItsNode();
+      save();
+    });
+  });
+  EXPECT_TRUE(told.starts_with(kLost)) << told;
+  EXPECT_EQ(visit.Messages(), Texts());
+  visit.OpenPerson(person, [&] {
+    EXPECT_EQ(visit.Text("A01_A0101").Text(), "钱三多");
+    EXPECT_EQ(visit.Text("A01_A0103").Text(), "汉族");
+    visit.GoTo("A03");
+    EXPECT_EQ(visit.Text("A03_A0302").Text(), "江南大学");
+    add();
+    fill({"200208", "200407", "酿造研究所"});
+    save();
+    visit.GoTo("A12");
+    fill({"成就"});
+    save();
+    visit.user.ClickToolbar("Exit");
+  });
+  EXPECT_EQ(visit.Messages(), Texts());
+  ASSERT_TRUE(WaitUntil(IsWhole));
+  const std::string where = " where A00='" + person + "'";
+  for (std::size_t node = 0; node < 3; ++node) {
+    odbc::OdbcConnection one(NodeString(node, kDatabase), kPatience);
+    EXPECT_EQ(Rows(one, "select A0101,A0102,A0103,A0114,A0104 from A01" + where),
+              (Texts{"钱三多|1|01|320481|1979/10/5"}))
+        << "on node " << node;
+    EXPECT_EQ(Rows(one, "select A0301,A0301A,A0302,A0399 from A03" + where + " order by A0399"),
+              (Texts{"1998/9/1|2002/7/1|江南大学|1", "2002/8/1|2004/7/1|酿造研究所|2"}))
+        << "on node " << node;
+    EXPECT_EQ(Rows(one, "select A1201 from A12" + where), (Texts{"成就"})) << "on node " << node;
+  }
 }
 
 }  // namespace

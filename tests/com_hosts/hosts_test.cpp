@@ -138,6 +138,16 @@ class ShippedLibrary : public testing::Test {
     EXPECT_EQ(saved, VARIANT_FALSE);
     return result;
   }
+  // The same behind a visit in an apartment of many threads: the thread that COM made for that ends a moment
+  // after its host has left, and until then the library belongs to it.
+  static HRESULT ShowOnceThatEnded(const Pointer<_IUserCtrl>& object) {
+    HRESULT shown = Show(object);
+    Await([&] {
+      if (shown == RPC_E_WRONG_THREAD) shown = Show(object);
+      return shown != RPC_E_WRONG_THREAD;
+    });
+    return shown;
+  }
 
   static std::string Words() {
     Pointer<IErrorInfo> told;
@@ -340,7 +350,7 @@ TEST_F(ShippedLibrary, AFailureReachesAHostOfTheMultiThreadedApartment) {
   InApartment(COINIT_MULTITHREADED, [&] {
     const auto object = Make();
     database_->Close();
-    EXPECT_EQ(Show(object), Result(0x800A0E7D));
+    EXPECT_EQ(ShowOnceThatEnded(object), Result(0x800A0E7D));
   });
 }
 
@@ -353,7 +363,7 @@ TEST_F(ShippedLibrary, AHostMayBeginAndEndItsApartmentForEachVisit) {
         shown = OpenThread(SYNCHRONIZE, FALSE, GetWindowThreadProcessId(window, nullptr));
         Close(window);
       });
-      EXPECT_EQ(Show(object), S_OK) << kind;
+      EXPECT_EQ(ShowOnceThatEnded(object), S_OK) << kind;
     });
     // The thread of an apartment that COM made ends a moment later.
     EXPECT_EQ(WaitForSingleObject(shown, 120'000), WAIT_OBJECT_0) << kind;

@@ -50,9 +50,9 @@ case $way in
     on_installation "$prefix"
     # Without CMake.
     export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
-    # shellcheck disable=SC2046
-    quietly g++ -std=c++20 "$root/examples/console/main.cpp" -o "$folder/by_pkg_config" \
-      $(pkg-config --cflags --libs dossierkit)
+    # What it says is quoted for a shell.
+    eval "flags=($(pkg-config --cflags --libs dossierkit))"
+    quietly g++ -std=c++20 "$root/examples/console/main.cpp" -o "$folder/by_pkg_config" "${flags[@]}"
     [ "$("$prefix/bin/dossier" --version)" = "dossier $(pkg-config --modversion dossierkit)" ]
     for file in USER.ICO xinxj.ico sample.db photos; do [ -e "$prefix/share/dossierkit/$file" ]; done
     "$root/tests/embedding/links.py" "$prefix/share/doc/dossierkit" "${read_by_hosts[@]}"

@@ -176,7 +176,10 @@ TEST(Options, WhatIsWrongIsNamed) {
   };
   EXPECT_EQ(reason({"--nonsense"}), "unknown argument '--nonsense'");
   EXPECT_EQ(reason({"--person"}), "--person takes a value");
-  EXPECT_EQ(reason({"--person", ""}), "--person takes an identifier");
+  EXPECT_EQ(reason({"--person", ""}), "--person takes a value");
+  for (const char* option : {"--database", "--connection", "--photos", "--clerk", "--trace-sql", "--tour"})
+    EXPECT_EQ(reason({option, ""}), std::string(option) + " takes a value");
+  EXPECT_EQ(reason({"check", "--database", ""}), "--database takes a value");
   EXPECT_EQ(reason({"--new", "--person", "P"}), "--person and --new exclude one another");
   EXPECT_EQ(reason({"--database", "d", "--connection", "c"}),
             "--database and --connection exclude one another");

@@ -50,7 +50,6 @@ class Program : public testing::Test {
   }
   fs::path In(const std::string& name) const { return folder_ / name; }
 
- private:
   fs::path folder_ = fs::temp_directory_path() / ("dossier-program-" + std::to_string(getpid()));
 };
 
@@ -114,6 +113,15 @@ TEST_F(Program, CreateSampleRefusesAFileThatIsThere) {
     EXPECT_EQ(Read(In(std::string("s.db") + ending)), "mine");
     fs::remove(In(std::string("s.db") + ending));
   }
+}
+
+// As on a full disk.
+TEST_F(Program, ADatabaseThatCannotBeWrittenWholeIsNotThere) {
+  const Outcome outcome = Run("create-sample '" + In("s.db").string() + "'", "trap '' XFSZ; ulimit -f 100; ");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_NE(outcome.error.find("无法建立示例数据库 " + In("s.db").string()), std::string::npos)
+      << outcome.error;
+  EXPECT_FALSE(fs::exists(In("s.db")));
 }
 
 TEST_F(Program, CreateSampleRefusesALinkThatLeadsNowhere) {
@@ -185,6 +193,13 @@ TEST_F(Program, CheckOfTheWorkingCopyHasItsPhotographs) {
   EXPECT_EQ(outcome.out, "照片 " + kPerson +
                              ".jpg：读不出图片，一打开此人的窗口就会关闭（提示“无效图片”或文件错误）；"
                              "请换成 JPEG 照片，并检查文件的权限。\n");
+}
+
+TEST_F(Program, WithoutAHomeTheWorkingCopiesLieInTheUsersOwn) {
+  const Outcome outcome =
+      RunProgram(folder_, "check", "cd '" + folder_.string() + "' && env -u XDG_DATA_HOME -u HOME ");
+  EXPECT_EQ(outcome.code, 0) << outcome.out << outcome.error;
+  EXPECT_FALSE(fs::exists(In(".local")));
 }
 
 TEST_F(Program, CheckTellsEachFaultOnALineAndExitsWithOne) {

@@ -12,8 +12,10 @@
 #include <QTimer>
 #include <stdexcept>
 
+#include "host/doubled_box.h"
 #include "host/failure_box.h"
 #include "host/people_window.h"
+#include "metadata/loaders.h"
 #include "platform/ado/tracing_connection.h"
 #include "platform/environment/placed_failure.h"
 #include "shell/component.h"
@@ -119,7 +121,7 @@ TEST_F(HostVisits, AVisitThatFailsLeavesTheRecordsInOrderToo) {
   EXPECT_EQ(Numbers(), (Texts{"1", "2", "3", "4", "5"}));
 }
 
-TEST_F(HostVisits, PersonsWhoWereStoredMeanwhileAreCaredForAndNobodyElse) {
+TEST_F(HostVisits, PersonsWhomTheVisitBeganAreCaredForAndNobodyElse) {
   boxes_.WillPress("保留第 2 条(&2)");
   // The last person of the table, doubled and out of order before the visit.
   const std::string other = One(*database_, "select A00 from A01 where A0199=12");
@@ -128,27 +130,57 @@ TEST_F(HostVisits, PersonsWhoWereStoredMeanwhileAreCaredForAndNobodyElse) {
          "insert into A03(A00,A0302,A0399) values('" +
          other + "','某',77)");
   const Texts others = Numbers(other);
+  std::string first;
+  std::string second;
   Open({}, [&] {
+    first = NewPersonId();
+    second = NewPersonId();
+    Script("insert into A01(A00,A0101,A0199) values('" + first +
+           "','新一',13);"
+           "insert into A01(A00,A0101,A0199) values('" +
+           first +
+           "','新二',14);"
+           "insert into A03(A00,A0302,A0399) values('" +
+           first +
+           "','某',4);"
+           "insert into A01(A00,A0101,A0199) values('" +
+           second +
+           "','新三',15);"
+           "insert into A03(A00,A0302,A0399) values('" +
+           second + "','某',9)");
+  });
+  EXPECT_EQ(Column(*database_, "select A0101 from A01 where A00='" + first + "'"), Texts{"新二"});
+  EXPECT_EQ(Numbers(first), Texts{"1"});
+  EXPECT_EQ(Numbers(second), Texts{"1"});
+  EXPECT_EQ(Numbers(other), others);
+  EXPECT_EQ(boxes_.texts.size(), 1U);
+}
+
+// Another clerk's, who has the window open on him.
+TEST_F(HostVisits, APersonWhomSomebodyElseStoredMeanwhileIsLeftAlone) {
+  Open({kPerson, {}, {}}, [&] {
     Script(
         "insert into A01(A00,A0101,A0199) values('NEW','新一',13);"
         "insert into A01(A00,A0101,A0199) values('NEW','新二',14);"
         "insert into A03(A00,A0302,A0399) values('NEW','某',4)");
   });
-  EXPECT_EQ(Column(*database_, "select A0101 from A01 where A00='NEW'"), Texts{"新二"});
-  EXPECT_EQ(Numbers("NEW"), Texts{"1"});
-  EXPECT_EQ(Numbers(other), others);
-  EXPECT_EQ(boxes_.texts.size(), 1U);
+  EXPECT_EQ(Column(*database_, "select A0101 from A01 where A00='NEW' order by A0199"),
+            (Texts{"新一", "新二"}));
+  EXPECT_EQ(Numbers("NEW"), Texts{"4"});
+  EXPECT_EQ(boxes_.texts, Texts{});
 }
 
-// The new person takes the number of the one who was open.
 TEST_F(HostVisits, APersonWhoIsStoredAfterTheOpenOneWasDeletedIsCaredFor) {
   const std::string last = One(*database_, "select A00 from A01 where A0199=12");
+  std::string stored;
   Open({last, {}, {}}, [&] {
-    Script(
-        "delete from A01 where A0199=12; insert into A01(A00,A0101,A0199) values('NEW','新一',12);"
-        "insert into A03(A00,A0302,A0399) values('NEW','某',4)");
+    stored = NewPersonId();
+    Script("delete from A01 where A0199=12; insert into A01(A00,A0101,A0199) values('" + stored +
+           "','新一',12);"
+           "insert into A03(A00,A0302,A0399) values('" +
+           stored + "','某',4)");
   });
-  EXPECT_EQ(Numbers("NEW"), Texts{"1"});
+  EXPECT_EQ(Numbers(stored), Texts{"1"});
 }
 
 TEST_F(HostVisits, CareThatFailsIsToldAndTheVisitGoesOn) {
@@ -158,18 +190,6 @@ TEST_F(HostVisits, CareThatFailsIsToldAndTheVisitGoesOn) {
   EXPECT_TRUE(opened);
   ASSERT_EQ(boxes_.texts.size(), 2U);
   EXPECT_EQ(boxes_.texts[0].find("整理此人的记录失败："), 0U) << boxes_.texts[0];
-}
-
-TEST_F(HostVisits, ARunningNumberThatCannotBeReadIsToldAndTheVisitGoesOn) {
-  const std::string other = One(*database_, "select A00 from A01 where A0199=11");
-  Script("update A01 set A0199=9999999999 where A0199=12; insert into A03(A00,A0302,A0399) values('" + other +
-         "','某',77)");
-  const Texts others = Numbers(other);
-  bool opened = false;
-  Open({kPerson, {}, {}}, [&] { opened = true; });
-  EXPECT_TRUE(opened);
-  EXPECT_EQ(boxes_.texts, Texts{"整理此人的记录失败：溢出"});
-  EXPECT_EQ(Numbers(other), others) << "nobody else is taken for one who was stored meanwhile";
 }
 
 // What a host traces is the component's work and not the care for it.
@@ -247,6 +267,20 @@ TEST_F(HostVisits, BehindThemTheEqualFieldsAndNoneThatIsEmpty) {
   EXPECT_THROW(visits_.Open({kPerson, {}, {}}), environment::Failure);
   EXPECT_TRUE(differing.contains("人员序号"));
   EXPECT_EQ(equal, (QStringList{"A0110", "工作单位", "人员类别"}));
+}
+
+// As a server gives the names of columns.
+TEST_F(HostVisits, ColumnsInSmallLettersHaveTheirCaptionsToo) {
+  QStringList shown;
+  QTimer::singleShot(0, qApp, [&] {
+    const auto* table = QApplication::activeModalWidget()->findChild<QTableWidget*>();
+    for (int row = 0; row < table->rowCount(); ++row) shown << table->item(row, 0)->text();
+  });
+  boxes_.WillPress("以后再说(&L)");
+  AskWhichRowStays(*database_,
+                   {kPerson, {"a00", "a0101", "a0199"}, {{kPerson, "一", "1"}, {kPerson, "二", "2"}}},
+                   nullptr);
+  EXPECT_EQ(shown, (QStringList{"姓名", "人员序号"}));
 }
 
 // Enter must not delete a row of somebody who only looks at the buttons.

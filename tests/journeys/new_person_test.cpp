@@ -1,6 +1,7 @@
 // A whole new person, all sixteen sets, by keyboard alone.
 #include <gtest/gtest.h>
 
+#include "tests/support/basic_data.h"
 #include "tests/support/visit.h"
 
 namespace dossierkit::tests {
@@ -43,40 +44,12 @@ TEST_F(NewPerson, IsEnteredInAllSixteenSetsByKeyboardAlone) {
     EXPECT_EQ(visit_.Focus(), "A01_A0101_v");
     EXPECT_EQ(visit_.Caption("labOpt"), "当前操作：增加");
     EXPECT_EQ(visit_.Caption("labPersonName"), "");
-    // Codes by themselves or by their shorthand; "hz" is 汉族 and 回族, so the picker asks.
+    // "hz" is 汉族 and 回族, so the picker asks.
     visit_.script.WillRun([this](toolkit::Form&) {
       visit_.user.Tab();
       visit_.user.Press(kKeyReturn);
     });
-    Fill({"钱三多",
-          "1",
-          "hz",
-          "320481",
-          "19791005",
-          "qz",
-          "bsyjsby",
-          "gxbsxw",
-          "江南大学",
-          "200407",
-          "食品工程",
-          "酿造",
-          "200408",
-          "研究所",
-          "yz",
-          "路1号",
-          "214000",
-          "0510",
-          "13900000000",
-          "q@x.cn",
-          "gjgcs",
-          "nx",
-          "kxyjjg",
-          "sydw",
-          "s",
-          "2010",
-          "2011",
-          "2012",
-          "320200197910050011"});
+    Fill(kBasicDataAsTyped);
     EXPECT_EQ(visit_.Focus(), "A01_A0131_v");
     Save();
     ASSERT_TRUE(visit_.Messages().empty()) << visit_.Messages().front();

@@ -376,7 +376,12 @@ TEST(RecordList, RequiredACaptionThatIsNoBareNameFailsTheList) {
 TEST(RecordList, RequiredACaptionWithABlankIsFineWhereNoListShowsIt) {
   Visit visit;
   visit.database->RunScript("update s_infoitem set itemdesc='主要 成就' where itemname='A1201'");
-  visit.OpenPerson(kPerson, [&] { visit.GoTo("A12"); });
+  std::string shown;
+  visit.OpenPerson(kPerson, [&] {
+    visit.GoTo("A12");
+    shown = visit.OnShow().Name();
+  });
+  EXPECT_EQ(shown, "ctrlUserA12");
 }
 
 TEST(RecordList, ATableWithoutCaptionsFailsTheList) {

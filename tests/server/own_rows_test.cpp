@@ -29,4 +29,19 @@ TEST_F(RowsOfAVisit, NothingOfItIsLeftInTheFile) {
   EXPECT_THROW(database_.visit("Q"), environment::Failure);
 }
 
+// A host's own file, in whatever words its tables were made.
+TEST_F(RowsOfAVisit, TablesOfAnySpellingShowTheOwnRowsAlone) {
+  auto& file = dynamic_cast<sqlite::SqliteConnection&>(*database_.connection);
+  file.RunScript(
+      "drop table A02; CREATE TABLE [A02] (\n\t[A00]\tvarchar(36) COLLATE NOCASE,\n\t`A0202` text,\n"
+      "\t[A0299]\tINT); create table notes (id, text); create table pictures (content blob)");
+  for (const char* person : {"P", "Q"}) {
+    for (const char* number : {"1", "2", "3"}) Add(person, number);
+  }
+  const auto visit = database_.visit("P");
+  EXPECT_EQ(One("select count(*) from A02"), "3");
+  Delete("P", "2");
+  EXPECT_EQ(Numbers("P"), "1,2");
+}
+
 }  // namespace dossierkit::tests

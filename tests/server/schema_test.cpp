@@ -25,11 +25,13 @@ constexpr char kSmall[] = R"(
   create table A02 (A00 varchar(36) collate nocase, A0299 integer);
 )";
 
-Schema Small() {
+Schema Of(const std::string& script) {
   const auto database = tests::OpenInMemory();
-  database->RunScript(kSmall);
+  database->RunScript(script);
   return SchemaOf(StoreOf(*database));
 }
+
+Schema Small() { return Of(kSmall); }
 
 TEST(Schemas, AreReadWithTypesOfTheirOwn) {
   const Schema schema = Small();
@@ -127,12 +129,101 @@ TEST(Schemas, OfAFileAreWrittenAsTheyWereRead) {
 }
 
 TEST(Schemas, KeepAUniqueIndex) {
-  const auto database = tests::OpenInMemory();
-  database->RunScript("create table T (a integer); create unique index ix_T on T (a)");
-  const Schema schema = SchemaOf(StoreOf(*database));
+  const Schema schema = Of("create table T (a integer); create unique index ix_T on T (a)");
   ASSERT_EQ(schema.indexes.size(), 1U);
   EXPECT_TRUE(schema.indexes[0].is_unique);
   EXPECT_EQ(TableStatements("SQLite", schema)[1], R"(create unique index "ix_T" on "T" ("a"))");
+}
+
+// As a server has them on which an index belongs to its table.
+TEST(Schemas, KeepIndexesOfOneNameApart) {
+  Schema schema = Of("create table GB1 (dmcod varchar(10)); create table GB2 (DMCOD varchar(10), n integer)");
+  schema.indexes = {{"dmcod", "GB1", {"dmcod"}, false},
+                    {"DMCOD", "GB2", {"DMCOD"}, true},
+                    {"gb1", "GB2", {"n"}, false},
+                    {"GB2_dmcod", "GB1", {"dmcod"}, false}};
+  const Statements postgresql = TableStatements("PostgreSQL", schema);
+  ASSERT_EQ(postgresql.size(), 6U);
+  EXPECT_EQ(postgresql[2], R"(create index "dmcod" on "gb1" (lower("dmcod") nulls first))");
+  EXPECT_EQ(postgresql[3], R"(create unique index "gb2_dmcod" on "gb2" (lower("dmcod") nulls first))");
+  EXPECT_EQ(postgresql[4], R"(create index "gb2_gb1" on "gb2" ("n" nulls first))");
+  EXPECT_EQ(postgresql[5], R"(create index "gb1_gb2_dmcod" on "gb1" (lower("dmcod") nulls first))");
+  const Statements sqlite = TableStatements("SQLite", schema);
+  EXPECT_EQ(sqlite[3], R"(create unique index "GB2_DMCOD" on "GB2" ("DMCOD"))");
+  const auto file = tests::OpenInMemory();
+  for (const std::string& statement : sqlite) file->RunScript(statement);
+  EXPECT_EQ(SchemaOf(StoreOf(*file)).indexes.size(), 4U);
+  EXPECT_NE(TableStatements("MariaDB", schema)[1].find("unique key `DMCOD` (`DMCOD`), key `gb1` (`n`)"),
+            std::string::npos);
+}
+
+// The file of a host of its own, in whatever words.
+TEST(Schemas, OfAFileAreUnderstoodHoweverTheyAreWritten) {
+  const Schema schema =
+      Of("CREATE TABLE [A02] (\n\t[A00]\tVARCHAR(36) NOT NULL DEFAULT '',\n\t`A0202` text /* a, b */,\n"
+         "\t'A0203'  TimeStamp, -- (\n\tA0299\tINT NOT\nNULL DEFAULT 0, PRIMARY KEY (A00, A0299),"
+         " CHECK (A0299 > 0));"
+         "CREATE TABLE \"no te\" (\"of, all\" nvarchar ( 30 ), b BIT, s SHORT, d decimal(8,2), g INT AS (s + "
+         "1))");
+  ASSERT_EQ(schema.tables.size(), 2U);
+  EXPECT_TRUE(IsSetOfMany(schema.tables[0]));
+  EXPECT_EQ(TableStatements("PostgreSQL", schema)[0],
+            R"(create table "a02" ("a00" varchar(36) not null, "a0202" text, "a0203" timestamp(0), )"
+            R"("a0299" integer not null))");
+  EXPECT_EQ(TableStatements("SQLite", schema)[1],
+            R"(create table "no te" ("of, all" varchar(30) collate nocase, "b" boolean, "s" smallint, )"
+            R"("d" double, "g" integer))");
+}
+
+TEST(Schemas, OfAFileDrawIdentifiersInSGuidAlone) {
+  const Schema schema =
+      Of("create table B (id varchar(60) default '', n integer default 0);"
+         "create table s_guid (ID varchar(38) DEFAULT ('x'), val varchar(10) default 'a')");
+  EXPECT_FALSE(schema.tables[0].columns[0].draws_identifier);
+  EXPECT_FALSE(schema.tables[0].columns[1].draws_identifier);
+  EXPECT_TRUE(schema.tables[1].columns[0].draws_identifier);
+  EXPECT_FALSE(schema.tables[1].columns[1].draws_identifier);
+  EXPECT_EQ(TableStatements("MariaDB", schema)[0],
+            "create table `B` (entry_number bigint unsigned not null auto_increment invisible primary key, "
+            "`id` varchar(60), `n` integer) engine = InnoDB character set utf8mb4 collate "
+            "utf8mb4_general_nopad_ci");
+}
+
+TEST(Schemas, OfAFileKeepItsIndexesOnColumnsAndTheirLengths) {
+  const Schema schema =
+      Of("create table T (a varchar(9), \"b c\" integer);"
+         "create index ix_unique_a on T ([a] collate nocase desc, \"b c\");"
+         "CREATE\tUNIQUE  INDEX plain ON T (`b c`);"
+         "create index level on T (a, -- (first\n LENGTH ( \"a\" ), \"b c\");"
+         "create index of_some on T (a) where a <> '';"
+         "create index calculated on T (a, lower(a));"
+         "create index longer on T (length(a) + 1)");
+  ASSERT_EQ(schema.indexes.size(), 3U);
+  EXPECT_EQ(schema.indexes[0].name, "ix_unique_a");
+  EXPECT_FALSE(schema.indexes[0].is_unique);
+  EXPECT_EQ(schema.indexes[0].items, (Statements{"a", "b c"}));
+  EXPECT_EQ(schema.indexes[1].name, "plain");
+  EXPECT_TRUE(schema.indexes[1].is_unique);
+  EXPECT_EQ(schema.indexes[1].items, Statements{"b c"});
+  EXPECT_EQ(schema.indexes[2].name, "level");
+  EXPECT_EQ(schema.indexes[2].table, "T");
+  EXPECT_EQ(schema.indexes[2].items, (Statements{"a", "length(a)", "b c"}));
+}
+
+TEST(Schemas, ATypeThatNotEveryEngineHasIsRefusedByItsName) {
+  const auto told = [](const char* script) {
+    try {
+      Of(script);
+    } catch (const environment::Failure& failure) {
+      return failure.description();
+    }
+    return std::string("read");
+  };
+  EXPECT_EQ(told("create table T (a integer, b blob)"),
+            "表 T 的列 b 的类型“BLOB”不能复制，没有做任何改动：请改用本系统的类型。");
+  EXPECT_EQ(told("create table notes (id, text)"),
+            "表 notes 的列 id 的类型“”不能复制，没有做任何改动：请改用本系统的类型。");
+  EXPECT_EQ(told("create table T (a integer, b varchar, c json_text)"), "read");
 }
 
 }  // namespace

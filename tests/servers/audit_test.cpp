@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "adapters/sqlite/sqlite_connection.h"
 #include "host/server/copy.h"
@@ -114,6 +115,23 @@ TEST_F(Audit, EveryChangeIsWrittenDownOnceWithBothRows) {
   EXPECT_EQ(server::HistoryOf(*database_, "nobody").size(), 0U);
 }
 
+TEST_F(Audit, AChangeOfACaseOrAnAccentIsOne) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','abc',1)");
+  const std::vector<std::string> texts = {"abc", "ABC", "é", "e", "𠮷", "𠀀", "e ", "e"};
+  for (std::size_t i = 1; i < texts.size(); ++i)
+    database_->Run("update A01 set A0101 = '" + texts[i] + "' where A00='P'");
+  const auto changes = server::HistoryOf(*database_, "P");
+  ASSERT_EQ(changes.size(), texts.size());
+  for (std::size_t i = 1; i < texts.size(); ++i) {
+    EXPECT_EQ(changes[i].action, "update");
+    EXPECT_NE(changes[i].before.find("\"" + texts[i - 1] + "\""), std::string::npos) << changes[i].before;
+    EXPECT_NE(changes[i].after.find("\"" + texts[i] + "\""), std::string::npos) << changes[i].after;
+  }
+  server::RestoreRecord(*database_, changes[1].number);
+  EXPECT_EQ(Rows("select A0101 from A01"), "abc\n");
+}
+
 TEST_F(Audit, TheHistoryIsShownLineByLine) {
   server::PrepareAudit(*database_);
   database_->Run("insert into A02(A00,A0202,A0299) values('P','学','1')");
@@ -156,6 +174,18 @@ TEST_F(Audit, ARecordWhoseNumberIsTakenGetsTheNextAndOverwritesNone) {
   EXPECT_EQ(restored.table, "a02");
   EXPECT_EQ(restored.number, 3);
   EXPECT_EQ(Rows("select A0202, A0299 from A02 where A00='P' order by A0299"), "新|1\n二|2\n旧|3\n");
+}
+
+TEST_F(Audit, ARecordThatHadNoNumberComesBehindTheOthers) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲',1)");
+  database_->Run("insert into A02(A00,A0202) values('P','学')");
+  database_->Run("delete from A02 where A00='P'");
+  const std::int64_t change = Change();
+  EXPECT_EQ(server::RestoreRecord(*database_, change).number, 1) << "the first where there is none";
+  database_->Run("update A02 set A0299 = 4 where A00='P'");
+  EXPECT_EQ(server::RestoreRecord(*database_, change).number, 5);
+  EXPECT_EQ(Rows("select A0202, A0299 from A02 order by A0299"), "学|4\n学|5\n");
 }
 
 TEST_F(Audit, ASetOfOneRecordIsPutBackAsItWas) {
@@ -207,6 +237,20 @@ TEST_F(Audit, WhatCannotBeRestoredIsTold) {
   database_->RunNative("drop table " + server::QuotedName(database_->EngineName(), "A12"));
   EXPECT_EQ(Told(Change()), "第 " + std::to_string(Change()) + " 号修改所在的表 A12 已经不在数据库中。");
   EXPECT_EQ(Rows("select * from A01"), "P|甲|1\n");
+}
+
+// Both rows would become one, the numbers of the persons as well, and no care could tell them apart again.
+TEST_F(Audit, ASetOfOneRecordWithSeveralRowsIsLeftAlone) {
+  server::PrepareAudit(*database_);
+  database_->Run("insert into A01(A00,A0101,A0199) values('P','甲',1)");
+  database_->Run("update A01 set A0101 = '乙' where A00='P'");
+  const std::int64_t change = Change();
+  database_->Run("insert into A01(A00,A0101,A0199) values('p','丙',2)");
+  EXPECT_EQ(Told(change), "此人在 A01 中有 2 行，不能确定恢复哪一行，没有做任何改动：请先去掉多余的行。");
+  EXPECT_EQ(Rows("select A0101, A0199 from A01 order by A0199"), "乙|1\n丙|2\n");
+  database_->Run("delete from A01 where A0199=2");
+  EXPECT_EQ(Told(change), "restored");
+  EXPECT_EQ(Rows("select A0101, A0199 from A01"), "甲|1\n");
 }
 
 // A row that its table does not take any more.

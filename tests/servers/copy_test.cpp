@@ -5,22 +5,27 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include "adapters/sqlite/sqlite_connection.h"
 #include "host/server/schema.h"
+#include "platform/ado/recordset.h"
 #include "platform/environment/failure.h"
 #include "platform/environment/text.h"
+#include "platform/environment/value.h"
 #include "tests/support/failing_connection.h"
 #include "tests/support/memory_database.h"
 #include "tests/support/paths.h"
 #include "tests/support/program.h"
+#include "tests/support/server_faults.h"
 #include "tests/support/servers.h"
 
 namespace dossierkit::tests {
@@ -102,6 +107,21 @@ TEST_F(Copying, FromEngineToEngineAndBackKeepsEveryChecksum) {
   EXPECT_LT(*back.Run("select count(*) from A02").ValueAt(0, 0).As<std::int64_t>(), begin.at("a02").first);
 }
 
+TEST_F(Copying, IndexesThatBearOneNameOnMariadbComeToAnyEngine) {
+  MakeDatabase("postgresql", "copied");
+  MakeDatabase("mariadb", "copied");
+  const auto mariadb = OpenServer("mariadb", "copied");
+  for (const std::string table : {"GB1", "GB2"})
+    mariadb->RunNative("create table " + table + " (dmcod varchar(10), key dmcod (dmcod))");
+  const auto postgresql = OpenServer("postgresql", "copied");
+  const auto file = OpenInMemory();
+  for (const server::Store& to : {StoreOf(*postgresql), StoreOf(*file)}) {
+    EXPECT_EQ(Told([&] { server::CopyDatabase(StoreOf(*mariadb), to); }), "");
+    EXPECT_EQ(SortedIndexes(server::SchemaOf(to)),
+              (std::vector<std::string>{"dmcod gb1 dmcod", "gb2_dmcod gb2 dmcod"}));
+  }
+}
+
 TEST_F(Copying, TheCommandSaysWhatItCompared) {
   const Outcome there = Copy(SampleDatabaseFile(), string_);
   EXPECT_EQ(there.code, 0) << there.error;
@@ -125,8 +145,8 @@ TEST_F(Copying, TheCommandSaysWhatItCompared) {
 TEST_F(Copying, TheBarEndsAtAHundred) {
   const std::string command = "copy --from " + SampleDatabaseFile() + " --to " + In("b.db");
   const std::string typescript = In("typescript");
-  ASSERT_EQ(std::system(("script -qec '" + DossierProgram() + " " + command + "' /dev/null >'" + typescript +
-                         "' </dev/null")
+  ASSERT_EQ(std::system(("script -qec '\"" + DossierProgram() + "\" " + command + "' /dev/null >'" +
+                         typescript + "' </dev/null")
                             .c_str()),
             0);
   const std::string shown = Read(typescript);
@@ -149,7 +169,7 @@ TEST_F(Copying, ATargetThatIsNotEmptyIsRefused) {
 
 TEST_F(Copying, AFailureAtAnyStatementLeavesNothing) {
   const auto sample = std::make_shared<sqlite::SqliteConnection>(SampleDatabaseFile());
-  for (const std::size_t statement : {3U, 79U}) {
+  for (const std::size_t statement : {3U, 80U}) {
     FailingConnection failing(sample);
     failing.FailAt(statement);
     server::Store from = StoreOf(*sample);
@@ -246,6 +266,86 @@ TEST_F(Copying, OfTwoIntoOneDatabaseTheSecondIsToldAndTheFirstIsCompleted) {
   }
 }
 
+// The second one waits as long as any command does.
+TEST_F(Copying, OfTwoIntoOneDatabaseNoneDestroysWhatTheOtherCompletes) {
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  const auto one = OpenServer(engine_, "copied");
+  std::string told;
+  std::atomic<bool> has_ended = false;
+  std::thread second;
+  const auto copied =
+      server::CopyDatabase(StoreOf(sample), StoreOf(*one), [&](std::int64_t done, std::int64_t) {
+        if (done == 0 || second.joinable()) return;
+        second = std::thread([&] {
+          sqlite::SqliteConnection same(SampleDatabaseFile());
+          const auto other = OpenServer(engine_, "copied");
+          try {
+            server::CopyDatabase(StoreOf(same), StoreOf(*other));
+            told = "copied";
+          } catch (const environment::Failure& failure) {
+            told = failure.description();
+          }
+          has_ended = true;
+        });
+        for (int i = 0; i < 200 && !has_ended; ++i)
+          std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      });
+  second.join();
+  EXPECT_EQ(told, "数据库正被占用，请稍后再试。");
+  EXPECT_EQ(FiguresOf(server::ChecksumsOf(StoreOf(*one))), FiguresOf(copied));
+  EXPECT_EQ(server::SchemaOf(StoreOf(*one)).tables.size(), 40U) << "and S_GUID";
+}
+
+// The first one loses its session and finds that out once another copy is complete.
+TEST_F(Copying, WhatAnotherCompletedMeanwhileStays) {
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  sqlite::SqliteConnection same(SampleDatabaseFile());
+  const auto one = OpenServer(engine_, "copied");
+  const auto other = OpenServer(engine_, "copied");
+  const bool is_postgresql = engine_ == "postgresql";
+  const std::string session = environment::TextOf(
+      one->RunNative(is_postgresql ? "select pg_backend_pid()" : "select connection_id()").ValueAt(0, 0));
+  std::vector<server::CopiedTable> completed;
+  server::Store to = StoreOf(*one);
+  to.run_native = [&](const std::string& text) {
+    if (completed.empty() && text.starts_with("insert into")) {
+      other->RunNative(is_postgresql ? "select pg_terminate_backend(" + session + ", 60000)"
+                                     : "kill " + session);
+      // A session that is killed keeps what it holds for a moment.
+      WaitUntil([&] {
+        return Told([&] { completed = server::CopyDatabase(StoreOf(same), StoreOf(*other)); }).empty();
+      });
+    }
+    return one->RunNative(text);
+  };
+  const std::string told = Told([&] { server::CopyDatabase(StoreOf(sample), to); });
+  EXPECT_NE(told.find(kLost), std::string::npos) << told;
+  EXPECT_EQ(completed.size(), 39U);
+  EXPECT_EQ(FiguresOf(server::ChecksumsOf(StoreOf(*other))), FiguresOf(completed));
+}
+
+// A connection that goes away once the server has stored a transaction.
+class SilentAtTheEnd : public FailingConnection {
+ public:
+  using FailingConnection::FailingConnection;
+  void CommitTrans() override {
+    FailingConnection::CommitTrans();
+    throw environment::Failure(environment::kEngineFailure, "与数据库服务器的连接已断开。");
+  }
+};
+
+TEST_F(Copying, WhoseLastAnswerIsLostLeavesNothing) {
+  sqlite::SqliteConnection sample(SampleDatabaseFile());
+  {
+    const auto server = OpenServer(engine_, "copied");
+    SilentAtTheEnd silent(server);
+    server::Store to = StoreOf(*server);
+    to.connection = &silent;
+    EXPECT_EQ(Told([&] { server::CopyDatabase(StoreOf(sample), to); }), "与数据库服务器的连接已断开。");
+  }
+  ExpectNothingMade();
+}
+
 TEST_F(Copying, ARowThatTheTargetCannotHoldIsNamed) {
   const auto source = OpenInMemory();
   source->RunScript(
@@ -258,6 +358,30 @@ TEST_F(Copying, ARowThatTheTargetCannotHoldIsNamed) {
     EXPECT_EQ(failure.description(), "表 A01 的第 1 至 2 行不能写入（语句或数据太长。），没有复制任何数据。");
   }
   ExpectNothingMade();
+}
+
+// Made by a host, in words of its own.
+TEST_F(Copying, AFileOfAHostComesOverAndItsDefaultsDrawNoIdentifier) {
+  const auto source = OpenInMemory();
+  source->RunScript(
+      "CREATE TABLE [A01] (\n\t[A00]\tVARCHAR(36) COLLATE NOCASE NOT NULL,\n\t`A0150` TEXT DEFAULT '',\n"
+      "\t[A0199]\tINT DEFAULT 0);\nCREATE INDEX ix_unique ON [A01] ([A0199]);"
+      "create table A12 (A00 varchar(36) collate nocase); insert into A01 values ('P', '', 1), ('Q', 'x', "
+      "null);");
+  const auto server = OpenServer(engine_, "copied");
+  const auto there = FiguresOf(server::CopyDatabase(StoreOf(*source), StoreOf(*server)));
+  EXPECT_EQ(FiguresOf(server::ChecksumsOf(StoreOf(*source))), there);
+  server->Run("insert into A01(A00,A0199) values('R',1)");
+  const auto rows = server->Execute("select A0150, A0199 from A01 where A00='R'");
+  EXPECT_EQ(environment::TextOr(rows->Fields(0), "NULL"), "NULL");
+  EXPECT_EQ(environment::TextOr(rows->Fields(1), "NULL"), "2")
+      << "the number of another is taken, and no index is unique";
+  EXPECT_THROW(server->Run("insert into A01(A0199) values(7)"), environment::Failure);
+  source->RunScript("create table pictures (id integer, content blob)");
+  MakeDatabase(engine_, "copied_of_host");
+  const auto empty = OpenServer(engine_, "copied_of_host");
+  EXPECT_EQ(Told([&] { server::CopyDatabase(StoreOf(*source), StoreOf(*empty)); }),
+            "表 pictures 的列 content 的类型“BLOB”不能复制，没有做任何改动：请改用本系统的类型。");
 }
 
 // Another program that writes meanwhile does not come between the tables.

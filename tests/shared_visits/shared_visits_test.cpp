@@ -156,6 +156,19 @@ TEST_F(SharedVisits, ALookLeavesTheMarkOfTheFirst) {
   EXPECT_EQ(OpenMark(*database_, kPerson, "wang@desk-5").Another(), IsOnServer() ? "zhang@desk-3" : "");
 }
 
+// His page shows records by their numbers.
+TEST_F(SharedVisits, ALookNumbersNothingOfThePersonWhomAnotherClerkHasOpen) {
+  const auto first = OpenSample();
+  const OpenMark mark(*first, kPerson, "zhang@desk-3");
+  database_->Run("delete from A04 where A00='" + kPerson + "' and A0499='1'");
+  Visits visits(database_, database_, "/no photographs", {false, "li@desk-4"});
+  boxes_.WillPress("只查看，不修改(&L)");
+  const Texts untouched = {"2", "3"};
+  const Texts in_order = {"1", "2"};
+  EXPECT_TRUE(Open(visits, kPerson, [&] { EXPECT_EQ(Numbers(), IsOnServer() ? untouched : in_order); }));
+  EXPECT_EQ(Numbers(), IsOnServer() ? untouched : in_order);
+}
+
 TEST_F(SharedVisits, WhereMarksCannotBeMadeTheUserIsToldAndGoesOn) {
   if (!IsOnServer()) GTEST_SKIP() << "a file has no marks";
   auto& server = dynamic_cast<odbc::OdbcConnection&>(*database_);
@@ -165,6 +178,42 @@ TEST_F(SharedVisits, WhereMarksCannotBeMadeTheUserIsToldAndGoesOn) {
   server.RunNative("alter table dossierkit_opened rename to dossierkit_open");
   ASSERT_EQ(boxes_.texts.size(), 1U);
   EXPECT_TRUE(boxes_.texts[0].starts_with("不能标明谁正在维护此人：")) << boxes_.texts[0];
+}
+
+TEST_F(SharedVisits, AMarkThatIsLeftBehindLastsForADaysWork) {
+  if (!IsOnServer()) GTEST_SKIP() << "a file has no marks";
+  auto& server = dynamic_cast<odbc::OdbcConnection&>(*database_);
+  const OpenMark mark(server, kPerson, "zhang@desk-3");
+  const auto rows =
+      server.RunNative(server.EngineName() == "PostgreSQL"
+                           ? "select cast(extract(epoch from lease_end - clock_timestamp()) / 60 as integer) "
+                             "from dossierkit_open"
+                           : "select timestampdiff(minute, now(6), lease_end) from dossierkit_open");
+  ASSERT_EQ(rows.RowCount(), 1U);
+  const int minutes = std::stoi(environment::TextOf(rows.ValueAt(0, 0)));
+  EXPECT_GT(minutes, 8 * 60 - 10);
+  EXPECT_LE(minutes, 8 * 60);
+}
+
+TEST_F(SharedVisits, ClerksWhoBeginNewPersonsAreNotToldOfOneAnother) {
+  const auto first = OpenSample();
+  const OpenMark mark(*first, {}, "zhang@desk-3");
+  EXPECT_EQ(OpenMark(*database_, {}, "li@desk-4").Another(), "");
+  Visits visits(database_, database_, "/no photographs", {false, "li@desk-4"});
+  EXPECT_TRUE(Open(visits, {}, [] {}));
+  EXPECT_EQ(boxes_.texts, Texts{});
+}
+
+TEST_F(SharedVisits, AMarkThatCannotBeTakenAwayIsLeftToItsLease) {
+  if (!IsOnServer()) GTEST_SKIP() << "a file has no marks";
+  auto& server = dynamic_cast<odbc::OdbcConnection&>(*database_);
+  Visits visits(database_, database_, "/no photographs", {false, "li@desk-4"});
+  EXPECT_TRUE(Open(visits, kPerson,
+                   [&] { server.RunNative("alter table dossierkit_open rename to dossierkit_opened"); }));
+  server.RunNative("alter table dossierkit_opened rename to dossierkit_open");
+  EXPECT_EQ(boxes_.texts, Texts{});
+  EXPECT_EQ(OpenMark(server, kPerson, "wang@desk-5").Another(), "li@desk-4");
+  server.RunNative("delete from dossierkit_open");
 }
 
 }  // namespace

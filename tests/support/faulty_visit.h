@@ -19,6 +19,9 @@ class FaultyVisit {
   // `fault` comes before the so manieth statement that changes anything, counted from 1.
   void FailBefore(int change, const std::function<void()>& fault);
 
+  // The component on that connection, for other scenes.
+  Visit& Scenes() { return visit_; }
+
   // Deletes the second of the person's four posts; the rest is numbered anew, as required: delete, 1 stays,
   // 3 becomes 2, 4 becomes 3. The description of the failure that left the visit, empty where none did.
   std::string DeleteTheSecondPost();

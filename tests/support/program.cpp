@@ -20,8 +20,8 @@ Outcome RunProgram(const std::filesystem::path& folder, const std::string& argum
                    const std::string& before) {
   const std::filesystem::path out = folder / "out";
   const std::filesystem::path error = folder / "error";
-  const std::string command = before + DossierProgram() + " " + arguments + " >'" + out.string() + "' 2>'" +
-                              error.string() + "' </dev/null";
+  const std::string command = before + "'" + DossierProgram() + "' " + arguments + " >'" + out.string() +
+                              "' 2>'" + error.string() + "' </dev/null";
   const int status = std::system(command.c_str());
   return {WEXITSTATUS(status), Read(out), Read(error)};
 }

@@ -65,7 +65,7 @@ one() {
 	wait "$host" || code=$?
 	[ "$code" -eq 0 ] || fail "$* ended with $code: $(cat "$folder/out")"
 	[ "$(tr -d '\r' <"$folder/out")" = "$printed" ] || fail "$* printed $(cat "$folder/out")"
-	stored=$(sqlite3 "$folder/person.db" "select A0101 from A01 where A00='$person'")
+	stored=$(sqlite3 -init /dev/null "$folder/person.db" "select A0101 from A01 where A00='$person'")
 	[ "$stored" = "$name" ] || fail "$* stored $stored"
 }
 

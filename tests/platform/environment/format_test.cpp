@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/environment/text.h"
+
 namespace dossierkit::environment {
 namespace {
 
@@ -93,6 +95,7 @@ TEST(Format, TextThatIsNoNumberAndBooleansComeBackUnchanged) {
   EXPECT_EQ(Format(true, "0"), "True");
 }
 
+// What it gives is valid text, and a text that is no number is itself.
 TEST(Format, AnyPatternOnAnyValueGivesSomeText) {
   std::string pattern;
   unsigned state = 1;
@@ -103,7 +106,11 @@ TEST(Format, AnyPatternOnAnyValueGivesSomeText) {
       pattern += "0#.,%ymdhns-a"[(state >> 16) % 13];
     }
     for (const Value& value : {Value(-1234.5678), Value("0.000"), Value(DateTime{1990, 3, 5}), Value("x")}) {
-      Format(value, pattern);
+      const std::string text = Format(value, pattern);
+      EXPECT_EQ(text, ValidUtf8(text)) << pattern;
+    }
+    if (pattern.find_first_of("ymdhnsa") == std::string::npos) {
+      EXPECT_EQ(Format("x", pattern), "x") << pattern;
     }
   }
 }
