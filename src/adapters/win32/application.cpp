@@ -77,6 +77,17 @@ void Application::Doom(HWND window) {
   }
 }
 
+void Application::Leave(HWND part) {
+  Unlink(part);
+  if (IsWindow(part)) spares_.Leave(part);
+}
+
+void Application::Retire(HWND page) {
+  if (OnStack(page) || MouseHeld()) return Doom(page);
+  Unlink(page);
+  if (IsWindow(page)) spares_.Keep(page);
+}
+
 // Also where a message of a window that stands in it is.
 bool Application::OnStack(HWND window) const {
   return std::any_of(links_.begin(), links_.end(), [window](const auto& entry) {
@@ -154,6 +165,7 @@ LRESULT Application::Receive(HWND window, std::shared_ptr<Link_> link, const Mes
   --link->depth;
   if (message.id == WM_NCDESTROY) {
     links_.erase(window);
+    spares_.Forget(window);
     if (link->view) link->view->Lost();
   }
   return result;

@@ -13,6 +13,7 @@
 #include "adapters/win32/focus_sync.h"
 #include "adapters/win32/input.h"
 #include "adapters/win32/message.h"
+#include "adapters/win32/spare_windows.h"
 #include "adapters/win32/window_classes.h"
 #include "adapters/windows/windows_headers.h"
 
@@ -45,6 +46,11 @@ class Application {
   void Doom(HWND window);
   // The view hears nothing more; the window is somebody else's to destroy.
   void Unlink(HWND window);
+  // The same, where what stands on a page goes with that, and for the page itself: its window is kept for the
+  // next one where it would be destroyed at once.
+  void Leave(HWND part);
+  void Retire(HWND page);
+  SpareWindows& Spares() { return spares_; }
   NativeView* ViewOf(HWND window) const;  // nullptr for others
   void AddWindow(WindowView& window) { windows_.push_back(&window); }
   void RemoveWindow(WindowView& window) { std::erase(windows_, &window); }
@@ -113,6 +119,7 @@ class Application {
   WindowClasses classes_{Procedure};
   std::unordered_map<HWND, std::shared_ptr<Link_>> links_;
   std::vector<HWND> doomed_;
+  SpareWindows spares_;
   std::vector<WindowView*> windows_;
   HWND queue_ = nullptr;  // wakes the loops and runs what waits
   std::deque<Work> later_;

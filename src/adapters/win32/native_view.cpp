@@ -30,11 +30,18 @@ const Look& LookOf(const ViewContext& context, toolkit::Control& control) {
   return window ? window->GetLook() : context.LookOfNext();
 }
 
-// Where it is to stand, so that it need not be moved there.
-HWND MakeWindow(const toolkit::Control& control, const NativeWindow& native, const toolkit::Rect& place) {
+// One that was left, which is put in its place with all others; or a new one, where it is to stand.
+HWND MakeWindow(ViewContext& context, const toolkit::Control& control, const NativeWindow& native,
+                const toolkit::Rect& place) {
+  SpareWindows& spares = context.application.Spares();
+  const HWND parent = ParentOf(control);
+  const HWND spare = control.GetKind() == toolkit::Kind::kUserControl
+                         ? spares.TakePage(parent)
+                         : spares.TakePart(parent, native.window_class, native.style);
+  if (spare) return spare;
   return CreateWindowExW(native.extended_style, native.window_class, L"",
                          WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | native.style, place.left, place.top,
-                         place.width, place.height, ParentOf(control), nullptr, OwnModule(), nullptr);
+                         place.width, place.height, parent, nullptr, OwnModule(), nullptr);
 }
 
 toolkit::Rect PlaceOf(toolkit::Control& control, const Look& look) {
@@ -84,7 +91,8 @@ HWND ParentOf(const toolkit::Control& control) {
 }
 
 NativeView::NativeView(ViewContext& context, toolkit::Control& control, const NativeWindow& native)
-    : NativeView(context, control, MakeWindow(control, native, PlaceOf(control, LookOf(context, control)))) {
+    : NativeView(context, control,
+                 MakeWindow(context, control, native, PlaceOf(control, LookOf(context, control)))) {
   pane_ = native.window_class == kPaneClass;
 }
 
@@ -103,7 +111,9 @@ NativeView::~NativeView() {
   if (!window_) return;
   if (WindowView* window = Window()) window->Tips().Forget(window_);
   if (GoesWithItsPage(control_)) {
-    context_.application.Unlink(window_);
+    context_.application.Leave(window_);
+  } else if (control_.GetKind() == toolkit::Kind::kUserControl) {
+    context_.application.Retire(window_);
   } else {
     context_.application.Doom(window_);
   }
@@ -111,8 +121,10 @@ NativeView::~NativeView() {
 
 // What was made later lies above; Windows has it the other way round.
 void NativeView::Stack(UINT more) {
-  SetWindowPos(window_, control_.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0,
-               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | more);
+  const toolkit::Rect place = PlaceOf(control_, *look_);
+  const UINT stays = control_.GetKind() == toolkit::Kind::kUserControl ? SWP_NOMOVE | SWP_NOSIZE : 0;
+  SetWindowPos(window_, control_.GetKind() == toolkit::Kind::kFrame ? HWND_BOTTOM : HWND_TOP, place.left,
+               place.top, place.width, place.height, SWP_NOACTIVATE | stays | more);
 }
 
 bool NativeView::Arriving() const {
@@ -125,7 +137,9 @@ bool NativeView::Arriving() const {
 void NativeView::ShowAll() {
   waiting_ = Arriving();
   const UINT edge = MeasureEdge() ? SWP_FRAMECHANGED : 0;
-  if (control_.GetKind() != toolkit::Kind::kForm) Stack(edge | (waiting_ && Shown() ? SWP_SHOWWINDOW : 0));
+  const UINT unseen = waiting_ ? SWP_NOREDRAW | SWP_DEFERERASE : 0;
+  const UINT shows = waiting_ && Shown() && !MarkedVisible() ? SWP_SHOWWINDOW : 0;
+  if (control_.GetKind() != toolkit::Kind::kForm) Stack(edge | unseen | shows);
   if (!waiting_) ShowAllNow();
   ShowState();
 }
@@ -148,7 +162,9 @@ void NativeView::Settle() {
 }
 
 void NativeView::Show(Aspect aspect) {
-  if (window_) ShowNow(aspect);
+  // What a page still does while it is removed is not to be seen.
+  const bool goes = aspect != Aspect::kState && aspect != Aspect::kFocus && GoesWithItsPage(control_);
+  if (window_ && !goes) ShowNow(aspect);
 }
 
 void NativeView::ShowNow(Aspect aspect) {
@@ -178,6 +194,8 @@ void NativeView::Rescale(const Look& look) {
 
 WindowView* NativeView::Window() const { return WindowOf(control_); }
 
+bool NativeView::MarkedVisible() const { return (GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0; }
+
 bool NativeView::Shown() const { return control_.Visible() && !toolkit::OnHiddenTab(control_); }
 
 void NativeView::ShowPlacement() {
@@ -197,8 +215,7 @@ void NativeView::ShowPlacement() {
 }
 
 void NativeView::ShowState() {
-  if (Shown() != ((GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0))
-    ShowWindow(window_, Shown() ? SW_SHOWNA : SW_HIDE);
+  if (Shown() != MarkedVisible()) ShowWindow(window_, Shown() ? SW_SHOWNA : SW_HIDE);
   const BOOL enabled = EnabledThroughout(control_);
   if (IsWindowEnabled(window_) == enabled) return;
   EnableWindow(window_, enabled);
@@ -209,6 +226,11 @@ void NativeView::ShowStyle() {
   SetTip(windows::Wide(control_.ToolTipText()));
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(GetLook().FontOf(control_.GetFont())), FALSE);
   Repaint();
+}
+
+// Of a pane that a text stood in.
+void NativeView::ShowText() {
+  if (pane_ && GetWindowTextLengthW(window_) > 0) SetWindowTextW(window_, L"");
 }
 
 void NativeView::SetTip(const std::wstring& text) const {

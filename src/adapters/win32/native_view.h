@@ -91,7 +91,7 @@ class NativeView : public toolkit::View {
   virtual bool MeasureEdge() { return false; }
   virtual void ShowPlacement();
   virtual void ShowStyle();
-  virtual void ShowText() {}
+  virtual void ShowText();
   virtual void ShowContent() {}
   virtual void ShowSelection() {}
   // Of a pane: paints all of it. Base: its ground.
@@ -126,7 +126,9 @@ class NativeView : public toolkit::View {
   void ShowAllNow();
   // The page on which it stands does not show yet: what comes is shown together.
   bool Arriving() const;
-  // Takes its place above or below what stands beside it.
+  // Whether the native window itself is visible, whatever it stands in.
+  bool MarkedVisible() const;
+  // Takes its place, above or below what stands beside it.
   void Stack(UINT more = 0);
 
   ViewContext& context_;

@@ -99,14 +99,20 @@ PageView::PageView(ViewContext& context, toolkit::UserControl& page)
 
 void PageView::Arrive() {
   arrived_ = true;
+  Show(toolkit::Aspect::kPlacement);
   for (const auto& control : static_cast<const toolkit::UserControl&>(GetControl()).Controls()) {
     if (control->GetView()) control->GetView()->Settle();
   }
+  Context().application.Spares().HideRest();
   // All of it is painted soon: nothing is to be erased for that at once.
   if (Handle() && Shown())
     SetWindowPos(Handle(), nullptr, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_DEFERERASE);
   Show(toolkit::Aspect::kState);
+}
+
+void PageView::ShowPlacement() {
+  if (arrived_) NativeView::ShowPlacement();
 }
 
 void PageView::ShowState() {

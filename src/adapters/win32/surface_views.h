@@ -51,6 +51,10 @@ class PageView : public NativeView {
   void ShowState() override;
   bool Arrived() const { return arrived_; }
 
+ protected:
+  // It may stand elsewhere until then.
+  void ShowPlacement() override;
+
  private:
   void Arrive();
 
