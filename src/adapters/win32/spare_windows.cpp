@@ -32,8 +32,9 @@ void SpareWindows::Keep(HWND page) {
   if (page_) DestroyWindow(page_);
   ShowWindow(page, SW_HIDE);
   page_ = page;
-  for (const HWND other : std::exchange(others_, {})) {
-    if (IsWindow(other)) DestroyWindow(other);
+  // Those of a page that is not kept may still be in the middle of a message.
+  for (const HWND other : std::vector<HWND>(others_)) {
+    if (IsChild(page, other)) DestroyWindow(other);
   }
 }
 
