@@ -1,4 +1,5 @@
 // What a page takes over from the windows of the one before it, and what it must not.
+#include <algorithm>
 #include <set>
 
 #include "tests/win32/native_test.h"
@@ -6,14 +7,24 @@
 namespace dossierkit::views {
 namespace {
 
-// One label alone, and more text.
+// Of a few parts.
 class ShortPage : public toolkit::UserControl {
  public:
   ShortPage() : UserControl("short") {
+    Controls().Make<toolkit::Control>(toolkit::Kind::kLine, "linOnly")->Move({300, 1200, 1500, 30});
     auto label = Controls().Make<toolkit::Label>("labOnly");
     label->SetCaption("没有记录");
     label->Move({300, 600, 1500, 300});
-    Controls().Make<toolkit::Control>(toolkit::Kind::kLine, "linOnly")->Move({300, 1200, 1500, 30});
+  }
+};
+
+// A box where the sample page has one, with larger letters.
+class LargePage : public toolkit::UserControl {
+ public:
+  LargePage() : UserControl("large") {
+    auto box = Controls().Make<toolkit::TextBox>("txtLarge");
+    box->SetFont({.size = 12});
+    box->Move({1200, 120, 2400, 330});
   }
 };
 
@@ -93,6 +104,10 @@ TEST_F(SpareWindows, ABoxHasNothingOfTheFormerOne) {
       user.Press(toolkit::kKeyHome, toolkit::kShift);
       box->SetToolTipText("提示");
     }
+    user.Click("txtName");
+    user.Press(toolkit::kKeyHome);
+    for (int i = 0; i < 6; ++i) user.Press(toolkit::kKeyDelete);
+    ASSERT_EQ(TextOf(Native("txtName")), L"");
     form->Get("txtName")->SetEnabled(false);
     form->Get("txtCode")->SetVisible(false);
     NextPage();
@@ -201,15 +216,97 @@ TEST_F(SpareWindows, APageMovesOverIntoAnotherFrame) {
   });
 }
 
-TEST_F(SpareWindows, APageOfAnotherWindowHasAWindowOfItsOwn) {
+TEST_F(SpareWindows, APageMovesOverIntoAnotherWindow) {
   Visit([&] {
+    const HWND window = Native("page");
     form->RemovePage();
     driver->Play(*picker, [&] {
       const auto page = picker->Controls().Make<ShortPage>();
       tests::RunMessages();
-      EXPECT_EQ(GetAncestor(WindowOf(*page), GA_ROOT), WindowOf(*picker));
-      EXPECT_EQ(VisibleIn(WindowOf(*page)), 2);
+      EXPECT_EQ(WindowOf(*page), window);
+      EXPECT_EQ(GetAncestor(window, GA_ROOT), WindowOf(*picker));
+      EXPECT_EQ(VisibleIn(window), 2);
     });
+    EXPECT_FALSE(IsWindow(window));
+    form->page = NewPage();
+    tests::RunMessages();
+    EXPECT_EQ(VisibleIn(Native("page")), 9);
+  });
+}
+
+TEST_F(SpareWindows, APageWhoseFrameWentMeanwhileIsNotTaken) {
+  Visit([&] {
+    form->RemovePage();
+    for (std::size_t i = form->Controls().Count(); i-- > 0;) {
+      if (form->Controls().At(i)->Name() == "frmCtrl") form->Controls().Remove(i);
+    }
+    form->page = form->Controls().Make<SamplePage>();
+    form->page->Move({1900, 500, 7300, 5400});
+    tests::RunMessages();
+    EXPECT_TRUE(IsWindowVisible(Native("page")));
+    EXPECT_EQ(VisibleIn(Native("page")), 9);
+  });
+}
+
+TEST_F(SpareWindows, OnePageIsKept) {
+  Visit([&] {
+    const HWND first = Native("page");
+    const auto second = NewPage();
+    tests::RunMessages();
+    const HWND other = WindowOf(*second);
+    form->RemovePage();
+    EXPECT_TRUE(IsWindow(first));
+    form->page = second;
+    form->RemovePage();
+    EXPECT_FALSE(IsWindow(first));
+    EXPECT_TRUE(IsWindow(other));
+  });
+}
+
+TEST_F(SpareWindows, APageInWhichTheMouseIsHeldIsNotKept) {
+  Visit([&] {
+    const HWND page = Native("page");
+    PostMessageW(Native("txtName"), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    tests::RunMessages();
+    ASSERT_EQ(GetCapture(), Native("txtName"));
+    form->RemovePage();
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_FALSE(IsWindow(page));
+  });
+}
+
+TEST_F(SpareWindows, APaneThatScrolledIsNotTaken) {
+  Visit([&] {
+    const auto label = form->Get<toolkit::Label>("labName");
+    label->SetWordWrap(true);
+    label->SetOpaque(true);
+    label->SetCaption("一\n二\n三\n四");
+    ASSERT_NE(GetWindowLongPtrW(Native("labName"), GWL_STYLE) & WS_VSCROLL, 0);
+    form->RemovePage();
+    const auto shorter = NewPage<ShortPage>();
+    tests::RunMessages();
+    for (const auto& control : shorter->Controls())
+      EXPECT_EQ(GetWindowLongPtrW(WindowOf(*control), GWL_STYLE) & WS_VSCROLL, 0) << control->Name();
+  });
+}
+
+// As in a box that is made for it.
+TEST_F(SpareWindows, ALineStandsInTheMiddleOfABoxThatHadAnother) {
+  Visit([&] {
+    const HWND former = Native("txtName");
+    form->RemovePage();
+    const auto page = NewPage<LargePage>();
+    tests::RunMessages();
+    const auto box = page->Controls().Find("txtLarge");
+    const auto& view = *static_cast<const win32::NativeView*>(box->GetView());
+    ASSERT_EQ(view.Handle(), former);
+    RECT outer;
+    GetWindowRect(former, &outer);
+    POINT inner = {0, 0};
+    ClientToScreen(former, &inner);
+    const int line = view.GetLook().LineHeight(view.GetLook().FontOf(box->GetFont()));
+    const int ring = view.GetMetrics().Ring();
+    EXPECT_EQ(inner.y - outer.top, ring + std::max(0, (22 - 2 * ring - line) / 2));
   });
 }
 

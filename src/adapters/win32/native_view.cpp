@@ -36,7 +36,7 @@ HWND MakeWindow(ViewContext& context, const toolkit::Control& control, const Nat
   SpareWindows& spares = context.application.Spares();
   const HWND parent = ParentOf(control);
   const HWND spare = control.GetKind() == toolkit::Kind::kUserControl
-                         ? spares.TakePage(parent)
+                         ? spares.TakePage()
                          : spares.TakePart(parent, native.window_class, native.style);
   if (spare) return spare;
   return CreateWindowExW(native.extended_style, native.window_class, L"",

@@ -38,10 +38,7 @@ void SpareWindows::Keep(HWND page) {
   }
 }
 
-HWND SpareWindows::TakePage(HWND parent) {
-  const bool in_its_window = page_ && GetAncestor(page_, GA_ROOT) == GetAncestor(parent, GA_ROOT);
-  return in_its_window ? std::exchange(page_, nullptr) : nullptr;
-}
+HWND SpareWindows::TakePage() { return std::exchange(page_, nullptr); }
 
 HWND SpareWindows::TakePart(HWND parent, const wchar_t* window_class, DWORD style) {
   const Sort sort = SortOf(window_class, style);
@@ -50,10 +47,7 @@ HWND SpareWindows::TakePart(HWND parent, const wchar_t* window_class, DWORD styl
   const HWND part = found->second.front();
   found->second.pop_front();
   if (found->second.empty()) parts_.erase(found);
-  if (sort == Sort::kLine) {
-    SetWindowTextW(part, L"");
-    SendMessageW(part, EM_EMPTYUNDOBUFFER, 0, 0);
-  }
+  if (sort == Sort::kLine) SendMessageW(part, EM_EMPTYUNDOBUFFER, 0, 0);
   return part;
 }
 

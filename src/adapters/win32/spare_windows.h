@@ -20,9 +20,10 @@ class SpareWindows {
   // Hides the window of a page and keeps it, with its parts; the one that was kept before goes.
   void Keep(HWND page);
 
-  // One that may serve as the window of a page, or of what stands in `parent`: where it stood, as visible and
-  // as enabled as it was, a pane with the text that it had. nullptr where there is none.
-  HWND TakePage(HWND parent);
+  // One that may serve as the window of a page, wherever that is to stand, or of what stands in `parent`:
+  // where it stood, as visible and as enabled as it was, with the text that it had. nullptr where there is
+  // none.
+  HWND TakePage();
   HWND TakePart(HWND parent, const wchar_t* window_class, DWORD style);
   // Hides those parts that nobody took.
   void HideRest();
