@@ -4,11 +4,26 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <string>
 
 #include "tests/support/foreign_application.h"
 #include "tests/support/qt_warnings.h"
 #include "tests/support/watchdog.h"
+
+namespace {
+
+// The application's end tells the threads of Qt's pool to end and does not wait until they have; one that is
+// just ending makes the leak checker crash.
+void WaitForThreads() {
+  const std::filesystem::directory_iterator none;
+  for (int i = 0; i < 1000; ++i) {
+    if (std::distance(std::filesystem::directory_iterator("/proc/self/task"), none) <= 1) return;
+    usleep(1000);
+  }
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
@@ -19,6 +34,11 @@ int main(int argc, char** argv) {
   std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
   setenv("XDG_RUNTIME_DIR", runtime.c_str(), 0);
   dossierkit::tests::MakeQtWarningsFatal();
-  const auto application = dossierkit::tests::MakeForeignApplication(argc, argv);
-  return dossierkit::tests::RunTests(argc, argv);
+  int code = 0;
+  {
+    const auto application = dossierkit::tests::MakeForeignApplication(argc, argv);
+    code = dossierkit::tests::RunTests(argc, argv);
+  }
+  WaitForThreads();
+  return code;
 }
